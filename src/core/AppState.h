@@ -1,0 +1,35 @@
+// Everything the forms share for a run: the document, the tool settings, the
+// texts of the global strings. One instance is built at start and passed to
+// every form; each test builds its own.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "document/Document.h"
+
+namespace quarle {
+
+// The settings held in shared fields between the start and stop sequences.
+struct ToolSettings {
+    std::string StudioMdlPath;
+    std::string ModelViewerPath;
+    std::string TextEditorPath;
+    std::string LanguageFile;
+    std::array<std::string, 4> RecentFiles{"...", "...", "...", "..."};
+};
+
+inline constexpr int LastIds = 93; // IdsNames(0..93), IdsTexts(0..93)
+
+struct AppState {
+    Document Doc;
+    ToolSettings Settings;
+    std::array<std::string, LastIds + 1> IdsNames{};
+    std::array<std::string, LastIds + 1> IdsTexts{};
+    bool LocalisationMode = false;
+    i16 OriginEditX = 0;
+    i16 OriginEditY = 0;
+    i16 OriginEditZ = 0;
+};
+
+} // namespace quarle

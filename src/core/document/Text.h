@@ -1,0 +1,41 @@
+// Text and number helpers of the script dialect. Positions count from 1, as
+// in the script format's own rules; every routine is pure but for its in/out
+// arguments.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quarle {
+
+// "gg-1gg": no token left / no value found.
+inline constexpr std::string_view NoToken = "gg-1gg";
+
+// Next token of Line from position Pos (1-based); Pos moves behind it.
+std::string NextToken(std::string_view line, int& pos);
+
+std::string RemoveAll(std::string_view source, std::string_view find);
+std::string ReplaceAll(std::string_view source, std::string_view find, std::string_view with);
+// Position of the last Find, searching down from Start - length of Find; -1 when none.
+int FindLast(int start, std::string_view source, std::string_view find);
+// Head = Left(Source, Pos), Tail = Mid(Source, Pos + 1).
+void SplitAt(std::string_view source, int pos, std::string& head, std::string& tail);
+// What stands behind the first Pattern (case-insensitive) from Start on, or "-1".
+std::string TextAfter(std::string_view source, std::string_view pattern, int start);
+// The number at the start of Text; a point in every locale; 0 when there is none.
+double TextToNumber(std::string_view text);
+// Rounding of a TextToNumber result into an i16 field: nearest, halves to even,
+// clamped to the field's range.
+std::int16_t ToI16(double value);
+// The key filter of number fields. Bit 0 of Flags allows a point, bit 1 a minus.
+int FilterKey(int& key, int flags);
+
+// Left, Mid and Trim of the format's rules (Trim removes blanks only, not tabs).
+std::string_view Left(std::string_view s, int n);
+std::string_view Mid(std::string_view s, int p);
+std::string_view Mid(std::string_view s, int p, int n);
+std::string_view Trim(std::string_view s);
+std::string ToUpper(std::string_view s);
+
+} // namespace quarle

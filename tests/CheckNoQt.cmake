@@ -1,0 +1,13 @@
+# Fails when any file of the core includes a Qt header.
+file(GLOB_RECURSE files "${DIR}/*.h" "${DIR}/*.cpp")
+set(offenders "")
+foreach(f IN LISTS files)
+    file(STRINGS "${f}" hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]+|qt[a-z]*/)")
+    if(hits)
+        list(APPEND offenders "${f}: ${hits}")
+    endif()
+endforeach()
+if(offenders)
+    message(FATAL_ERROR "The core includes Qt headers:\n${offenders}")
+endif()
+message(STATUS "core is Qt-free (${CMAKE_ARGC} args, checked files under ${DIR})")
