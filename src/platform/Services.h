@@ -1,0 +1,56 @@
+// What forms ask of the desktop: message boxes, file dialogs, starting
+// programs, the program's folder, random numbers and the clock. Forms call
+// only this; QtServices is the real thing, tests hand in a scripted one.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace quarle::platform {
+
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
+enum class Icon { None, Critical, Question, Exclamation, Information };
+enum class Answer { Ok, Cancel, Yes, No, Retry, Abort, Ignore };
+
+struct FilePick {
+    QString FileName;  // full path
+    QString FileTitle; // file name only
+};
+
+class Services {
+public:
+    virtual ~Services() = default;
+
+    virtual Answer MsgBox(const QString& text, Buttons buttons, Icon icon, const QString& title) = 0;
+    // Filter as written in the forms: "Bitmap|*.bmp", pairs of description
+    // and patterns separated by '|'. nullopt after a cancel.
+    virtual std::optional<FilePick> ShowOpen(const QString& title, const QString& filter,
+                                             const QString& initialDir = {}) = 0;
+    virtual std::optional<FilePick> ShowSave(const QString& title, const QString& filter,
+                                             const QString& initialDir = {}) = 0;
+    // Starts a program without waiting and without a shell. On a non-Windows
+    // host a program ending in ".exe" runs through wine. False when it could
+    // not be started.
+    virtual bool StartProgram(const QString& program, const QStringList& arguments) = 0;
+    // Folder of the executable, no closing separator.
+    virtual QString ProgramFolder() = 0;
+    // Uniform in [0, 1).
+    virtual double Rnd() = 0;
+    // Seconds since midnight.
+    virtual double Timer() = 0;
+};
+
+// The program that runs Program on this host ("wine" for an .exe off
+// Windows), and the arguments that go with it.
+struct Launch {
+    QString Program;
+    QStringList Arguments;
+};
+Launch LaunchFor(const QString& program, const QStringList& arguments);
+
+// A bare program name ("notepad.exe", "gedit") is looked up on the search
+// path; a path is tested as it stands (with the case fallback of the core).
+bool ProgramExists(const QString& program);
+
+} // namespace quarle::platform
