@@ -1,11 +1,43 @@
+// quarle-qc: the command-line companion of the editor, on the same core.
 #include <cstdio>
 #include <cstring>
+#include <string>
+
+#include "Commands.h"
+
+namespace {
+
+struct Command {
+    const char* Name;
+    const char* Usage;
+    int (*Run)(const quarle::qc::Args&);
+};
+
+constexpr Command Commands[] = {
+    {"scan", "scan DIR", quarle::qc::RunScan},
+    {"roundtrip", "roundtrip IN.qc OUT.qc [--missing=keep|refuse]", quarle::qc::RunRoundtrip},
+    {"check", "check IN.qc [--language FILE]", quarle::qc::RunCheck},
+};
+
+int Usage() {
+    std::fprintf(stderr, "usage:\n");
+    for (const Command& c : Commands) {
+        std::fprintf(stderr, "  quarle-qc %s\n", c.Usage);
+    }
+    return 2;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::fprintf(stderr, "usage: quarle-qc <command> ...\n");
-        return 2;
+        return Usage();
+    }
+    for (const Command& c : Commands) {
+        if (std::strcmp(argv[1], c.Name) == 0) {
+            return c.Run(quarle::qc::Args(argv + 2, argv + argc));
+        }
     }
     std::fprintf(stderr, "quarle-qc: unknown command '%s'\n", argv[1]);
-    return 2;
+    return Usage();
 }

@@ -1,0 +1,16 @@
+// Captions, tool tips and (for the main window) the global strings of the
+// active language file, applied to one form.
+#pragma once
+
+#include <QWidget>
+
+#include "AppState.h"
+#include "platform/Services.h"
+
+namespace quarle::ui {
+
+// The form's section is its object name ("FrmMain", "DlgCompile", ...).
+// Run for FrmMain it also loads IdsTexts and the recent-file entries.
+void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form);
+
+} // namespace quarle::ui

@@ -1,0 +1,16 @@
+// The commands of quarle-qc, one file each. Each takes the arguments behind
+// the command word and returns the exit status.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quarle::qc {
+
+using Args = std::vector<std::string>;
+
+int RunScan(const Args& args);      // scan DIR
+int RunRoundtrip(const Args& args); // roundtrip IN.qc OUT.qc [--missing=keep|refuse]
+int RunCheck(const Args& args);     // check IN.qc [--language FILE]
+
+} // namespace quarle::qc
