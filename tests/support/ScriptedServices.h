@@ -16,11 +16,12 @@ class ScriptedServices : public platform::Services {
 public:
     struct Prompt {
         QString Kind; // "MsgBox", "Open", "Save"
-        QString Text; // message text, or the dialog's title
+        QString Text; // the message; for a file dialog its title, as in Title
         QString Title;
-        platform::Buttons Buttons = platform::Buttons::Ok;
-        platform::Icon Icon = platform::Icon::None;
-        QString Filter;
+        platform::Buttons Buttons = platform::Buttons::Ok; // message boxes only
+        platform::Icon Icon = platform::Icon::None;        // message boxes only
+        QString Filter;                                    // file dialogs only
+        QString InitialDir;                                // file dialogs only
     };
     struct Started {
         QString Program;
@@ -51,9 +52,9 @@ public:
     double Rnd() override { return NextRnd; }
     double Timer() override { return Now; }
 
-    QList<Started> Starts;
+    QList<Started> Starts; // every StartProgram, as asked (no wine added)
     bool StartResult = true;
-    QString ProgramFolderPath;
+    QString ProgramFolderPath; // QUARLE_BINARY_DIR "/bin", where the build copies data/
     double NextRnd = 0.0;
     double Now = 0.0;
 
