@@ -17,6 +17,11 @@
 #include <memory>
 #include <set>
 
+#if __has_include("ui/compile/DlgCompile.h")
+#include "ui/compile/DlgCompile.h"
+#define QUARLE_HAS_DLGCOMPILE 1
+#endif
+
 namespace quarle::ui {
 namespace {
 
@@ -27,11 +32,16 @@ struct Env {
 };
 using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
 
-// Every form that reads a language file and exists so far.
+// Every form that reads a language file and exists so far. Forms still being
+// built elsewhere join as soon as their header is there.
 const std::map<std::string, FormFactory>& Forms() {
     static const std::map<std::string, FormFactory> forms = {
         {"FrmMain",
          [](Env& env) { return std::make_unique<FrmMain>(env.State, env.Services, env.Settings); }},
+#ifdef QUARLE_HAS_DLGCOMPILE
+        {"DlgCompile",
+         [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
+#endif
     };
     return forms;
 }
