@@ -252,7 +252,7 @@ void FrmMain::BuildControls() {
     VScrAnim->setSingleStep(1);
     VScrAnim->setPageStep(1);
     VScrAnim->setValue(0);
-    VScrAnim->setFixedHeight(44);
+    VScrAnim->setFixedHeight(34); // two arrows and no trough: it moves entries, it does not scroll
     CmdAnimPfeill =
         Control(PictureButton(animPage, "arrow_left", 24, 16), QStringLiteral("CmdAnimPfeill"));
     TxtAnimNr = Control(new QLineEdit(QStringLiteral("0"), animPage), QStringLiteral("TxtAnimNr"));
