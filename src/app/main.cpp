@@ -1,13 +1,13 @@
 // Wires the tiers together and hands over to the main window, whose load is
 // the start of the program and whose close is its end.
-#include <QApplication>
-#include <QCoreApplication>
-#include <memory>
-
 #include "AppState.h"
 #include "platform/QtServices.h"
 #include "platform/SettingsStore.h"
 #include "ui/mainwindow/FrmMain.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <memory>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);

@@ -2,6 +2,11 @@
 // PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
 // (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
 // language file is missing or a form asked an unexpected question.
+#include "AppState.h"
+#include "support/ScriptedServices.h"
+#include "support/TempSettings.h"
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -12,11 +17,6 @@
 #include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
-
-#include "AppState.h"
-#include "support/ScriptedServices.h"
-#include "support/TempSettings.h"
-#include "ui/mainwindow/FrmMain.h"
 
 namespace {
 

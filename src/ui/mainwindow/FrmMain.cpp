@@ -3,6 +3,11 @@
 // recent files and the two path fields.
 #include "ui/mainwindow/FrmMain.h"
 
+#include "localisation/GlobalStrings.h"
+#include "platform/Twips.h"
+#include "ui/localisation/ApplyLanguage.h"
+#include "ui/mainwindow/ShellSettings.h"
+
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -13,15 +18,12 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "localisation/GlobalStrings.h"
-#include "platform/Twips.h"
-#include "ui/localisation/ApplyLanguage.h"
-#include "ui/mainwindow/ShellSettings.h"
-
 namespace quarle::ui {
 namespace {
 
-QString Text(const std::string& s) { return QString::fromStdString(s); }
+QString Text(const std::string& s) {
+    return QString::fromStdString(s);
+}
 
 // The folder of a chosen file: the path without the file's name and the
 // separator in front of it. A file in the root of a drive gives the drive
@@ -108,7 +110,9 @@ void FrmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void FrmMain::MnuDateiBeenden_Click() { close(); }
+void FrmMain::MnuDateiBeenden_Click() {
+    close();
+}
 
 // ---------------------------------------------------------------------------
 // Document
@@ -279,8 +283,7 @@ void FrmMain::ConnectShell() {
     connect(CmdBrowseTexture, &QPushButton::clicked, this, &FrmMain::CmdBrowseTexture_Click);
     connect(CmdBrowseModel, &QPushButton::clicked, this, &FrmMain::CmdBrowseModel_Click);
     connect(TxtModelpath, &QLineEdit::textChanged, this, &FrmMain::TxtModelpath_Change);
-    connect(TxtModelpath, &QLineEdit::returnPressed, this,
-            [this] { TxtModelpath_KeyPress(13); });
+    connect(TxtModelpath, &QLineEdit::returnPressed, this, [this] { TxtModelpath_KeyPress(13); });
     connect(MnuDateiNeu, &QAction::triggered, this, &FrmMain::MnuDateiNeu_Click);
     connect(MnuDateiBeenden, &QAction::triggered, this, &FrmMain::MnuDateiBeenden_Click);
     connect(CmdModeleinst, &QPushButton::clicked, this, &FrmMain::CmdModeleinst_Click);

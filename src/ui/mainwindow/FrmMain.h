@@ -14,6 +14,10 @@
 //   FrmMainAssistant.cpp   the mascot and its speech box
 #pragma once
 
+#include "AppState.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+
 #include <QGroupBox>
 #include <QList>
 #include <QMainWindow>
@@ -24,10 +28,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-
-#include "AppState.h"
-#include "platform/Services.h"
-#include "platform/SettingsStore.h"
 
 class QAction;
 class QCheckBox;
@@ -255,9 +255,9 @@ public:
     // back to).
     std::array<i16, 513> WizFrameSteps{};
     // State texts of the assistant.
-    QString PicWizTag;       // the tip on show
-    QString TmrAnimTag;      // the pose state machine
-    QString TmrPlayAnimTag;  // the frame of a loop on show
+    QString PicWizTag;                          // the tip on show
+    QString TmrAnimTag;                         // the pose state machine
+    QString TmrPlayAnimTag;                     // the frame of a loop on show
     QString FrmWizSayTag = QStringLiteral("0"); // "1" while the speech box is dragged
     i16 DragX = 0;
     i16 DragY = 0;

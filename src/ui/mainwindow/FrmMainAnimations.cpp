@@ -1,13 +1,13 @@
 // Page "Animationsdateien" of TabSmd: the animations of one sequence group,
 // the number of the group, and the name, activity and file of the animation
 // on show. The handlers are wired; their work comes with the page.
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
-
-#include "ui/mainwindow/FrmMain.h"
 
 namespace quarle::ui {
 
@@ -15,8 +15,7 @@ void FrmMain::ConnectAnimationsPage() {
     connect(CmdAnimPfeill, &QPushButton::clicked, this, &FrmMain::CmdAnimPfeill_Click);
     connect(CmdAnimPfeilr, &QPushButton::clicked, this, &FrmMain::CmdAnimPfeilr_Click);
     connect(TxtAnimNr, &QLineEdit::textChanged, this, &FrmMain::TxtAnimNr_Change);
-    connect(LstAnimations, &QListWidget::itemSelectionChanged, this,
-            &FrmMain::LstAnimations_Click);
+    connect(LstAnimations, &QListWidget::itemSelectionChanged, this, &FrmMain::LstAnimations_Click);
     connect(TxtAnimName, &QLineEdit::textChanged, this, &FrmMain::TxtAnimName_Change);
     connect(TxtAnimID, &QComboBox::editTextChanged, this, &FrmMain::TxtAnimID_Change);
     connect(VScrAnim, &QScrollBar::valueChanged, this, &FrmMain::VScrAnim_Change);

@@ -1,14 +1,14 @@
 // The assistant: the mascot Quarle on the main window, its poses and its
 // speech box. Parking the mascot and choosing a frame work now; the tips,
 // the random poses and the frame loops come with the assistant itself.
+#include "platform/Twips.h"
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-
-#include "platform/Twips.h"
-#include "ui/mainwindow/FrmMain.h"
 
 namespace quarle::ui {
 
@@ -36,7 +36,9 @@ void FrmMain::SetIdleWizard() {
     TmrAnim->setInterval(500);
 }
 
-void FrmMain::MoveWizard(int x, int y) { platform::MoveTwips(PicWiz, x, y); }
+void FrmMain::MoveWizard(int x, int y) {
+    platform::MoveTwips(PicWiz, x, y);
+}
 
 void FrmMain::SetWizardAnim(int anim) {
     TmrPlayAnim->stop();
@@ -57,7 +59,9 @@ void FrmMain::SetWizardAnim(int anim) {
     }
 }
 
-void FrmMain::HideWizard() { PicWiz->setVisible(false); }
+void FrmMain::HideWizard() {
+    PicWiz->setVisible(false);
+}
 
 void FrmMain::DisableWizard() {
     MoveWizard(6000, 820);
@@ -79,9 +83,13 @@ void FrmMain::CmdNext_Click() {}
 
 void FrmMain::CmdWizBack_Click() {}
 
-void FrmMain::CmdEnd_Click() { DisableWizard(); }
+void FrmMain::CmdEnd_Click() {
+    DisableWizard();
+}
 
-void FrmMain::PicWiz_Click() { ShowText(); }
+void FrmMain::PicWiz_Click() {
+    ShowText();
+}
 
 void FrmMain::PicWizClose_Click() {}
 

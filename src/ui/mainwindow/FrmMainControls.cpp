@@ -3,6 +3,11 @@
 // and the places of the top-level controls in twips. Inside the two frames
 // and on the pages, layouts keep the controls aligned whatever the length
 // of the captions of a language.
+#include "platform/Reflection.h"
+#include "platform/Twips.h"
+#include "ui/mainwindow/ActivityIds.h"
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -19,14 +24,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "platform/Reflection.h"
-#include "platform/Twips.h"
-#include "ui/mainwindow/ActivityIds.h"
-#include "ui/mainwindow/FrmMain.h"
-
 // Resources of a static library must be registered by name from outside any
 // namespace.
-static void InitIconResources() { Q_INIT_RESOURCE(icons); }
+static void InitIconResources() {
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace quarle::ui {
 
@@ -68,8 +70,8 @@ QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString&
 
 } // namespace
 
-FrmMain::FrmMain(AppState& state, platform::Services& services,
-                 platform::SettingsStore& settings, QWidget* parent)
+FrmMain::FrmMain(AppState& state, platform::Services& services, platform::SettingsStore& settings,
+                 QWidget* parent)
     : QMainWindow(parent), state_(state), services_(services), settings_(settings) {
     InitIconResources();
     setObjectName(QStringLiteral("FrmMain"));
@@ -104,14 +106,15 @@ void FrmMain::BuildControls() {
     CmdModeleinst = Control(new QPushButton(QStringLiteral("Modelleinstellungen"), form),
                             QStringLiteral("CmdModeleinst"));
     CmdModeleinst->setToolTip(QStringLiteral("Massstab, Controller, Augenpos., usw."));
-    SetGeometryTwips(CmdModeleinst, ButtonsLeft, ButtonsBottom - 2 * ButtonHeight - 60, ButtonsWidth,
-                     ButtonHeight);
+    SetGeometryTwips(CmdModeleinst, ButtonsLeft, ButtonsBottom - 2 * ButtonHeight - 60,
+                     ButtonsWidth, ButtonHeight);
 
     CmdCompile = Control(new QPushButton(QStringLiteral("Erstelle Modell"), form),
                          QStringLiteral("CmdCompile"));
     CmdCompile->setToolTip(QStringLiteral("Was wohl?"));
     CmdCompile->setEnabled(false);
-    SetGeometryTwips(CmdCompile, ButtonsLeft, ButtonsBottom - ButtonHeight, ButtonsWidth, ButtonHeight);
+    SetGeometryTwips(CmdCompile, ButtonsLeft, ButtonsBottom - ButtonHeight, ButtonsWidth,
+                     ButtonHeight);
 
     // ---- Paths
     FrmPaths = Control(new QGroupBox(QStringLiteral("Pfade"), form), QStringLiteral("FrmPaths"));
@@ -123,15 +126,16 @@ void FrmMain::BuildControls() {
     TxtTexturepath->setReadOnly(true);
     TxtTexturepath->setToolTip(
         QStringLiteral("($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind"));
-    CmdBrowseTexture = Control(SmallButton(FrmPaths, QStringLiteral("..."), QStringLiteral("Browse")),
-                               QStringLiteral("CmdBrowseTexture"));
+    CmdBrowseTexture =
+        Control(SmallButton(FrmPaths, QStringLiteral("..."), QStringLiteral("Browse")),
+                QStringLiteral("CmdBrowseTexture"));
 
     LblModelpath = Control(new QLabel(QStringLiteral("Modell-Dateienpfad:"), FrmPaths),
                            QStringLiteral("LblModelpath"));
     TxtModelpath = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtModelpath"));
     TxtModelpath->setReadOnly(true);
-    TxtModelpath->setToolTip(QStringLiteral(
-        "($cd) - Pfad in dem die mdl-Dateien f\u00fcr das Modell gespeichert sind"));
+    TxtModelpath->setToolTip(
+        QStringLiteral("($cd) - Pfad in dem die mdl-Dateien f\u00fcr das Modell gespeichert sind"));
     CmdBrowseModel = Control(SmallButton(FrmPaths, QStringLiteral("..."), QStringLiteral("Browse")),
                              QStringLiteral("CmdBrowseModel"));
 
@@ -169,8 +173,8 @@ void FrmMain::BuildControls() {
 
     CmdAdd = Control(PictureButton(FrmModelfiles, "add", 34, 24), QStringLiteral("CmdAdd"));
     CmdAdd->setToolTip(QStringLiteral("F\u00fcge Animation Hinzu"));
-    CmdDelAnimation = Control(PictureButton(FrmModelfiles, "delete", 34, 24),
-                              QStringLiteral("CmdDelAnimation"));
+    CmdDelAnimation =
+        Control(PictureButton(FrmModelfiles, "delete", 34, 24), QStringLiteral("CmdDelAnimation"));
     CmdDelAnimation->setToolTip(QStringLiteral("L\u00f6sche Animation"));
     CmdBlank = Control(PictureButton(FrmModelfiles, "blank", 34, 24), QStringLiteral("CmdBlank"));
 
@@ -209,8 +213,8 @@ void FrmMain::BuildControls() {
                           QStringLiteral("CmdNewGroup"));
     LstParts = Control(new QListWidget(modelPage), QStringLiteral("LstParts"));
     LstParts->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    ChkReverse = Control(new QCheckBox(QStringLiteral("Reverse"), modelPage),
-                         QStringLiteral("ChkReverse"));
+    ChkReverse =
+        Control(new QCheckBox(QStringLiteral("Reverse"), modelPage), QStringLiteral("ChkReverse"));
     CmdDel = Control(SmallButton(modelPage, QStringLiteral("Del"),
                                  QStringLiteral("L\u00f6scht die markierte Bodypartgruppe")),
                      QStringLiteral("CmdDel"));
@@ -248,14 +252,14 @@ void FrmMain::BuildControls() {
     VScrAnim->setSingleStep(1);
     VScrAnim->setPageStep(1);
     VScrAnim->setValue(0);
-    VScrAnim->setFixedHeight(44);
-    CmdAnimPfeill = Control(PictureButton(animPage, "arrow_left", 24, 16),
-                            QStringLiteral("CmdAnimPfeill"));
+    VScrAnim->setFixedHeight(34); // two arrows and no trough: it moves entries, it does not scroll
+    CmdAnimPfeill =
+        Control(PictureButton(animPage, "arrow_left", 24, 16), QStringLiteral("CmdAnimPfeill"));
     TxtAnimNr = Control(new QLineEdit(QStringLiteral("0"), animPage), QStringLiteral("TxtAnimNr"));
     TxtAnimNr->setFixedWidth(34);
     TxtAnimNr->setAlignment(Qt::AlignCenter);
-    CmdAnimPfeilr = Control(PictureButton(animPage, "arrow_right", 24, 16),
-                            QStringLiteral("CmdAnimPfeilr"));
+    CmdAnimPfeilr =
+        Control(PictureButton(animPage, "arrow_right", 24, 16), QStringLiteral("CmdAnimPfeilr"));
     TxtAnimName = Control(new QLineEdit(animPage), QStringLiteral("TxtAnimName"));
     TxtAnimName->setToolTip(QStringLiteral("($sequence) - Name der Animation"));
     TxtAnimID = Control(new QComboBox(animPage), QStringLiteral("TxtAnimID"));
@@ -270,17 +274,17 @@ void FrmMain::BuildControls() {
                                          "Standartfunktion fest, falls vorhanden"));
     TxtAnimDatei = Control(new QLineEdit(animPage), QStringLiteral("TxtAnimDatei"));
     TxtAnimDatei->setEnabled(false);
-    CmdAnimExt = Control(SmallButton(animPage, QStringLiteral("Erweitert")),
-                         QStringLiteral("CmdAnimExt"));
+    CmdAnimExt =
+        Control(SmallButton(animPage, QStringLiteral("Erweitert")), QStringLiteral("CmdAnimExt"));
     CmdAnimExt->setMinimumWidth(90);
     LblAnimGroup = Control(new QLabel(QStringLiteral("Animgruppe:"), animPage),
                            QStringLiteral("LblAnimGroup"));
-    LblAnimName = Control(new QLabel(QStringLiteral("Name:"), animPage),
-                          QStringLiteral("LblAnimName"));
-    LblAnimID = Control(new QLabel(QStringLiteral("Anim.-ID:"), animPage),
-                        QStringLiteral("LblAnimID"));
-    LblSMDFile = Control(new QLabel(QStringLiteral("SmdDatei:"), animPage),
-                         QStringLiteral("LblSMDFile"));
+    LblAnimName =
+        Control(new QLabel(QStringLiteral("Name:"), animPage), QStringLiteral("LblAnimName"));
+    LblAnimID =
+        Control(new QLabel(QStringLiteral("Anim.-ID:"), animPage), QStringLiteral("LblAnimID"));
+    LblSMDFile =
+        Control(new QLabel(QStringLiteral("SmdDatei:"), animPage), QStringLiteral("LblSMDFile"));
 
     auto* groupNumber = new QHBoxLayout;
     groupNumber->setSpacing(3);
@@ -348,8 +352,8 @@ void FrmMain::BuildAssistant() {
     CmdWizBack = Control(new QPushButton(QStringLiteral("Zur\u00fcck"), FrmWizSay),
                          QStringLiteral("CmdWizBack"));
     SetGeometryTwips(CmdWizBack, 1080, 1050, 975, 225);
-    CmdNext = Control(new QPushButton(QStringLiteral("Weiter"), FrmWizSay),
-                      QStringLiteral("CmdNext"));
+    CmdNext =
+        Control(new QPushButton(QStringLiteral("Weiter"), FrmWizSay), QStringLiteral("CmdNext"));
     SetGeometryTwips(CmdNext, 2160, 1050, 975, 225);
     CmdEnd = Control(new QPushButton(QStringLiteral("Ende"), FrmWizSay), QStringLiteral("CmdEnd"));
     SetGeometryTwips(CmdEnd, 120, 1050, 855, 225);
@@ -403,7 +407,8 @@ void FrmMain::BuildMenus() {
     MnuDateiLast3 = entry(MnuDatei, QStringLiteral("MnuDateiLast3"), QString());
     MnuDateiLast4 = entry(MnuDatei, QStringLiteral("MnuDateiLast4"), QString());
     mnustrich = separator(MnuDatei, QStringLiteral("mnustrich"));
-    MnuDateiBeenden = entry(MnuDatei, QStringLiteral("MnuDateiBeenden"), QStringLiteral("&Beenden"));
+    MnuDateiBeenden =
+        entry(MnuDatei, QStringLiteral("MnuDateiBeenden"), QStringLiteral("&Beenden"));
 
     MnuEinstellungen = Control(menuBar()->addMenu(QStringLiteral("&Einstellungen")),
                                QStringLiteral("MnuEinstellungen"));

@@ -6,7 +6,9 @@ namespace quarle::ui {
 
 void FrmMain::MnuEinstModel_Click() {}
 
-void FrmMain::CmdModeleinst_Click() { MnuEinstModel_Click(); }
+void FrmMain::CmdModeleinst_Click() {
+    MnuEinstModel_Click();
+}
 
 void FrmMain::MnuEinstAllg_Click() {}
 
@@ -18,6 +20,8 @@ void FrmMain::MnuHilfeUeber_Click() {}
 
 void FrmMain::Localise(QWidget* /*obj*/) {}
 
-void FrmMain::CmdLocalise_Click() { Localise(this); }
+void FrmMain::CmdLocalise_Click() {
+    Localise(this);
+}
 
 } // namespace quarle::ui

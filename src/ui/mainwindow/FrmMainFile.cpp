@@ -2,10 +2,10 @@
 // under a new name, compile, the viewer and the editor, and the four recent
 // entries. The new document and the end of the program are the shell's
 // (FrmMain.cpp). The handlers are wired; their work comes with the commands.
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QAction>
 #include <QPushButton>
-
-#include "ui/mainwindow/FrmMain.h"
 
 namespace quarle::ui {
 
@@ -32,7 +32,9 @@ void FrmMain::MnuDateiSpeichernunter_Click() {}
 
 void FrmMain::MnuDateiComp_Click() {}
 
-void FrmMain::CmdCompile_Click() { MnuDateiComp_Click(); }
+void FrmMain::CmdCompile_Click() {
+    MnuDateiComp_Click();
+}
 
 void FrmMain::MnuDateiView_Click() {}
 

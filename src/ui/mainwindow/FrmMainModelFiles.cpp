@@ -4,14 +4,14 @@
 // The body groups and the start need the group box: its click lists the
 // parts of the chosen group. The editing of groups and parts comes with the
 // page's own work.
+#include "ui/mainwindow/FrmMain.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
-
-#include "ui/mainwindow/FrmMain.h"
 
 namespace quarle::ui {
 
@@ -48,7 +48,9 @@ void FrmMain::RefillLstFiles() {
     }
 }
 
-void FrmMain::LstFiles_DblClick() { CmdAdd_Click(); }
+void FrmMain::LstFiles_DblClick() {
+    CmdAdd_Click();
+}
 
 void FrmMain::CmdAdd_Click() {}
 

@@ -3,7 +3,9 @@
 namespace quarle::ui {
 namespace {
 
-QString Text(const std::string& s) { return QString::fromStdString(s); }
+QString Text(const std::string& s) {
+    return QString::fromStdString(s);
+}
 
 QString InProgramFolder(const QString& programFolder, const char* file) {
 #ifdef Q_OS_WIN

@@ -3,12 +3,12 @@
 // keys, so a key read as "StudioMdl" finds the value written as "StudioMDL".
 #pragma once
 
+#include "AppState.h"
+#include "platform/SettingsStore.h"
+
 #include <QList>
 #include <QString>
 #include <utility>
-
-#include "AppState.h"
-#include "platform/SettingsStore.h"
 
 namespace quarle::ui {
 
