@@ -1,0 +1,91 @@
+#include "document/NumberText.h"
+
+#include "document/Text.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace quarle {
+namespace {
+
+TEST(FloatToText, SevenSignificantDigitsNoTrailingZeros) {
+    struct Case {
+        f32 value;
+        const char* point;
+        const char* comma;
+    };
+    const Case cases[] = {
+        {1.8f, "1.8", "1,8"},
+        {-0.5f, "-0.5", "-0,5"},
+        {0.1f, "0.1", "0,1"},
+        {1234567.75f, "1234568", "1234568"},
+        {1.0f, "1", "1"},
+        {0.0f, "0", "0"},
+        {100.0f, "100", "100"},
+        {-45.0f, "-45", "-45"},
+        {2.2f, "2.2", "2,2"},
+        {1.0000001f, "1", "1"}, // eighth digit is rounded away
+        {1.0000002f, "1", "1"},
+        {3.14159265f, "3.141593", "3,141593"},
+        {9999999.0f, "9999999", "9999999"},
+        {0.9999999f, "0.9999999", "0,9999999"},
+        {0.0099999998f, "0.01", "0,01"}, // rounding carries into a new digit
+        {0.0001f, "0.0001", "0,0001"},
+        {0.000123456789f, "0.0001234568", "0,0001234568"},
+        // Exponent form outside 0.0001 .. 9999999.
+        {10000000.0f, "1E+07", "1E+07"},
+        {123456789.0f, "1.234568E+08", "1,234568E+08"},
+        {0.00001f, "1E-05", "1E-05"},
+        {-0.0000025f, "-2.5E-06", "-2,5E-06"},
+        {1e30f, "1E+30", "1E+30"},
+        {std::numeric_limits<float>::max(), "3.402823E+38", "3,402823E+38"},
+        {std::numeric_limits<float>::denorm_min(), "1.401298E-45", "1,401298E-45"},
+        // Harmless forms of values a script cannot use.
+        {-0.0f, "0", "0"},
+        {std::numeric_limits<float>::quiet_NaN(), "0", "0"},
+        {std::numeric_limits<float>::infinity(), "3.402823E+38", "3,402823E+38"},
+        {-std::numeric_limits<float>::infinity(), "-3.402823E+38", "-3,402823E+38"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(FloatToText(c.value, '.'), c.point) << c.point;
+        EXPECT_EQ(FloatToText(c.value, ','), c.comma) << c.comma;
+        EXPECT_EQ(FloatToPointText(c.value), c.point);
+    }
+}
+
+TEST(FloatToText, PointFormReadsBackToTheSameFloat) {
+    // Seven digits are not always enough for the exact float, but the text
+    // must read back within the rounding, in every range of the format.
+    for (f32 v : {1.8f, 0.1f, 2.2f, -45.5f, 1234567.0f, 0.0001f, 1e-5f, 3.3e12f, -7.77e-20f}) {
+        const double back = TextToNumber(FloatToPointText(v));
+        EXPECT_NEAR(back, v, std::fabs(v) * 1e-6) << FloatToPointText(v);
+    }
+}
+
+TEST(DecimalSeparator, PointAndCommaLocales) {
+    EXPECT_EQ(DecimalSeparatorOfLocale(""), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("C"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("POSIX"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("C.UTF-8"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("en_US.UTF-8"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("en_GB"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("de_DE.UTF-8"), ',');
+    EXPECT_EQ(DecimalSeparatorOfLocale("de_DE@euro"), ',');
+    EXPECT_EQ(DecimalSeparatorOfLocale("fr_FR.ISO-8859-1"), ',');
+    EXPECT_EQ(DecimalSeparatorOfLocale("de_CH.UTF-8"), '.');
+    EXPECT_EQ(DecimalSeparatorOfLocale("xx_YY"), '.');
+    const char system = SystemDecimalSeparator();
+    EXPECT_TRUE(system == '.' || system == ',');
+    EXPECT_EQ(SystemDecimalSeparator(), system); // kept, not read again
+}
+
+TEST(IntToText, PlainDigits) {
+    EXPECT_EQ(IntToText(0), "0");
+    EXPECT_EQ(IntToText(30), "30");
+    EXPECT_EQ(IntToText(-32768), "-32768");
+    EXPECT_EQ(IntToText(std::numeric_limits<long long>::min()), "-9223372036854775808");
+}
+
+} // namespace
+} // namespace quarle
