@@ -91,7 +91,9 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
         QStringLiteral("ChkViewAfterCompile"));
     ChkViewAfterCompile->setEnabled(false);
     CmdLocalise = platform::Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
-    CmdLocalise->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
+    const QIcon localise(QStringLiteral(":/icons/localise.png"));
+    CmdLocalise->setIcon(localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView)
+                                           : localise);
     CmdLocalise->setFixedSize(26, 26); // 390 twips
     CmdLocalise->setVisible(false);
     CmdCancel =

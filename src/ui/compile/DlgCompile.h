@@ -59,6 +59,9 @@ public:
     void CmdCancel_Click();
     void CmdLocalise_Click();
 
+    // Closing the window while the compile runs asks it to stop instead.
+    void reject() override;
+
     // True from the first tick until the closing row.
     bool Running() const { return running_; }
     const compile::RunOutcome& Outcome() const { return outcome_; }
@@ -69,8 +72,6 @@ signals:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    // Closing the window while the compile runs asks it to stop instead.
-    void reject() override;
 
 private:
     class RowHost;

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "FakeCompiler.h"
+#include "localisation/GlobalStrings.h"
 #include "support/ScriptedServices.h"
 #include "ui/compile/DlgCompile.h"
 
