@@ -1,5 +1,7 @@
 #include "document/Document.h"
 
+#include <cstdint>
+
 namespace quarle {
 
 namespace {
@@ -91,7 +93,7 @@ void InitVars(Document& doc) {
         }
     }
     // 7. render modes 1..10
-    for (int i = 1; i <= limits::LastWrittenTextureRow; ++i) {
+    for (int i = 1; i <= limits::LastWrittenTextureMode; ++i) {
         doc.TextureModes[static_cast<std::size_t>(i)].Mode = 0;
         doc.TextureModes[static_cast<std::size_t>(i)].Name.clear();
     }
@@ -113,10 +115,16 @@ void InitVars(Document& doc) {
 
 std::size_t DocumentFootprint(const Document& doc) {
     auto text = [](const std::string& s) {
-        // Short strings live inside the object; longer ones on the heap.
-        return s.capacity() > 15 ? s.capacity() + 1 : std::size_t{0};
+        // A short text lives inside the string object; a longer one on the heap.
+        const auto object = reinterpret_cast<std::uintptr_t>(&s);
+        const auto data = reinterpret_cast<std::uintptr_t>(s.data());
+        const bool inside = data >= object && data < object + sizeof(s);
+        return inside ? std::size_t{0} : s.capacity() + 1;
     };
     std::size_t bytes = sizeof(Document);
+    for (const std::string* s : {&doc.QcFile, &doc.ModelName, &doc.ModelPath, &doc.TexturePath}) {
+        bytes += text(*s);
+    }
     for (const auto& group : doc.Anims) {
         for (const AnimRec& a : group) {
             bytes += text(a.SmdFile) + text(a.BlendFile) + text(a.Name) + text(a.ActivityId);
@@ -132,10 +140,19 @@ std::size_t DocumentFootprint(const Document& doc) {
             bytes += text(p);
         }
     }
+    for (const auto& bone : doc.AttachmentBones) {
+        bytes += text(bone);
+    }
+    for (const auto& bone : doc.ControllerBones) {
+        bytes += text(bone);
+    }
     for (const auto& row : doc.TextureVariations) {
         for (const auto& cell : row) {
             bytes += text(cell);
         }
+    }
+    for (const auto& mode : doc.TextureModes) {
+        bytes += text(mode.Name);
     }
     return bytes;
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -33,6 +34,7 @@ inline constexpr int LastTexture = 10;       // TextureVariations columns 1..10
 inline constexpr int LastTextureRow = 100;   // TextureVariations rows 1..100
 inline constexpr int LastWrittenTextureRow = 10;
 inline constexpr int LastTextureMode = 100;  // TextureModes(0..100)
+inline constexpr int LastWrittenTextureMode = 10; // writer and reset walk slots 1..10
 inline constexpr int LastResetBodyGroup = 10; // the reset walks groups and part slots 0..10
 inline constexpr int LastResetEvent = 10;     // the reset walks events 1..10
 } // namespace limits

@@ -1,14 +1,25 @@
 // The .qc writer: the document as a script in the compiler's dialect, CR LF,
 // byte for byte as the format says. The whole file is rewritten from the
 // document; nothing of an old file is kept.
+//
+// Beyond the format's own rules:
+// - the third head line, the maker's notice, is MakersNotice;
+// - an Axis or BlendAxis that is neither 1 nor 2 is written XR;
+// - a count that runs past its table (BodyGroupCount above 32, a PartCount
+//   above 16, TextureCount above 10) writes the table's slots and no more.
 #pragma once
-
-#include <ostream>
-#include <string>
 
 #include "document/Document.h"
 
+#include <ostream>
+#include <string>
+#include <string_view>
+
 namespace quarle {
+
+// Line 3 of every script.
+inline constexpr std::string_view MakersNotice =
+    "// Written by Quarle 0.8.4; changes made by hand are lost on the next save";
 
 // Writes the script of doc. Numbers in locale form use decimalSeparator.
 void WriteQcScript(const Document& doc, std::ostream& out, char decimalSeparator);
@@ -20,7 +31,9 @@ struct WriteResult {
 
 // Writes the script to path through a temporary file in the same folder,
 // renamed over the target at the end: a failed write leaves an old script
-// whole. (The recent-file list is the caller's.)
+// whole and removes the temporary file. A write-protected target is refused,
+// not replaced; a replaced target keeps its permissions. (The recent-file
+// list is the caller's.)
 WriteResult WriteQcFile(const Document& doc, const std::string& path, char decimalSeparator);
 
 } // namespace quarle

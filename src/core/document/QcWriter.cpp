@@ -1,0 +1,361 @@
+#include "document/QcWriter.h"
+
+#include "document/NumberText.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <system_error>
+
+namespace quarle {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Eol = "\r\n";
+
+std::string_view AxisWord(f32 axis) {
+    if (axis == 1.0f) {
+        return "YR";
+    }
+    if (axis == 2.0f) {
+        return "ZR";
+    }
+    return "XR";
+}
+
+std::string Quoted(std::string_view text) {
+    std::string quoted;
+    quoted.reserve(text.size() + 2);
+    quoted += '"';
+    quoted += text;
+    quoted += '"';
+    return quoted;
+}
+
+std::size_t Index(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+class ScriptWriter {
+public:
+    ScriptWriter(const Document& doc, std::ostream& out, char separator)
+        : doc_(doc), out_(out), separator_(separator) {}
+
+    void Write() {
+        Head();
+        Paths();
+        ModelSettings();
+        BodyGroups();
+        RenderModes();
+        TextureGroup();
+        Animations();
+    }
+
+private:
+    void Line(std::string_view text = {}) { out_ << text << Eol; }
+    // Point form and locale form of a float.
+    std::string Point(f32 v) const { return FloatToPointText(v); }
+    std::string Local(f32 v) const { return FloatToText(v, separator_); }
+
+    void Head() {
+        Line("// QC-File for Half-Life Model: " + Quoted(doc_.ModelName));
+        Line("// Createt with \"Quarle 0.8.4\"");
+        Line(MakersNotice);
+        Line();
+    }
+
+    void Paths() {
+        Line("// Pathdata");
+        Line("$modelname " + Quoted(doc_.ModelName));
+        Line("$cd " + Quoted(doc_.ModelPath));
+        Line("$cdtexture " + Quoted(doc_.TexturePath));
+        Line();
+    }
+
+    void ModelSettings() {
+        Line("// Modelsettings");
+        if (doc_.ModelScale != 1.0f) {
+            Line("$scale " + Point(doc_.ModelScale));
+        }
+        if (doc_.Gamma != DefaultGamma) {
+            Line("$gamma " + Point(doc_.Gamma));
+        }
+        if (doc_.ExternalTextures == 1) {
+            Line("$externaltextures");
+        }
+        if (doc_.EyesOn == 1) {
+            Line("$eyeposition " + Local(doc_.EyeX) + " " + Local(doc_.EyeY) + " " +
+                 Local(doc_.EyeZ));
+        }
+        for (int i = 0; i <= limits::LastAttachment; ++i) {
+            const AttachmentRec& a = doc_.Attachments[Index(i)];
+            if (a.Active == 1) {
+                Line("$attachment " + IntToText(i) + " " + Quoted(doc_.AttachmentBones[Index(i)]) +
+                     " " + Point(a.X) + " " + Point(a.Y) + " " + Point(a.Z));
+            }
+        }
+        for (int i = 0; i <= limits::LastController; ++i) {
+            const ControllerRec& c = doc_.Controllers[Index(i)];
+            if (c.Active == 1) {
+                Line("$controller " + IntToText(i) + " " + Quoted(doc_.ControllerBones[Index(i)]) +
+                     " " + std::string(AxisWord(c.Axis)) + " " + Local(c.LimitMin) + " " +
+                     Local(c.LimitMax));
+            }
+        }
+    }
+
+    void BodyGroups() {
+        const int groups = std::min<int>(doc_.BodyGroupCount, limits::LastBodyGroup);
+        for (int g = 1; g <= groups; ++g) {
+            const BodyGroupRec& group = doc_.BodyGroups[Index(g)];
+            const int parts = std::min<int>(group.PartCount, limits::LastPart);
+            if (parts == 1) {
+                // A lone part, even "<blank>", stands as it is; its Reverse is lost.
+                Line("$body " + group.Name + " " + Quoted(group.Parts[1]));
+                continue;
+            }
+            Line("$bodygroup " + group.Name);
+            Line("{");
+            for (int p = 1; p <= parts; ++p) {
+                const std::string& part = group.Parts[Index(p)];
+                if (part == Blank) {
+                    Line("blank");
+                } else {
+                    Line("studio " + Quoted(part) +
+                         (group.Reverse[Index(p)] != 0 ? " reverse" : ""));
+                }
+            }
+            Line("}");
+        }
+    }
+
+    void RenderModes() {
+        for (int i = 1; i <= limits::LastWrittenTextureMode; ++i) {
+            const TextureModeRec& mode = doc_.TextureModes[Index(i)];
+            if (mode.Mode == 1) {
+                Line("$texrendermode " + Quoted(mode.Name) + " masked");
+            } else if (mode.Mode == 2) {
+                Line("$texrendermode " + Quoted(mode.Name) + " additive");
+            }
+        }
+    }
+
+    void TextureGroup() {
+        const int columns = std::min<int>(doc_.TextureCount, limits::LastTexture);
+        if (columns <= 0) {
+            return;
+        }
+        const auto& base = doc_.TextureVariations[1];
+        bool opened = false;
+        for (int r = 2; r <= limits::LastWrittenTextureRow; ++r) {
+            const auto& row = doc_.TextureVariations[Index(r)];
+            const bool used = std::any_of(row.begin() + 1, row.begin() + 1 + columns,
+                                          [](const std::string& cell) { return cell != Blank; });
+            if (!used) {
+                continue;
+            }
+            if (!opened) {
+                Line();
+                Line("$texturegroup dummi");
+                Line("{");
+                RowLine(base, base, columns);
+                opened = true;
+            }
+            RowLine(row, base, columns);
+        }
+        if (opened) {
+            Line("}");
+        }
+    }
+
+    // { "a.bmp" "b.bmp" }: a "<blank>" cell is the base texture of its column.
+    template <typename Row> void RowLine(const Row& row, const Row& base, int columns) {
+        std::string text = "{";
+        for (int c = 1; c <= columns; ++c) {
+            const std::string& cell = row[Index(c)];
+            text += " " + Quoted(cell == Blank ? base[Index(c)] : cell);
+        }
+        Line(text + " }");
+    }
+
+    void Animations() {
+        Line();
+        Line("// Animations");
+        if (doc_.SequenceGroupSize > 0) {
+            Line("$sequencegroupsize " + IntToText(doc_.SequenceGroupSize));
+        }
+        for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+            for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+                const AnimRec& anim = doc_.Anims[Index(g)][Index(s)];
+                if (anim.Name.empty()) {
+                    continue;
+                }
+                if (g > 0 && s == 0) {
+                    Line();
+                    Line("$sequencegroup seqgroup" + IntToText(g));
+                }
+                Line(SequenceLine(anim));
+            }
+        }
+    }
+
+    std::string SequenceLine(const AnimRec& a) const {
+        std::string line = "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
+        if (a.BlendOn == 1) {
+            line += " " + Quoted(a.BlendFile);
+        }
+        line += " fps " + IntToText(a.Fps);
+        if (a.Loop == 1) {
+            line += " loop";
+        }
+        if (a.FrameLimit == 1) {
+            line += " frame " + IntToText(a.FrameStart) + " " + IntToText(a.FrameEnd);
+        }
+        if (a.OriginOn == 1) {
+            line += " origin " + IntToText(a.OriginX) + " " + IntToText(a.OriginY) + " " +
+                    IntToText(a.OriginZ);
+        }
+        if (a.Rotate != 0.0f) {
+            line += " rotate " + Local(a.Rotate);
+        }
+        line += " " + a.ActivityId; // the blank stands even without an activity
+        if (a.LX == 1) {
+            line += " LX";
+        }
+        if (a.LY == 1) {
+            line += " LY";
+        }
+        if (a.LZ == 1) {
+            line += " LZ";
+        }
+        if (a.Scale != 1.0f) {
+            line += " scale " + Local(a.Scale);
+        }
+        if (a.BlendOn == 1) {
+            line += " blend " + std::string(AxisWord(a.BlendAxis)) + " " + Local(a.BlendMin) + " " +
+                    Local(a.BlendMax);
+        }
+        for (int e = 1; e <= a.EventCount; ++e) {
+            const AnimEventRec& event = a.Events[e];
+            line += " { event " + IntToText(event.EventId) + " " + IntToText(event.Frame);
+            if (!event.Parameter.empty()) {
+                line += " " + Quoted(event.Parameter);
+            }
+            line += " }";
+        }
+        return line;
+    }
+
+    const Document& doc_;
+    std::ostream& out_;
+    char separator_;
+};
+
+fs::path HostPath(const std::string& utf8) {
+    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string Utf8(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+
+WriteResult Failure(const std::string& what, const fs::path& path, const std::error_code& ec = {}) {
+    std::string text = what + ": " + Utf8(path);
+    if (ec) {
+        text += " (" + ec.message() + ")";
+    }
+    return {false, text};
+}
+
+// A name beside the target that no file has yet.
+fs::path TemporaryBeside(const fs::path& target) {
+    std::mt19937 random(static_cast<std::mt19937::result_type>(
+        std::chrono::steady_clock::now().time_since_epoch().count()));
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        fs::path candidate = target;
+        candidate += ".tmp" + std::to_string(random() % 1000000);
+        std::error_code ec;
+        if (!fs::exists(candidate, ec) && !ec) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+void WriteQcScript(const Document& doc, std::ostream& out, char decimalSeparator) {
+    ScriptWriter(doc, out, decimalSeparator).Write();
+}
+
+WriteResult WriteQcFile(const Document& doc, const std::string& path, char decimalSeparator) {
+    fs::path target = HostPath(path);
+    if (path.empty() || !target.has_filename()) {
+        return Failure("The script has no file name", target);
+    }
+    std::error_code ec;
+    if (fs::is_symlink(fs::symlink_status(target, ec))) {
+        // Replace the file the link points to, not the link.
+        const fs::path real = fs::canonical(target, ec);
+        if (ec) {
+            return Failure("The script is a link to a file that cannot be found", target, ec);
+        }
+        target = real;
+    }
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    if (!fs::is_directory(folder, ec)) {
+        return Failure("The folder of the script does not exist", folder, ec);
+    }
+    const fs::file_status old = fs::status(target, ec);
+    const bool replacing = fs::exists(old);
+    if (replacing && !fs::is_regular_file(old)) {
+        return Failure("The script's name belongs to something that is not a file", target);
+    }
+    if (replacing && (old.permissions() & fs::perms::owner_write) == fs::perms::none) {
+        return Failure("The script is write-protected", target);
+    }
+
+    const fs::path temporary = TemporaryBeside(target);
+    if (temporary.empty()) {
+        return Failure("No temporary file could be made beside the script", target);
+    }
+    auto fail = [&](const std::string& what, const fs::path& where, std::error_code code = {}) {
+        std::error_code ignored;
+        fs::remove(temporary, ignored);
+        return Failure(what, where, code);
+    };
+    {
+        errno = 0;
+        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        if (!out.is_open()) {
+            const int error = errno;
+            return fail("The folder of the script cannot be written to", folder,
+                        error != 0 ? std::error_code(error, std::generic_category())
+                                   : std::error_code());
+        }
+        WriteQcScript(doc, out, decimalSeparator);
+        out.flush();
+        const bool written = out.good();
+        out.close();
+        if (!written || out.fail()) {
+            return fail("The script could not be written completely (is the disk full?)", target);
+        }
+    }
+    if (replacing) {
+        // The new script keeps what the user set for the old one.
+        fs::permissions(temporary, old.permissions(), ec);
+    }
+    fs::rename(temporary, target, ec);
+    if (ec) {
+        return fail("The script could not replace the old file", target, ec);
+    }
+    return {};
+}
+
+} // namespace quarle
