@@ -1,9 +1,9 @@
 #include "localisation/LanguageFile.h"
 
+#include "localisation/Cp1252.h"
+
 #include <fstream>
 #include <iterator>
-
-#include "localisation/Cp1252.h"
 
 namespace quarle {
 namespace {

@@ -9,6 +9,8 @@
 // table. Everything here works on the file's lines after conversion to UTF-8.
 #pragma once
 
+#include "localisation/GlobalStrings.h"
+
 #include <array>
 #include <cstddef>
 #include <filesystem>
@@ -16,8 +18,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "localisation/GlobalStrings.h"
 
 namespace quarle {
 
@@ -122,7 +122,7 @@ struct LngContents {
     std::vector<LngSection> Sections;
     bool HasGlobalStrings = false;
     std::optional<LngEntry> CountLine;
-    std::vector<LngEntry> Strings; // the entry lines behind the count line, at most 93
+    std::vector<LngEntry> Strings;     // the entry lines behind the count line, at most 93
     std::size_t LinesAfterStrings = 0; // lines behind the last string
 };
 

@@ -1,11 +1,11 @@
 #include "ui/localisation/ApplyLanguage.h"
 
+#include "localisation/LanguageFile.h"
+#include "platform/Reflection.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include "localisation/LanguageFile.h"
-#include "platform/Reflection.h"
 
 namespace quarle::ui {
 namespace {
@@ -18,9 +18,7 @@ class MessageHost : public LanguageHost {
 public:
     explicit MessageHost(platform::Services& services) : services_(services) {}
 
-    void IncompleteWarning() override {
-        Warn(IncompleteWarningText, IncompleteWarningTitle);
-    }
+    void IncompleteWarning() override { Warn(IncompleteWarningText, IncompleteWarningTitle); }
     void OutdatedWarning() override { Warn(OutdatedWarningText, OutdatedWarningTitle); }
 
 private:
@@ -97,7 +95,8 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
             return;
         }
         if (QObject* tab = platform::FindControl(form, QStringLiteral("TabSmd"))) {
-            platform::SetTabCaption(tab, 1, QString::fromStdString(state.IdsTexts[IDS_ANIMATIONFILES]));
+            platform::SetTabCaption(tab, 1,
+                                    QString::fromStdString(state.IdsTexts[IDS_ANIMATIONFILES]));
         }
     } else {
         lines = ReadLines(LanguagePath(services, state.Settings.LanguageFile));
