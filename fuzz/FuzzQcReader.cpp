@@ -1,13 +1,13 @@
 // The reader over any script: written to a file, read with a host that
 // answers every question the same way for the same input, then written back.
 // Nothing may crash, hang, or touch memory outside a table.
-#include <memory>
-#include <sstream>
-
 #include "FuzzSupport.h"
 #include "document/Document.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
+
+#include <memory>
+#include <sstream>
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The three .smd scans over any file.
-#include <array>
-#include <string>
-
 #include "FuzzSupport.h"
 #include "document/SmdScan.h"
+
+#include <array>
+#include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const quarle::fuzz::ProcessFolder folder;

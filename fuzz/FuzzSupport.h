@@ -8,7 +8,6 @@
 #include <fstream>
 #include <string>
 #include <string_view>
-
 #include <unistd.h>
 
 namespace quarle::fuzz {
@@ -17,8 +16,8 @@ namespace quarle::fuzz {
 class ProcessFolder {
 public:
     ProcessFolder() {
-        path_ = std::filesystem::temp_directory_path() /
-                ("quarle-fuzz-" + std::to_string(::getpid()));
+        path_ =
+            std::filesystem::temp_directory_path() / ("quarle-fuzz-" + std::to_string(::getpid()));
         std::filesystem::remove_all(path_);
         std::filesystem::create_directories(path_);
     }

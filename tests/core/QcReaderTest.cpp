@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
+#include "QcReaderTestSupport.h"
 
 #include <cfloat>
 #include <filesystem>
-
-#include "QcReaderTestSupport.h"
+#include <gtest/gtest.h>
 
 namespace quarle {
 namespace {
@@ -18,8 +17,8 @@ TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
     l.Dir.Write("inc.qc", "$gamma 2\n");
     EXPECT_EQ(l.Load("// head\n" + l.Paths() + "$include \"" + l.Dir / "inc.qc" + "\"\n"),
               ReadOutcome::Loaded);
-    EXPECT_EQ(ReadFile(l.Dir / "loadbuffer.dat"), "$cd \"" + l.M() + "\"\r\n$cdtexture \"" +
-                                                      l.Dir / "tex" + "\"\r\n$gamma 2\r\n");
+    EXPECT_EQ(ReadFile(l.Dir / "loadbuffer.dat"),
+              "$cd \"" + l.M() + "\"\r\n$cdtexture \"" + l.Dir / "tex" + "\"\r\n$gamma 2\r\n");
     EXPECT_EQ(l.Doc->Gamma, 2.0f);
     EXPECT_EQ(l.Host.Finished, 1);
     EXPECT_EQ(l.Host.NewDocuments, 0);
@@ -68,8 +67,8 @@ TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
 TEST(QcReader, DirectiveWordsLineLogicAndNumbers) {
     Model l;
     l.Load("   $SCALE 2.5  \n"
-           "\t$gamma 3\n"          // a tab in front: no directive
-           "$gamma\t2.2\n"         // a tab after the word: an unknown directive
+           "\t$gamma 3\n"  // a tab in front: no directive
+           "$gamma\t2.2\n" // a tab after the word: an unknown directive
            "$externaltextures\n"
            "$eyeposition 1.5 \"2\" -3\n"
            "$sequencegroupsize 64.5\n"
@@ -245,18 +244,19 @@ TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
 
 TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
     Model l;
-    l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nstudio \"leg\"\n}\n"
-                       "$texturegroup skins\n"
-                       "{\n"
-                       "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
-                       "\n"
-                       "{ \"c2.bmp\" \"a.bmp\" \"b2.bmp\" }\n"
-                       "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
-                       "{ \"c3.bmp\" \"a3.bmp\"\n"
-                       "\"b3.bmp\" }\n"
-                       "}\n"
-                       "$texturegroup again {\n"
-                       "}\n");
+    l.Load(l.Paths() +
+           "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nstudio \"leg\"\n}\n"
+           "$texturegroup skins\n"
+           "{\n"
+           "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
+           "\n"
+           "{ \"c2.bmp\" \"a.bmp\" \"b2.bmp\" }\n"
+           "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
+           "{ \"c3.bmp\" \"a3.bmp\"\n"
+           "\"b3.bmp\" }\n"
+           "}\n"
+           "$texturegroup again {\n"
+           "}\n");
     const auto& t = l.Doc->TextureVariations;
     ASSERT_EQ(l.Doc->TextureCount, 4); // a, b, c, d: A.BMP of leg is a.bmp again
     EXPECT_EQ(t[1][1], "a.bmp");

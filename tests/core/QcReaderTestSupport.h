@@ -2,21 +2,20 @@
 // of a script text as the open command does it.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "document/Document.h"
+#include "document/QcReader.h"
+#include "document/QcWriter.h"
+#include "document/ReaderHost.h"
 
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include "document/Document.h"
-#include "document/QcReader.h"
-#include "document/QcWriter.h"
-#include "document/ReaderHost.h"
 
 namespace quarle::testing {
 

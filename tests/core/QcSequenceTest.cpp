@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "QcReaderTestSupport.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 namespace quarle {
 namespace {
@@ -136,8 +135,8 @@ TEST(QcSequence, TokeniserQuirksInWholeLines) {
     EXPECT_EQ(l.Slot(0).Fps, 30);
     EXPECT_EQ(l.Slot(1).ActivityId, " loop"); // three blanks: an empty token
     EXPECT_EQ(l.Slot(1).Loop, 0);
-    EXPECT_EQ(l.Slot(2).Loop, 1);             // two blanks do no harm
-    EXPECT_EQ(l.Slot(3).SmdFile, "\ttab");    // a tab stays in front of the next token
+    EXPECT_EQ(l.Slot(2).Loop, 1);          // two blanks do no harm
+    EXPECT_EQ(l.Slot(3).SmdFile, "\ttab"); // a tab stays in front of the next token
     EXPECT_EQ(l.Slot(3).Fps, 12);
     EXPECT_EQ(l.Slot(4).Name, "q"); // "$sequence\t..." is no $sequence
     EXPECT_EQ(l.Slot(4).Fps, 24);   // quotes come off before the number is read
@@ -312,10 +311,10 @@ TEST(QcSequence, ADecimalCommaIsCutOnTheNextLoad) {
     again.LoadFile(m.Dir.Write("comma.qc", out.str()));
     const Document& d = *again.Doc;
     EXPECT_EQ(d.Anims[0][1].Rotate, 1.0f);
-    EXPECT_EQ(d.EyeY, -2.0f);                // locale form
+    EXPECT_EQ(d.EyeY, -2.0f); // locale form
     EXPECT_EQ(d.Controllers[1].LimitMax, 30.0f);
     EXPECT_EQ(d.Anims[0][0].BlendMax, 45.0f);
-    EXPECT_EQ(d.Attachments[0].X, 1.5f);     // point form
+    EXPECT_EQ(d.Attachments[0].X, 1.5f); // point form
     EXPECT_EQ(d.ModelScale, 1.5f);
 }
 

@@ -1,11 +1,11 @@
 #include "document/QcInclude.h"
 
+#include "document/Paths.h"
+#include "document/Text.h"
+
 #include <filesystem>
 #include <fstream>
 #include <system_error>
-
-#include "document/Paths.h"
-#include "document/Text.h"
 
 namespace quarle {
 

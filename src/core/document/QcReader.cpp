@@ -1,5 +1,10 @@
 #include "document/QcReader.h"
 
+#include "document/Paths.h"
+#include "document/QcInclude.h"
+#include "document/SmdScan.h"
+#include "document/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cfloat>
@@ -10,11 +15,6 @@
 #include <span>
 #include <string_view>
 #include <system_error>
-
-#include "document/Paths.h"
-#include "document/QcInclude.h"
-#include "document/SmdScan.h"
-#include "document/Text.h"
 
 namespace quarle {
 
