@@ -190,6 +190,21 @@ struct Model : Loader {
     }
 };
 
+// The lines of a written script that start with prefix, each ended by LF.
+inline std::string LinesOf(const std::string& text, std::string_view prefix) {
+    std::string found;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        if (line.starts_with(prefix)) {
+            found += line + "\n";
+        }
+    }
+    return found;
+}
+
 // The text without its line n (from 1): drops the maker's notice of the
 // writer's head from comparisons.
 inline std::string WithoutLine(const std::string& text, int n) {

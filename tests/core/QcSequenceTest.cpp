@@ -6,6 +6,7 @@
 namespace quarle {
 namespace {
 
+using testing::LinesOf;
 using testing::Model;
 using testing::ReadFile;
 using testing::WithoutLine;
@@ -23,41 +24,16 @@ TEST(QcSequence, TheWritersPlainLinesAndOptionWords) {
            "$sequence \"d\" \"d\" Fps 24 LOOP frame 2 20.5 origin 1.5 -2 3 LY lz\n"
            "$sequence \"e\" \"e\" rotate -90.5 scale 0.25 X AX AY AZR x\n"
            "$sequence \"f\" \"f\" ACT_ARM 1 LX\n");
-    const AnimRec& a = l.Slot(0);
-    EXPECT_EQ(a.Name, "a");
-    EXPECT_EQ(a.SmdFile, "a");
-    EXPECT_EQ(a.Fps, 30);
-    EXPECT_EQ(a.Loop, 0);
-    EXPECT_EQ(a.ActivityId, "");
-    EXPECT_EQ(a.BlendOn, 0);
-    EXPECT_EQ(a.LX, 0);
-    EXPECT_EQ(a.EventCount, 0);
-
-    EXPECT_EQ(l.Slot(1).LX, 1);
+    // Whole numbers round halves to the even neighbour; the dropped words
+    // start no activity.
+    EXPECT_EQ(LinesOf(l.Written(), "$sequence"),
+              "$sequence \"a\" \"a\" fps 30 \n"
+              "$sequence \"b\" \"b\" fps 30  LX\n"
+              "$sequence \"c\" \"c\" fps 24 loop \n"
+              "$sequence \"d\" \"d\" fps 24 loop frame 2 20 origin 2 -2 3  LY LZ\n"
+              "$sequence \"e\" \"e\" fps 30 rotate -90.5  scale 0.25\n"
+              "$sequence \"f\" \"f\" fps 30 ACT_ARM 1 LX\n");
     EXPECT_EQ(l.Slot(1).ActivityId, "");
-    EXPECT_EQ(l.Slot(2).Fps, 24);
-    EXPECT_EQ(l.Slot(2).Loop, 1);
-
-    const AnimRec& d = l.Slot(3);
-    EXPECT_EQ(d.Fps, 24);
-    EXPECT_EQ(d.FrameLimit, 1);
-    EXPECT_EQ(d.FrameStart, 2);
-    EXPECT_EQ(d.FrameEnd, 20); // halves to the even neighbour
-    EXPECT_EQ(d.OriginOn, 1);
-    EXPECT_EQ(d.OriginX, 2);
-    EXPECT_EQ(d.OriginY, -2);
-    EXPECT_EQ(d.OriginZ, 3);
-    EXPECT_EQ(d.LY, 1);
-    EXPECT_EQ(d.LZ, 1);
-    EXPECT_EQ(d.LX, 0);
-
-    const AnimRec& e = l.Slot(4);
-    EXPECT_EQ(e.Rotate, -90.5f);
-    EXPECT_EQ(e.Scale, 0.25f);
-    EXPECT_EQ(e.Fps, 30);
-    EXPECT_EQ(e.ActivityId, ""); // the dropped words start no activity
-    EXPECT_EQ(e.BlendOn, 0);
-
     EXPECT_EQ(l.Slot(5).ActivityId, "ACT_ARM 1");
     EXPECT_EQ(l.Slot(5).LX, 1);
 }
