@@ -140,6 +140,20 @@ TEST(QcReader, BodyGroupsAndTheirPartLines) {
     EXPECT_EQ(l.Host.Questions[0].Kind, "part");
 }
 
+TEST(QcReader, ASecondLoadFindsNothingOfTheFirstInGroupsTheResetMisses) {
+    Model l;
+    std::string script = l.Paths();
+    for (int g = 1; g <= 12; ++g) {
+        script += "$bodygroup g" + std::to_string(g) + "\n{\nstudio \"arm\"\nblank\n}\n";
+    }
+    const std::string path = l.Dir.Write("twelve.qc", script);
+    l.LoadFile(path);
+    const std::string first = l.Written();
+    l.LoadFile(path);
+    EXPECT_EQ(l.Doc->BodyGroups[12].PartCount, 2);
+    EXPECT_EQ(l.Written(), first);
+}
+
 TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {
     Model l;
     l.Dir.Write("elsewhere/gone.smd", Smd({}));

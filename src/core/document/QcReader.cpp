@@ -425,7 +425,11 @@ private:
             return nullptr;
         }
         ++doc_.BodyGroupCount;
-        return &doc_.BodyGroups[doc_.BodyGroupCount];
+        // Fresh, as the reset leaves it: groups above 10 and part slots above
+        // 10 are not reset and would carry parts of an earlier load.
+        BodyGroupRec& group = doc_.BodyGroups[doc_.BodyGroupCount];
+        group = BodyGroupRec{};
+        return &group;
     }
 
     void Body() {
