@@ -8,13 +8,49 @@ GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Un
 PACKAGES   := cmake g++ ninja-build qt6-base-dev libgtest-dev libgmock-dev
 SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: run test bench deps configure build clean
+# The core again under AddressSanitizer and UBSan, and the fuzz targets
+# (clang with libFuzzer) for FUZZ_SECONDS each.
+SANITIZE      := -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+FUZZ_PACKAGES := clang libclang-rt-14-dev
+FUZZ_SECONDS  ?= 60
+FUZZ_TARGETS  := qc_reader:qc smd_scan:smd
+
+.PHONY: run test test-sanitizers test-fuzz bench deps deps-fuzz configure build clean
 
 run: build
 	cd $(BUILD)/bin && ./quarle
 
 test: build
 	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+	@$(MAKE) --no-print-directory test-sanitizers
+	@$(MAKE) --no-print-directory test-fuzz
+
+test-sanitizers: deps
+	cmake -S . -B build-asan -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Debug -DQUARLE_CORE_ONLY=ON \
+	    "-DCMAKE_CXX_FLAGS=$(SANITIZE)"
+	cmake --build build-asan -j $(JOBS)
+	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	    ctest --test-dir build-asan --output-on-failure -j $(JOBS)
+
+# Skipped with a message where clang cannot build a libFuzzer target.
+test-fuzz: deps-fuzz
+	@if ! echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' \
+	        | clang++ -x c++ -fsanitize=fuzzer - -o /dev/null 2>/dev/null; then \
+	    echo "clang++ with libFuzzer not available: fuzz runs skipped"; exit 0; \
+	fi; \
+	set -e; \
+	CXX=clang++ cmake -S . -B build-fuzz -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    -DQUARLE_CORE_ONLY=ON -DQUARLE_FUZZ=ON; \
+	cmake --build build-fuzz -j $(JOBS) --target $(foreach t,$(FUZZ_TARGETS),fuzz_$(firstword $(subst :, ,$(t)))); \
+	for t in $(FUZZ_TARGETS); do \
+	    name=$${t%%:*}; corpus=$${t##*:}; mkdir -p build-fuzz/corpus-$$corpus; \
+	    echo "fuzz_$$name for $(FUZZ_SECONDS) s"; \
+	    build-fuzz/bin/fuzz_$$name build-fuzz/corpus-$$corpus fuzz/corpus/$$corpus \
+	        -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 \
+	        -artifact_prefix=build-fuzz/ -print_final_stats=1 2>build-fuzz/fuzz_$$name.log \
+	        || { tail -n 60 build-fuzz/fuzz_$$name.log; exit 1; }; \
+	    grep -E '^Done' build-fuzz/fuzz_$$name.log; \
+	done
 
 bench: configure
 	BUILD=$(abspath $(BUILD)) bench/scan.sh
@@ -27,6 +63,17 @@ deps:
 	    echo "Installing:$$missing"; \
 	    $(SUDO) apt-get update -qq && \
 	    DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq $$missing; \
+	fi
+
+deps-fuzz:
+	@missing=""; for p in $(FUZZ_PACKAGES); do \
+	    dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ] && command -v apt-get >/dev/null 2>&1; then \
+	    echo "Installing:$$missing"; \
+	    ( $(SUDO) apt-get update -qq && \
+	      DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq $$missing ) \
+	    || echo "could not install$$missing"; \
 	fi
 
 $(BUILD)/CMakeCache.txt: | deps

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "document/QcInclude.h"
 
 #include "QcReaderTestSupport.h"
-#include "document/QcInclude.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 namespace quarle {
 namespace {
@@ -121,14 +121,14 @@ TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
     // a includes itself twice and b, which includes a again.
     const std::string a = l.Dir / "a.qc";
     const std::string b = l.Dir / "b.qc";
-    l.Dir.Write("a.qc", "a1\n$include \"" + a + "\"\n$include \"" + b + "\"\n$include \"" + a +
-                            "\"\na2\n");
+    l.Dir.Write("a.qc",
+                "a1\n$include \"" + a + "\"\n$include \"" + b + "\"\n$include \"" + a + "\"\na2\n");
     l.Dir.Write("b.qc", "b1\n$include \"" + a + "\"\nb2\n");
     // A chain of 40 files, each including the next.
     for (int i = 0; i < 40; ++i) {
-        l.Dir.Write("chain" + std::to_string(i) + ".qc",
-                    "c" + std::to_string(i) + "\n$include \"" + l.Dir / "chain" +
-                        std::to_string(i + 1) + ".qc\"\n");
+        l.Dir.Write("chain" + std::to_string(i) + ".qc", "c" + std::to_string(i) + "\n$include \"" +
+                                                             l.Dir / "chain" +
+                                                             std::to_string(i + 1) + ".qc\"\n");
     }
     std::filesystem::create_directory(l.Dir / "folder.qc");
     const auto top =

@@ -2,21 +2,20 @@
 // of a script text as the open command does it.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "document/Document.h"
+#include "document/QcReader.h"
+#include "document/QcWriter.h"
+#include "document/ReaderHost.h"
 
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include "document/Document.h"
-#include "document/QcReader.h"
-#include "document/QcWriter.h"
-#include "document/ReaderHost.h"
 
 namespace quarle::testing {
 
@@ -190,6 +189,21 @@ struct Model : Loader {
         return "$cd \"" + M() + "\"\n$cdtexture \"" + Dir / "tex" + "\"\n";
     }
 };
+
+// The lines of a written script that start with prefix, each ended by LF.
+inline std::string LinesOf(const std::string& text, std::string_view prefix) {
+    std::string found;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        if (line.starts_with(prefix)) {
+            found += line + "\n";
+        }
+    }
+    return found;
+}
 
 // The text without its line n (from 1): drops the maker's notice of the
 // writer's head from comparisons.

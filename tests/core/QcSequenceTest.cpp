@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "QcReaderTestSupport.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 namespace quarle {
 namespace {
 
+using testing::LinesOf;
 using testing::Model;
 using testing::ReadFile;
 using testing::WithoutLine;
@@ -24,41 +24,16 @@ TEST(QcSequence, TheWritersPlainLinesAndOptionWords) {
            "$sequence \"d\" \"d\" Fps 24 LOOP frame 2 20.5 origin 1.5 -2 3 LY lz\n"
            "$sequence \"e\" \"e\" rotate -90.5 scale 0.25 X AX AY AZR x\n"
            "$sequence \"f\" \"f\" ACT_ARM 1 LX\n");
-    const AnimRec& a = l.Slot(0);
-    EXPECT_EQ(a.Name, "a");
-    EXPECT_EQ(a.SmdFile, "a");
-    EXPECT_EQ(a.Fps, 30);
-    EXPECT_EQ(a.Loop, 0);
-    EXPECT_EQ(a.ActivityId, "");
-    EXPECT_EQ(a.BlendOn, 0);
-    EXPECT_EQ(a.LX, 0);
-    EXPECT_EQ(a.EventCount, 0);
-
-    EXPECT_EQ(l.Slot(1).LX, 1);
+    // Whole numbers round halves to the even neighbour; the dropped words
+    // start no activity.
+    EXPECT_EQ(LinesOf(l.Written(), "$sequence"),
+              "$sequence \"a\" \"a\" fps 30 \n"
+              "$sequence \"b\" \"b\" fps 30  LX\n"
+              "$sequence \"c\" \"c\" fps 24 loop \n"
+              "$sequence \"d\" \"d\" fps 24 loop frame 2 20 origin 2 -2 3  LY LZ\n"
+              "$sequence \"e\" \"e\" fps 30 rotate -90.5  scale 0.25\n"
+              "$sequence \"f\" \"f\" fps 30 ACT_ARM 1 LX\n");
     EXPECT_EQ(l.Slot(1).ActivityId, "");
-    EXPECT_EQ(l.Slot(2).Fps, 24);
-    EXPECT_EQ(l.Slot(2).Loop, 1);
-
-    const AnimRec& d = l.Slot(3);
-    EXPECT_EQ(d.Fps, 24);
-    EXPECT_EQ(d.FrameLimit, 1);
-    EXPECT_EQ(d.FrameStart, 2);
-    EXPECT_EQ(d.FrameEnd, 20); // halves to the even neighbour
-    EXPECT_EQ(d.OriginOn, 1);
-    EXPECT_EQ(d.OriginX, 2);
-    EXPECT_EQ(d.OriginY, -2);
-    EXPECT_EQ(d.OriginZ, 3);
-    EXPECT_EQ(d.LY, 1);
-    EXPECT_EQ(d.LZ, 1);
-    EXPECT_EQ(d.LX, 0);
-
-    const AnimRec& e = l.Slot(4);
-    EXPECT_EQ(e.Rotate, -90.5f);
-    EXPECT_EQ(e.Scale, 0.25f);
-    EXPECT_EQ(e.Fps, 30);
-    EXPECT_EQ(e.ActivityId, ""); // the dropped words start no activity
-    EXPECT_EQ(e.BlendOn, 0);
-
     EXPECT_EQ(l.Slot(5).ActivityId, "ACT_ARM 1");
     EXPECT_EQ(l.Slot(5).LX, 1);
 }
@@ -136,8 +111,8 @@ TEST(QcSequence, TokeniserQuirksInWholeLines) {
     EXPECT_EQ(l.Slot(0).Fps, 30);
     EXPECT_EQ(l.Slot(1).ActivityId, " loop"); // three blanks: an empty token
     EXPECT_EQ(l.Slot(1).Loop, 0);
-    EXPECT_EQ(l.Slot(2).Loop, 1);             // two blanks do no harm
-    EXPECT_EQ(l.Slot(3).SmdFile, "\ttab");    // a tab stays in front of the next token
+    EXPECT_EQ(l.Slot(2).Loop, 1);          // two blanks do no harm
+    EXPECT_EQ(l.Slot(3).SmdFile, "\ttab"); // a tab stays in front of the next token
     EXPECT_EQ(l.Slot(3).Fps, 12);
     EXPECT_EQ(l.Slot(4).Name, "q"); // "$sequence\t..." is no $sequence
     EXPECT_EQ(l.Slot(4).Fps, 24);   // quotes come off before the number is read
@@ -312,10 +287,10 @@ TEST(QcSequence, ADecimalCommaIsCutOnTheNextLoad) {
     again.LoadFile(m.Dir.Write("comma.qc", out.str()));
     const Document& d = *again.Doc;
     EXPECT_EQ(d.Anims[0][1].Rotate, 1.0f);
-    EXPECT_EQ(d.EyeY, -2.0f);                // locale form
+    EXPECT_EQ(d.EyeY, -2.0f); // locale form
     EXPECT_EQ(d.Controllers[1].LimitMax, 30.0f);
     EXPECT_EQ(d.Anims[0][0].BlendMax, 45.0f);
-    EXPECT_EQ(d.Attachments[0].X, 1.5f);     // point form
+    EXPECT_EQ(d.Attachments[0].X, 1.5f); // point form
     EXPECT_EQ(d.ModelScale, 1.5f);
 }
 

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
+#include "QcReaderTestSupport.h"
 
 #include <cstdlib>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
-
-#include "QcReaderTestSupport.h"
 
 // The tool runs through a POSIX shell.
 #ifndef _WIN32
@@ -33,9 +32,10 @@ std::string Quoted(const std::string& s) {
 }
 
 // Runs quarle-qc roundtrip in folder cwd, with env in front (as "A=b ").
-ToolRun Roundtrip(const TempDir& dir, const std::vector<std::string>& args, const std::string& env = "") {
-    std::string command = "cd " + Quoted(dir.Path()) + " && " + env + Quoted(QUARLE_QC_TOOL) +
-                          " roundtrip";
+ToolRun Roundtrip(const TempDir& dir, const std::vector<std::string>& args,
+                  const std::string& env = "") {
+    std::string command =
+        "cd " + Quoted(dir.Path()) + " && " + env + Quoted(QUARLE_QC_TOOL) + " roundtrip";
     for (const std::string& a : args) {
         command += " " + Quoted(a);
     }
@@ -57,14 +57,21 @@ std::string Crlf(const std::string& lf) {
 
 // The writer's example script, for a model folder m.
 std::string Example(const std::string& m, const std::string& tex) {
-    return Crlf("// QC-File for Half-Life Model: \"" + m + "\\robot.mdl\"\n"
+    return Crlf("// QC-File for Half-Life Model: \"" + m +
+                "\\robot.mdl\"\n"
                 "// Createt with \"Quarle 0.8.4\"\n"
                 "// the notice\n"
                 "\n"
                 "// Pathdata\n"
-                "$modelname \"" + m + "\\robot.mdl\"\n"
-                "$cd \"" + m + "\"\n"
-                "$cdtexture \"" + tex + "\"\n"
+                "$modelname \"" +
+                m +
+                "\\robot.mdl\"\n"
+                "$cd \"" +
+                m +
+                "\"\n"
+                "$cdtexture \"" +
+                tex +
+                "\"\n"
                 "\n"
                 "// Modelsettings\n"
                 "$gamma 2.2\n"
@@ -157,7 +164,7 @@ TEST(RoundtripCommand, NumbersTakeAPointWhateverTheLocaleSays) {
     const std::string in = dir.Write("in.qc", "$eyeposition 1.5 0 0\n$gamma 2.5\n"
                                               "$sequence \"a\" \"a\" rotate 1.5 scale 0.5\n");
     const ToolRun run = Roundtrip(dir, {in, dir / "out.qc"},
-                              "LC_ALL=de_DE.UTF-8 LC_NUMERIC=de_DE.UTF-8 LANG=de_DE.UTF-8 ");
+                                  "LC_ALL=de_DE.UTF-8 LC_NUMERIC=de_DE.UTF-8 LANG=de_DE.UTF-8 ");
     EXPECT_EQ(run.Status, 0);
     const std::string out = ReadFile(dir / "out.qc");
     EXPECT_NE(out.find("$eyeposition 1.5 0 0\r\n"), std::string::npos) << out;

@@ -2,18 +2,18 @@
 // open command does and writes it back through the writer. Nothing is asked:
 // with "keep" every folder or part file that cannot be found stays as the
 // script wrote it; with "refuse" the first such question breaks the load off.
+#include "Commands.h"
+#include "document/Document.h"
+#include "document/Paths.h"
+#include "document/QcReader.h"
+#include "document/QcWriter.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <random>
 #include <string>
 #include <system_error>
-
-#include "Commands.h"
-#include "document/Document.h"
-#include "document/Paths.h"
-#include "document/QcReader.h"
-#include "document/QcWriter.h"
 
 namespace quarle::qc {
 

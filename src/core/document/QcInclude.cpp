@@ -1,12 +1,11 @@
 #include "document/QcInclude.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <system_error>
-
 #include "document/Paths.h"
 #include "document/Text.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 namespace quarle {
 
@@ -38,7 +37,16 @@ bool ReadWholeFile(const std::string& path, std::string& text) {
     if (!in) {
         return false;
     }
-    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    // One read of the size the file has now; whatever it grew by since comes
+    // in blocks behind it.
+    const auto size = std::filesystem::file_size(path, ec);
+    text.resize(ec ? 0 : static_cast<std::size_t>(size));
+    in.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(in.gcount()));
+    char block[1 << 14];
+    while (in && (in.read(block, sizeof block) || in.gcount() > 0)) {
+        text.append(block, static_cast<std::size_t>(in.gcount()));
+    }
     return !in.bad();
 }
 

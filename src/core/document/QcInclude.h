@@ -2,12 +2,12 @@
 // flattened into one text without the "//" lines of column 1.
 #pragma once
 
+#include "document/ReaderHost.h"
+
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "document/ReaderHost.h"
 
 namespace quarle {
 

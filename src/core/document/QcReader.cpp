@@ -1,5 +1,10 @@
 #include "document/QcReader.h"
 
+#include "document/Paths.h"
+#include "document/QcInclude.h"
+#include "document/SmdScan.h"
+#include "document/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cfloat>
@@ -10,11 +15,6 @@
 #include <span>
 #include <string_view>
 #include <system_error>
-
-#include "document/Paths.h"
-#include "document/QcInclude.h"
-#include "document/SmdScan.h"
-#include "document/Text.h"
 
 namespace quarle {
 
@@ -260,8 +260,15 @@ private:
         return r >= 0 && r <= last ? static_cast<int>(r) : -1;
     }
 
+    // RemoveAll(text, "\""): for one character that is no letter, cutting the
+    // first occurrence until none is left takes out every one of them.
+    static std::string NoQuotes(std::string text) {
+        std::erase(text, '"');
+        return text;
+    }
+
     static std::string Unquoted(const std::string& token) {
-        return token == NoToken ? std::string() : RemoveAll(token, "\"");
+        return token == NoToken ? std::string() : NoQuotes(token);
     }
 
     static f32 AxisOr(const std::string& word, f32 old) {
@@ -299,12 +306,12 @@ private:
         if (word == "$MODELNAME") {
             ModelName();
         } else if (word == "$CD") {
-            std::string folder = RemoveAll(rest_, "\"");
+            std::string folder = NoQuotes(rest_);
             if (CheckFolder(folder, IDS_MODELPATH, FolderQuestion::ModelPath)) {
                 doc_.ModelPath = folder;
             }
         } else if (word == "$CDTEXTURE") {
-            std::string folder = RemoveAll(rest_, "\"");
+            std::string folder = NoQuotes(rest_);
             if (CheckFolder(folder, IDS_TEXTUREPATH, FolderQuestion::TexturePath)) {
                 doc_.TexturePath = folder;
             }
@@ -347,7 +354,7 @@ private:
     }
 
     void ModelName() {
-        std::string rest = RemoveAll(rest_, "\"");
+        std::string rest = NoQuotes(rest_);
         if (paths::HostStyle() == paths::Style::Windows) {
             rest = ReplaceAll(rest, "/", "\\");
         }
@@ -418,7 +425,11 @@ private:
             return nullptr;
         }
         ++doc_.BodyGroupCount;
-        return &doc_.BodyGroups[doc_.BodyGroupCount];
+        // Fresh, as the reset leaves it: groups above 10 and part slots above
+        // 10 are not reset and would carry parts of an earlier load.
+        BodyGroupRec& group = doc_.BodyGroups[doc_.BodyGroupCount];
+        group = BodyGroupRec{};
+        return &group;
     }
 
     void Body() {
@@ -499,7 +510,7 @@ private:
             part = std::string(Trim(std::string_view(after).substr(0, reverse)));
             group.Reverse[p] = -1;
         }
-        group.Parts[p] = RemoveAll(part, "\"");
+        group.Parts[p] = NoQuotes(part);
         CheckPart(group.Parts[p]);
     }
 
@@ -614,7 +625,7 @@ private:
             if (!stored) {
                 continue;
             }
-            const std::string name = RemoveAll(token, "\"");
+            const std::string name = NoQuotes(token);
             const auto column = static_cast<std::size_t>(textureColumn_);
             if (textureRow_ == 1) {
                 for (int c = 1; c <= doc_.TextureCount; ++c) {
@@ -676,7 +687,7 @@ private:
             if (token == NoToken || pos <= before) {
                 return;
             }
-            const std::string t = RemoveAll(token, "\"");
+            const std::string t = NoQuotes(token);
             switch (parseState_) {
             case 0:
                 Keyword(anim, t);

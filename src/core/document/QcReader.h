@@ -4,10 +4,10 @@
 // part of the dialect.
 #pragma once
 
-#include <string>
-
 #include "document/Document.h"
 #include "document/ReaderHost.h"
+
+#include <string>
 
 namespace quarle {
 

@@ -3,10 +3,10 @@
 // shows anything itself.
 #pragma once
 
+#include "localisation/GlobalStrings.h"
+
 #include <bitset>
 #include <string>
-
-#include "localisation/GlobalStrings.h"
 
 namespace quarle {
 

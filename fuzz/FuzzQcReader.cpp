@@ -1,0 +1,115 @@
+// The reader over any script: written to a file, read with a host that
+// answers every question the same way for the same input, then written back.
+// Nothing may crash, hang, or touch memory outside a table.
+#include "FuzzSupport.h"
+#include "document/Document.h"
+#include "document/QcReader.h"
+#include "document/QcWriter.h"
+
+#include <memory>
+#include <sstream>
+
+namespace {
+
+using quarle::fuzz::ProcessFolder;
+
+// The model folder of every run: parts with textures, and an include.
+const ProcessFolder& Folder() {
+    static const ProcessFolder folder;
+    static const bool ready = [] {
+        std::string many = "triangles\n";
+        for (int i = 0; i < 14; ++i) {
+            many += "t" + std::to_string(i) + ".bmp\n";
+        }
+        folder.Write("many.smd", many);
+        folder.Write("head.smd", "triangles\nhead.bmp\nFACE.BMP\n");
+        folder.Write("arm.smd", "triangles\nface.bmp\narm.bmp \n");
+        folder.Write("inc.qc", "$sequence \"inc\" \"inc\" fps 10\n$include \"inc.qc\"\n");
+        return true;
+    }();
+    (void)ready;
+    return folder;
+}
+
+// Question number refuseAt is refused (0: none is); folders are kept as
+// written or answered with the model folder.
+class FuzzHost : public quarle::ReaderHost {
+public:
+    FuzzHost(quarle::Document& doc, int refuseAt, bool modelFolder)
+        : doc_(doc), refuseAt_(refuseAt), modelFolder_(modelFolder) {}
+
+    std::string Text(quarle::Ids key) override { return quarle::IdsKeyTable[key]; }
+    std::string NewDir(const std::string& oldDir, const std::string&,
+                       quarle::FolderQuestion what) override {
+        if (++questions_ == refuseAt_) {
+            return quarle::Refused;
+        }
+        if (modelFolder_) {
+            return Folder().Path();
+        }
+        return what == quarle::FolderQuestion::IncludeFile ? std::string() : oldDir;
+    }
+    std::string PickPartFile(const std::string& missingFile, const std::string&,
+                             const std::string&) override {
+        if (++questions_ == refuseAt_) {
+            return quarle::Refused;
+        }
+        return modelFolder_ ? Folder() / "arm.smd" : missingFile;
+    }
+    void NewDocument() override { quarle::InitVars(doc_); }
+    void AddAnimation(const std::string&) override {}
+    void Problem(quarle::ReadProblem, const std::string&) override {}
+    void LoadFinished() override {}
+
+private:
+    quarle::Document& doc_;
+    int questions_ = 0;
+    int refuseAt_;
+    bool modelFolder_;
+};
+
+// Every record back to its default, also where the reset does not reach, so
+// that a run never depends on the runs before it. (A new document per run
+// costs a megabyte of fresh pages each time.)
+quarle::Document& FreshDocument() {
+    static const auto doc = std::make_unique<quarle::Document>();
+    quarle::Document& d = *doc;
+    for (auto& group : d.Anims) {
+        for (auto& anim : group) {
+            anim = quarle::AnimRec{};
+        }
+    }
+    for (auto& group : d.BodyGroups) {
+        group = quarle::BodyGroupRec{};
+    }
+    for (auto& row : d.TextureVariations) {
+        row.fill(std::string());
+    }
+    d.TextureModes.fill(quarle::TextureModeRec{});
+    d.ModelName.clear();
+    d.ModelPath.clear();
+    d.TexturePath.clear();
+    d.EyeX = d.EyeY = d.EyeZ = 0.0f;
+    quarle::InitVars(d);
+    return d;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view script = quarle::fuzz::Bytes(data, size);
+    // Special files of the system would block or never end; they are no scripts.
+    for (const char* device : {"/dev", "/proc", "/sys"}) {
+        if (script.find(device) != std::string_view::npos) {
+            return -1;
+        }
+    }
+    const ProcessFolder& folder = Folder();
+    quarle::Document& doc = FreshDocument();
+    doc.QcFile = folder.Write("fuzz.qc", script);
+    FuzzHost host(doc, static_cast<int>(size % 7), (size / 7) % 2 == 1);
+    quarle::ReadQcFile(doc, host, folder.Path());
+    std::ostringstream out;
+    quarle::WriteQcScript(doc, out, (size & 8) != 0 ? ',' : '.');
+    return 0;
+}
