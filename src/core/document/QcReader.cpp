@@ -473,8 +473,8 @@ private:
         const std::size_t close = text.find('}');
         if (close != std::string::npos) {
             EndBlock();
-            text.erase(close);
-            if (Trim(text).empty()) {
+            text = std::string(Trim(std::string_view(text).substr(0, close)));
+            if (text.empty()) {
                 return;
             }
         }
