@@ -285,6 +285,36 @@ private:
     platform::SettingsStore& settings_;
     QString fileListPath_;
     bool stopped_ = false;
+
+    // ======== Document commands: open, save, compile, viewer, editor,
+    // recent entries (FrmMainFile.cpp) ========
+public:
+    // Where the working files of a load and a compile stand (loadbuffer.dat,
+    // the compile script, compile.log, fert.dat); empty: the process's
+    // working directory.
+    QString WorkFolder;
+
+    // The load behind the open command and the recent entries: empties
+    // LstAnimations, resets the document, sets QcFile and reads the script.
+    void OpenQcFile(const std::string& path);
+    // Puts QcFile on the recent list, then rewrites the script from the
+    // document with the user's decimal separator. A write that fails is
+    // reported and changes nothing: the old script stays whole, and the
+    // recent list stays as it was. False then.
+    bool WriteQcFile();
+
+private:
+    // The save and save-as commands; true when the script was written.
+    bool SaveQcFile();
+    bool SaveQcFileAs();
+    // Starts program with file as its one argument; a program that is
+    // missing or does not start is reported. what names it in the message.
+    void StartWithFile(const std::string& program, const std::string& file, const QString& what);
+    // The folder a file dialog opens in: that of the script, else the model
+    // folder, else the dialog's own choice.
+    QString DialogFolder() const;
+    QString IdsText(int key) const;
+    // ======== end of the document commands ========
 };
 
 } // namespace quarle::ui
