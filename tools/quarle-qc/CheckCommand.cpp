@@ -10,6 +10,7 @@
 // error or a script or language file that cannot be read.
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <random>

@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QPixmap>
 #include <QStringDecoder>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -83,8 +84,11 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     List1 = platform::Control(new QListWidget(this), QStringLiteral("List1"));
     List1->setSelectionMode(QAbstractItemView::SingleSelection);
     List1->setMinimumSize(560, 260);
+    List1->setIconSize(QSize(14, 14));
     LblStatus = platform::Control(new QLabel(this), QStringLiteral("LblStatus"));
     LblStatus->setWordWrap(true);
+    LblStatus->setMinimumHeight(2 * LblStatus->fontMetrics().lineSpacing());
+    LblStatus->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     LblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     ChkViewAfterCompile = platform::Control(
         new QCheckBox(QStringLiteral("Model nach dem Kompilieren mit Viewer öffnen"), this),
@@ -155,6 +159,14 @@ void DlgCompile::showEvent(QShowEvent* event) {
 void DlgCompile::AddRow(const QString& text, int kind) {
     auto* item = new QListWidgetItem(text);
     item->setData(KindRole, kind);
+    // Plain rows get an empty picture, so that every row's text starts
+    // in the same column.
+    static const QIcon none = [] {
+        QPixmap empty(14, 14);
+        empty.fill(Qt::transparent);
+        return QIcon(empty);
+    }();
+    item->setIcon(none);
     if (kind == ErrorRow) {
         item->setForeground(QColor(0xb0, 0x00, 0x20));
         item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxCritical));
