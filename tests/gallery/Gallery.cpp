@@ -3,6 +3,7 @@
 // (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
 // language file is missing or a form asked an unexpected question.
 #include "AppState.h"
+#include "gallery/GalleryExtras.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
 #include "ui/mainwindow/FrmMain.h"
@@ -138,6 +139,7 @@ int main(int argc, char** argv) {
             continue;
         }
         MainWindow(folder, language.file);
+        failures += quarle::gallery::RunExtras(folder, language.file);
         MainWindowLocalising(folder, language.file);
     }
     return failures == 0 ? 0 : 1;

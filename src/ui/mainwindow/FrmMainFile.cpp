@@ -223,10 +223,16 @@ bool FrmMain::WriteQcFile() {
         recent = recentBefore;
         ShowRecentFiles();
     }
-    services_.MsgBox(QStringLiteral("The script could not be saved as\n%1\n\n%2\n\n"
-                                    "The old file, if there was one, is unchanged.")
-                         .arg(Text(state_.Doc.QcFile), Text(result.Error)),
-                     platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+    // The reason names the file or the folder that failed; the script's
+    // path is added when it does not.
+    const QString file = Text(state_.Doc.QcFile);
+    const QString reason = Text(result.Error);
+    QString message = QStringLiteral("The script could not be saved.\n\n") + reason;
+    if (!reason.contains(file)) {
+        message += QStringLiteral("\n\nScript: ") + file;
+    }
+    message += QStringLiteral("\n\nAn old file of that name is unchanged.");
+    services_.MsgBox(message, platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
     return false;
 }
 

@@ -227,6 +227,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     EXPECT_EQ(QcFile(), locked);
     EXPECT_EQ(ModelName(), InModels("locked.mdl"));
     EXPECT_EQ(services.Prompts().last().Title, "IDS_ERROR");
+    EXPECT_TRUE(services.Prompts().last().Text.contains(InModels("gone/robot.qc")));
     EXPECT_FALSE(QFileInfo::exists(InModels("gone")));
     EXPECT_EQ(QDir(models.path()).entryList(QDir::Files), QStringList{"locked.qc"})
         << "no temporary file is left behind";
