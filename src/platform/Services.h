@@ -3,8 +3,11 @@
 // only this; QtServices is the real thing, tests hand in a scripted one.
 #pragma once
 
+#include <QPointer>
+#include <QRandomGenerator>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 #include <optional>
 
 namespace quarle::platform {
@@ -50,7 +53,41 @@ struct Launch {
 Launch LaunchFor(const QString& program, const QStringList& arguments);
 
 // A bare program name ("notepad.exe", "gedit") is looked up on the search
-// path; a path is tested as it stands (with the case fallback of the core).
+// path; a path is tested as it stands: it must name a file.
 bool ProgramExists(const QString& program);
+
+// A filter as the forms write it ("Bitmap|*.bmp", "*.*|*.*", patterns joined
+// by ';') in the form of Qt's file dialogs ("Bitmap (*.bmp)"; filters joined
+// by ";;"). "*.*" means every file, with or without an extension, so it
+// becomes "*".
+QString QtFileFilter(const QString& filter);
+
+// The desktop itself: QMessageBox, QFileDialog, QProcess.
+class QtServices : public Services {
+public:
+    // Dialogs are centred on dialogParent, or on the active window when it
+    // is not set.
+    explicit QtServices(QWidget* dialogParent = nullptr);
+
+    void SetDialogParent(QWidget* parent) { dialogParent_ = parent; }
+
+    Answer MsgBox(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+    std::optional<FilePick> ShowOpen(const QString& title, const QString& filter,
+                                     const QString& initialDir = {}) override;
+    std::optional<FilePick> ShowSave(const QString& title, const QString& filter,
+                                     const QString& initialDir = {}) override;
+    bool StartProgram(const QString& program, const QStringList& arguments) override;
+    QString ProgramFolder() override;
+    double Rnd() override;
+    double Timer() override;
+
+private:
+    QWidget* Parent() const;
+    std::optional<FilePick> ShowFileDialog(bool save, const QString& title, const QString& filter,
+                                           const QString& initialDir);
+
+    QPointer<QWidget> dialogParent_;
+    QRandomGenerator random_;
+};
 
 } // namespace quarle::platform

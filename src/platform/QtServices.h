@@ -1,0 +1,4 @@
+// QtServices is declared beside the interface it implements.
+#pragma once
+
+#include "platform/Services.h"

@@ -1,0 +1,193 @@
+#include "platform/Services.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTime>
+#include <utility>
+#include <vector>
+
+namespace quarle::platform {
+namespace {
+
+using Std = QMessageBox::StandardButton;
+
+std::vector<Std> ButtonsOf(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::Ok:
+        return {QMessageBox::Ok};
+    case Buttons::OkCancel:
+        return {QMessageBox::Ok, QMessageBox::Cancel};
+    case Buttons::YesNo:
+        return {QMessageBox::Yes, QMessageBox::No};
+    case Buttons::YesNoCancel:
+        return {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
+    case Buttons::RetryCancel:
+        return {QMessageBox::Retry, QMessageBox::Cancel};
+    case Buttons::AbortRetryIgnore:
+        return {QMessageBox::Abort, QMessageBox::Retry, QMessageBox::Ignore};
+    }
+    return {QMessageBox::Ok};
+}
+
+QMessageBox::Icon QtIcon(Icon icon) {
+    switch (icon) {
+    case Icon::None:
+        return QMessageBox::NoIcon;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Information:
+        return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+Answer AnswerOf(QAbstractButton* clicked, QMessageBox& box) {
+    switch (box.standardButton(clicked)) {
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Retry:
+        return Answer::Retry;
+    case QMessageBox::Abort:
+        return Answer::Abort;
+    case QMessageBox::Ignore:
+        return Answer::Ignore;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+bool EndsWithExe(const QString& program) {
+    return program.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+Launch LaunchFor(const QString& program, const QStringList& arguments) {
+#ifdef Q_OS_WIN
+    return {program, arguments};
+#else
+    if (EndsWithExe(program)) {
+        return {QStringLiteral("wine"), QStringList{program} + arguments};
+    }
+    return {program, arguments};
+#endif
+}
+
+bool ProgramExists(const QString& program) {
+    if (program.isEmpty()) {
+        return false;
+    }
+    const bool bare = !program.contains(QLatin1Char('/')) && !program.contains(QLatin1Char('\\'));
+    if (bare) {
+        return !QStandardPaths::findExecutable(program).isEmpty();
+    }
+    return QFileInfo(program).isFile();
+}
+
+QString QtFileFilter(const QString& filter) {
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns;
+        for (const QString& p : parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+            const QString pattern = p.trimmed();
+            patterns.append(pattern == QLatin1String("*.*") ? QStringLiteral("*") : pattern);
+        }
+        if (patterns.isEmpty()) {
+            patterns.append(QStringLiteral("*"));
+        }
+        const QString description = parts[i].trimmed();
+        filters.append(QStringLiteral("%1 (%2)")
+                           .arg(description.isEmpty() ? patterns.join(QLatin1Char(' '))
+                                                      : description,
+                                patterns.join(QLatin1Char(' '))));
+    }
+    if (filters.isEmpty() && !filter.trimmed().isEmpty()) {
+        filters.append(filter.trimmed()); // a lone pattern without description
+    }
+    return filters.join(QStringLiteral(";;"));
+}
+
+QtServices::QtServices(QWidget* dialogParent)
+    : dialogParent_(dialogParent), random_(QRandomGenerator::system()->generate()) {}
+
+QWidget* QtServices::Parent() const {
+    return dialogParent_ != nullptr ? dialogParent_.data() : QApplication::activeWindow();
+}
+
+Answer QtServices::MsgBox(const QString& text, Buttons buttons, Icon icon, const QString& title) {
+    QMessageBox box(Parent());
+    box.setIcon(QtIcon(icon));
+    box.setText(text);
+    box.setWindowTitle(title.isEmpty() ? QCoreApplication::applicationName() : title);
+    const std::vector<Std> set = ButtonsOf(buttons);
+    for (Std b : set) {
+        box.addButton(b);
+    }
+    // The first button is the default, as with the desktop's own message boxes.
+    box.setDefaultButton(set.front());
+    box.exec();
+    return AnswerOf(box.clickedButton(), box);
+}
+
+std::optional<FilePick> QtServices::ShowFileDialog(bool save, const QString& title,
+                                                   const QString& filter,
+                                                   const QString& initialDir) {
+    QFileDialog dialog(Parent(), title, initialDir, QtFileFilter(filter));
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    const QStringList chosen = dialog.selectedFiles();
+    if (chosen.isEmpty() || chosen.front().isEmpty()) {
+        return std::nullopt;
+    }
+    const QString path = QDir::toNativeSeparators(chosen.front());
+    return FilePick{path, QFileInfo(chosen.front()).fileName()};
+}
+
+std::optional<FilePick> QtServices::ShowOpen(const QString& title, const QString& filter,
+                                             const QString& initialDir) {
+    return ShowFileDialog(false, title, filter, initialDir);
+}
+
+std::optional<FilePick> QtServices::ShowSave(const QString& title, const QString& filter,
+                                             const QString& initialDir) {
+    return ShowFileDialog(true, title, filter, initialDir);
+}
+
+bool QtServices::StartProgram(const QString& program, const QStringList& arguments) {
+    const Launch launch = LaunchFor(program, arguments);
+    return QProcess::startDetached(launch.Program, launch.Arguments);
+}
+
+QString QtServices::ProgramFolder() {
+    QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+    while (folder.size() > 1 && (folder.endsWith(QLatin1Char('/')) ||
+                                 folder.endsWith(QLatin1Char('\\')))) {
+        folder.chop(1);
+    }
+    return folder;
+}
+
+double QtServices::Rnd() { return random_.generateDouble(); }
+
+double QtServices::Timer() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
+
+} // namespace quarle::platform

@@ -1,0 +1,298 @@
+// Start and stop of the program, the refresh of the window from the
+// document, the folder question of the script reader, the new document, the
+// recent files and the two path fields.
+#include "ui/mainwindow/FrmMain.h"
+
+#include "localisation/GlobalStrings.h"
+#include "platform/Twips.h"
+#include "ui/localisation/ApplyLanguage.h"
+#include "ui/mainwindow/ShellSettings.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <algorithm>
+
+namespace quarle::ui {
+namespace {
+
+QString Text(const std::string& s) {
+    return QString::fromStdString(s);
+}
+
+// The folder of a chosen file: the path without the file's name and the
+// separator in front of it. A file in the root of a drive gives the drive
+// ("c:"); a file in the root of a Unix tree gives "/".
+QString FolderOfChoice(const platform::FilePick& pick) {
+    const QString& path = pick.FileName;
+    qsizetype cut = -1;
+    if (!pick.FileTitle.isEmpty() && path.endsWith(pick.FileTitle) &&
+        path.size() > pick.FileTitle.size()) {
+        cut = path.size() - pick.FileTitle.size() - 1;
+    } else {
+        cut = std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
+    }
+    if (cut < 0) {
+        return {};
+    }
+    if (cut == 0 && path.startsWith(QLatin1Char('/'))) {
+        return QStringLiteral("/");
+    }
+    return path.left(cut);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+// Start and stop
+
+void FrmMain::Form_Load() {
+    TmrAnim->start();
+
+    // The mascot's frame chain: still frames, and two loops 6-7 and 8-9.
+    std::fill(WizFrameSteps.begin(), WizFrameSteps.begin() + 256, i16{1});
+    WizFrameSteps[6] = 2;
+    WizFrameSteps[7] = -6;
+    WizFrameSteps[8] = 2;
+    WizFrameSteps[9] = -8;
+    DisableWizard();
+    SetWizardAnim(0);
+
+    ToolSettings& tools = state_.Settings;
+    ReadToolSettings(settings_, services_.ProgramFolder(), tools);
+    // Missing programs only leave their commands disabled; they start so.
+    if (platform::ProgramExists(Text(tools.StudioMdlPath))) {
+        CmdCompile->setEnabled(true);
+    }
+    if (platform::ProgramExists(Text(tools.ModelViewerPath))) {
+        MnuDateiView->setEnabled(true);
+    }
+    ReadRecentFiles(settings_, tools);
+    ShowRecentFiles();
+
+    platform::SetWidthTwips(this, 7650);
+    platform::SetWidthTwips(FrmModelfiles, 7215);
+    platform::SetHeightTwips(this, 6420);
+    platform::SetHeightTwips(FrmModelfiles, 4575);
+
+    MnuDateiNeu_Click();
+    state_.Doc.Gamma = DefaultGamma;
+    state_.Doc.ModelScale = 1.0f;
+
+    FillIdsNames(state_.IdsNames);
+    ApplyLanguage(state_, services_, this);
+    if (state_.LocalisationMode) {
+        CmdLocalise->setVisible(true);
+    }
+}
+
+void FrmMain::Form_Unload() {
+    if (stopped_) {
+        return;
+    }
+    stopped_ = true;
+    TmrAnim->stop();
+    TmrPlayAnim->stop();
+    WriteSettings(settings_, state_.Settings);
+    // Files are opened and closed within each operation: none is open here.
+    if (EndProcess) {
+        EndProcess();
+    }
+}
+
+void FrmMain::closeEvent(QCloseEvent* event) {
+    Form_Unload();
+    event->accept();
+}
+
+void FrmMain::MnuDateiBeenden_Click() {
+    close();
+}
+
+// ---------------------------------------------------------------------------
+// Document
+
+void FrmMain::MnuDateiNeu_Click() {
+    LstAnimations->clear();
+    InitVars();
+}
+
+void FrmMain::InitVars() {
+    quarle::InitVars(state_.Doc);
+    LstParts->clear();
+    Update();
+}
+
+void FrmMain::Update() {
+    const Document& doc = state_.Doc;
+    TxtTexturepath->setText(Text(doc.TexturePath));
+    // A real change of the text runs TxtModelpath_Change before we go on.
+    TxtModelpath->setText(Text(doc.ModelPath));
+
+    {
+        const QSignalBlocker blockParts(LstParts);
+        const QSignalBlocker blockGroups(CmbBodyGroup);
+        LstParts->clear();
+        CmbBodyGroup->clear();
+        const int count = std::min<int>(doc.BodyGroupCount, limits::LastBodyGroup);
+        for (int g = 1; g <= count; ++g) {
+            CmbBodyGroup->addItem(Text(doc.BodyGroups[static_cast<std::size_t>(g)].Name));
+        }
+        CmbBodyGroup->setCurrentIndex(-1);
+    }
+    // Selecting the first group shows its parts. Without a group there is
+    // nothing to select.
+    if (CmbBodyGroup->count() > 0) {
+        CmbBodyGroup->setCurrentIndex(0);
+    }
+}
+
+std::string FrmMain::NewDir(const std::string& oldDir, const std::string& extra) {
+    const auto& ids = state_.IdsTexts;
+    const QString message = Text(extra) + QStringLiteral(": ") +
+                            Text(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
+                            Text(oldDir) + QStringLiteral("\" ") +
+                            Text(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
+    const platform::Answer answer =
+        services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
+                         Text(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
+    if (answer != platform::Answer::Ok) {
+        return "0";
+    }
+    const std::optional<QString> folder =
+        PickFolder(Text(ids[IDS_OPEN]), QStringLiteral("*.*|*.*"));
+    return folder ? folder->toStdString() : std::string("0");
+}
+
+// ---------------------------------------------------------------------------
+// Recent files
+
+void FrmMain::PushRecentFile() {
+    auto& recent = state_.Settings.RecentFiles;
+    const std::string& file = state_.Doc.QcFile;
+    if (std::find(recent.begin(), recent.end(), file) != recent.end()) {
+        return;
+    }
+    std::move_backward(recent.begin(), recent.end() - 1, recent.end());
+    recent[0] = file;
+    ShowRecentFiles();
+}
+
+void FrmMain::ShowRecentFiles() {
+    const auto entries = MnuDateiLast();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i]->setText(Text(state_.Settings.RecentFiles[i]));
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Paths
+
+std::optional<QString> FrmMain::PickFolder(const QString& title, const QString& filter) {
+    const std::optional<platform::FilePick> pick = services_.ShowOpen(title, filter);
+    // A cancelled dialog, or one that reports no file, chose nothing.
+    if (!pick || pick->FileName.isEmpty()) {
+        return std::nullopt;
+    }
+    return FolderOfChoice(*pick);
+}
+
+void FrmMain::CmdBrowseTexture_Click() {
+    const std::optional<QString> folder =
+        PickFolder(Text(state_.IdsTexts[IDS_TEXTUREPATH]), QStringLiteral("Bitmap|*.bmp"));
+    if (!folder) {
+        return;
+    }
+    state_.Doc.TexturePath = folder->toStdString();
+    TxtTexturepath->setText(*folder);
+}
+
+void FrmMain::CmdBrowseModel_Click() {
+    const std::optional<QString> folder =
+        PickFolder(Text(state_.IdsTexts[IDS_MODELFILEPATH]), QStringLiteral("Model|*.smd"));
+    if (!folder) {
+        return;
+    }
+    state_.Doc.ModelPath = folder->toStdString();
+    TxtModelpath->setText(*folder);
+    // The same folder again leaves the text as it was; the frame and the
+    // file list follow the choice all the same.
+    if (!TxtModelpath->text().isEmpty()) {
+        SetModelFolderKnown(true);
+        SetFileListPath(TxtModelpath->text());
+    } else {
+        SetModelFolderKnown(false);
+    }
+}
+
+void FrmMain::TxtModelpath_Change() {
+    const QString folder = TxtModelpath->text();
+    if (folder.isEmpty()) {
+        // The files of the old folder stay listed.
+        SetModelFolderKnown(false);
+        return;
+    }
+    SetModelFolderKnown(true);
+    SetFileListPath(folder);
+    RefillLstFiles();
+}
+
+void FrmMain::TxtModelpath_KeyPress(int keyAscii) {
+    if (keyAscii == 13 && !TxtModelpath->text().isEmpty()) {
+        SetFileListPath(TxtModelpath->text());
+    }
+}
+
+void FrmMain::SetModelFolderKnown(bool known) {
+    FrmModelfiles->setEnabled(known);
+    MnuWizardsAnimWiz->setEnabled(known);
+}
+
+// ---------------------------------------------------------------------------
+// The hidden file list
+
+bool FrmMain::SetFileListPath(const QString& folder) {
+    if (folder.isEmpty() || !QDir(folder).exists()) {
+        return false;
+    }
+    fileListPath_ = folder;
+    FileListRefresh();
+    return true;
+}
+
+void FrmMain::FileListRefresh() {
+    FileList->clear();
+    if (fileListPath_.isEmpty()) {
+        return;
+    }
+    // Scripts and models come from Windows, where "*.smd" matches any case.
+    QDir dir(fileListPath_, QStringLiteral("*.smd"), QDir::Name | QDir::IgnoreCase,
+             QDir::Files | QDir::Hidden);
+    FileList->addItems(dir.entryList());
+}
+
+// ---------------------------------------------------------------------------
+// Wiring of the controls handled here
+
+void FrmMain::ConnectShell() {
+    connect(CmdBrowseTexture, &QPushButton::clicked, this, &FrmMain::CmdBrowseTexture_Click);
+    connect(CmdBrowseModel, &QPushButton::clicked, this, &FrmMain::CmdBrowseModel_Click);
+    connect(TxtModelpath, &QLineEdit::textChanged, this, &FrmMain::TxtModelpath_Change);
+    connect(TxtModelpath, &QLineEdit::returnPressed, this, [this] { TxtModelpath_KeyPress(13); });
+    connect(MnuDateiNeu, &QAction::triggered, this, &FrmMain::MnuDateiNeu_Click);
+    connect(MnuDateiBeenden, &QAction::triggered, this, &FrmMain::MnuDateiBeenden_Click);
+    connect(CmdModeleinst, &QPushButton::clicked, this, &FrmMain::CmdModeleinst_Click);
+    connect(MnuEinstModel, &QAction::triggered, this, &FrmMain::MnuEinstModel_Click);
+    connect(MnuEinstAllg, &QAction::triggered, this, &FrmMain::MnuEinstAllg_Click);
+    connect(MnuWizardsGrWiz, &QAction::triggered, this, &FrmMain::MnuWizardsGrWiz_Click);
+    connect(MnuWizardsAnimWiz, &QAction::triggered, this, &FrmMain::MnuWizardsAnimWiz_Click);
+    connect(MnuHilfeUeber, &QAction::triggered, this, &FrmMain::MnuHilfeUeber_Click);
+    connect(CmdLocalise, &QPushButton::clicked, this, &FrmMain::CmdLocalise_Click);
+}
+
+} // namespace quarle::ui

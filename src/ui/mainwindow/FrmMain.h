@@ -1,0 +1,290 @@
+// The main window: menus, the two path fields, the model-files frame with its
+// two pages, the compile button and the assistant's controls. It lives for
+// the whole run; its load starts the program and its close ends it.
+//
+// The window's behaviour is spread over several files so that each area can
+// grow on its own:
+//   FrmMain.cpp            start and stop, Update, NewDir, new document,
+//                          recent files, path buttons, the hidden file list
+//   FrmMainControls.cpp    the control tree and the menu tree
+//   FrmMainModelFiles.cpp  page "Modeldateien" and what both pages share
+//   FrmMainAnimations.cpp  page "Animationsdateien"
+//   FrmMainFile.cpp        open, save, compile, viewer, editor, recent entries
+//   FrmMainDialogs.cpp     the dialogs and wizards opened from the menus
+//   FrmMainAssistant.cpp   the mascot and its speech box
+#pragma once
+
+#include "AppState.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+
+#include <QGroupBox>
+#include <QList>
+#include <QMainWindow>
+#include <QPixmap>
+#include <QString>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QScrollBar;
+class QTabWidget;
+
+namespace quarle::ui {
+
+class FrmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // Builds the controls in their designed state; nothing of the start runs.
+    FrmMain(AppState& state, platform::Services& services, platform::SettingsStore& settings,
+            QWidget* parent = nullptr);
+    ~FrmMain() override;
+
+    // The start: settings, recent files, a new document, the language.
+    void Form_Load();
+    // The stop: writes the settings, then calls EndProcess. Runs once, from
+    // the close of the window or from MnuDateiBeenden.
+    void Form_Unload();
+    // Called as the last step of the stop. The application sets it to end
+    // the process; tests leave it empty.
+    std::function<void()> EndProcess;
+
+    // ---- Public operations other forms and the script reader use
+    void Update();
+    // The assistant.
+    void ShowWizard(int x, int y, const QString& text);
+    void RefreshWizard();
+    void SetBusyWizard();
+    void SetIdleWizard();
+    void MoveWizard(int x, int y);
+    void SetWizardAnim(int anim);
+    void HideWizard();
+    void DisableWizard();
+    void ShowText();
+    // Asks for a replacement of a folder that does not exist: the folder of
+    // a file the user picks, or "0" when the user gives up.
+    std::string NewDir(const std::string& oldDir, const std::string& extra);
+    // Resets the document, empties LstParts, shows the result.
+    void InitVars();
+    // Opens the language editor on a form.
+    void Localise(QWidget* obj);
+
+    // The recent-file list: QcFile goes on top unless it is already listed.
+    void PushRecentFile();
+    void ShowRecentFiles();
+
+    // The hidden file list of the model folder ("*.smd" files, any case).
+    // A folder that does not exist is refused and the old list kept.
+    bool SetFileListPath(const QString& folder);
+    void FileListRefresh();
+    QString FileListPath() const { return fileListPath_; }
+
+    // ---- Handlers (control and event)
+    void MnuDateiNeu_Click();
+    void MnuDateiOeffnen_Click();
+    void MnuDateiSpeichern_Click();
+    void MnuDateiSpeichernunter_Click();
+    void MnuDateiComp_Click();
+    void MnuDateiView_Click();
+    void MnuDateiViewCode_Click();
+    void MnuDateiLast_Click(int i); // i: 0 for MnuDateiLast1 .. 3 for MnuDateiLast4
+    void MnuDateiLast1_Click() { MnuDateiLast_Click(0); }
+    void MnuDateiLast2_Click() { MnuDateiLast_Click(1); }
+    void MnuDateiLast3_Click() { MnuDateiLast_Click(2); }
+    void MnuDateiLast4_Click() { MnuDateiLast_Click(3); }
+    void MnuDateiBeenden_Click();
+    void MnuEinstModel_Click();
+    void MnuEinstAllg_Click();
+    void MnuWizardsWizAn_Click();
+    void MnuWizardsGrWiz_Click();
+    void MnuWizardsAnimWiz_Click();
+    void MnuHilfeUeber_Click();
+
+    void CmdModeleinst_Click();
+    void CmdCompile_Click();
+    void CmdLocalise_Click();
+
+    void CmdBrowseTexture_Click();
+    void CmdBrowseModel_Click();
+    void TxtModelpath_Change();
+    void TxtModelpath_KeyPress(int keyAscii);
+
+    // Both pages
+    void TabSmd_Click(int previousTab);
+    void RefillLstFiles();
+    void LstFiles_DblClick();
+    void CmdAdd_Click();
+    void CmdDelAnimation_Click();
+    void CmdBlank_Click();
+    // Page "Modeldateien"
+    void CmbBodyGroup_Click();
+    void CmdNewGroup_Click();
+    void CmdDel_Click();
+    void CmdRename_Click();
+    void LstParts_Click();
+    void ChkReverse_Click();
+    // Page "Animationsdateien"
+    void CmdAnimPfeill_Click();
+    void CmdAnimPfeilr_Click();
+    void TxtAnimNr_Change();
+    void LstAnimations_Click();
+    void TxtAnimName_Change();
+    void TxtAnimID_Change();
+    void VScrAnim_Change();
+    void CmdAnimExt_Click();
+
+    // The assistant
+    void CmdNext_Click();
+    void CmdWizBack_Click();
+    void CmdEnd_Click();
+    void PicWiz_Click();
+    void PicWizClose_Click();
+    void TmrAnim_Timer();
+    void TmrPlayAnim_Timer();
+
+    // ---- Controls, in the order they are registered
+    QPushButton* CmdLocalise = nullptr;
+    QPushButton* CmdModeleinst = nullptr;
+    QPushButton* CmdCompile = nullptr;
+
+    QGroupBox* FrmPaths = nullptr;
+    QLabel* LblTexturepath = nullptr;
+    QLineEdit* TxtTexturepath = nullptr;
+    QPushButton* CmdBrowseTexture = nullptr;
+    QLabel* LblModelpath = nullptr;
+    QLineEdit* TxtModelpath = nullptr;
+    QPushButton* CmdBrowseModel = nullptr;
+
+    QGroupBox* FrmModelfiles = nullptr;
+    QListWidget* LstFiles = nullptr;
+    QListWidget* FileList = nullptr; // hidden: the files of the model folder
+    QPushButton* CmdAdd = nullptr;
+    QPushButton* CmdDelAnimation = nullptr;
+    QPushButton* CmdBlank = nullptr;
+    QTabWidget* TabSmd = nullptr;
+
+    // Page 0 of TabSmd
+    QLabel* LblParameter = nullptr;
+    QComboBox* CmbBodyGroup = nullptr;
+    QPushButton* CmdNewGroup = nullptr;
+    QListWidget* LstParts = nullptr;
+    QCheckBox* ChkReverse = nullptr;
+    QPushButton* CmdDel = nullptr;
+    QPushButton* CmdRename = nullptr;
+
+    // Page 1 of TabSmd
+    QListWidget* LstAnimations = nullptr;
+    QScrollBar* VScrAnim = nullptr;
+    QPushButton* CmdAnimPfeill = nullptr;
+    QLineEdit* TxtAnimNr = nullptr;
+    QPushButton* CmdAnimPfeilr = nullptr;
+    QLineEdit* TxtAnimName = nullptr;
+    QComboBox* TxtAnimID = nullptr;
+    QLineEdit* TxtAnimDatei = nullptr;
+    QPushButton* CmdAnimExt = nullptr;
+    QLabel* LblAnimGroup = nullptr;
+    QLabel* LblAnimName = nullptr;
+    QLabel* LblAnimID = nullptr;
+    QLabel* LblSMDFile = nullptr;
+
+    // The assistant
+    QGroupBox* FrmWizSay = nullptr;
+    QFrame* ShpTitel = nullptr;
+    QLabel* PicWizClose = nullptr;
+    QPlainTextEdit* TxtWizSay = nullptr;
+    QPushButton* CmdWizBack = nullptr;
+    QPushButton* CmdNext = nullptr;
+    QPushButton* CmdEnd = nullptr;
+    QPlainTextEdit* TxtWizSayShadow = nullptr;
+    QLabel* PicWiz = nullptr;
+    QTimer* TmrAnim = nullptr;
+    QTimer* TmrPlayAnim = nullptr;
+    QList<QPixmap> ImgLstMain;     // close box up, close box pressed
+    QList<QPixmap> ImgLstWizAnims; // the mascot's frames 0..9
+
+    // Menus
+    QMenu* MnuDatei = nullptr;
+    QAction* MnuDateiNeu = nullptr;
+    QAction* MnuDateiOeffnen = nullptr;
+    QAction* MnuDateiSpeichern = nullptr;
+    QAction* MnuDateiSpeichernunter = nullptr;
+    QAction* str = nullptr;
+    QAction* MnuDateiComp = nullptr;
+    QAction* MnuDateiView = nullptr;
+    QAction* MnuDateiViewCode = nullptr;
+    QAction* MnuB = nullptr;
+    QAction* MnuDateiLast1 = nullptr;
+    QAction* MnuDateiLast2 = nullptr;
+    QAction* MnuDateiLast3 = nullptr;
+    QAction* MnuDateiLast4 = nullptr;
+    QAction* mnustrich = nullptr;
+    QAction* MnuDateiBeenden = nullptr;
+    QMenu* MnuEinstellungen = nullptr;
+    QAction* MnuEinstModel = nullptr;
+    QAction* MnuEinstAllg = nullptr;
+    QMenu* MnuWizards = nullptr;
+    QAction* MnuWizardsWizAn = nullptr;
+    QAction* MnuWizardsGrWiz = nullptr;
+    QAction* MnuWizardsAnimWiz = nullptr;
+    QMenu* MnuHilfe = nullptr;
+    QAction* MnuHilfeUeber = nullptr;
+
+    // The four recent-file entries, MnuDateiLast1 .. MnuDateiLast4.
+    std::array<QAction*, 4> MnuDateiLast() const {
+        return {MnuDateiLast1, MnuDateiLast2, MnuDateiLast3, MnuDateiLast4};
+    }
+
+    // ---- Form state
+    // "" while the language editor works on controls, "null" while it works
+    // on the global strings.
+    QString Tag;
+    // Frame chaining of the mascot: 1 a still frame, above 1 the first frame
+    // of a loop, negative the last frame of a loop (minus the frame to go
+    // back to).
+    std::array<i16, 513> WizFrameSteps{};
+    // State texts of the assistant.
+    QString PicWizTag;                          // the tip on show
+    QString TmrAnimTag;                         // the pose state machine
+    QString TmrPlayAnimTag;                     // the frame of a loop on show
+    QString FrmWizSayTag = QStringLiteral("0"); // "1" while the speech box is dragged
+    i16 DragX = 0;
+    i16 DragY = 0;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void BuildControls();
+    void BuildMenus();
+    void BuildAssistant();
+    void ConnectShell();
+    void ConnectModelFilesPage();
+    void ConnectAnimationsPage();
+    void ConnectFileCommands();
+    void ConnectAssistant();
+    // Enables or disables what needs a model folder.
+    void SetModelFolderKnown(bool known);
+    // The open dialog for a folder: the folder of the chosen file, or
+    // nothing after a cancel.
+    std::optional<QString> PickFolder(const QString& title, const QString& filter);
+
+    AppState& state_;
+    platform::Services& services_;
+    platform::SettingsStore& settings_;
+    QString fileListPath_;
+    bool stopped_ = false;
+};
+
+} // namespace quarle::ui

@@ -1,0 +1,144 @@
+// The form gallery: every form that exists, built, started and rendered to
+// PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
+// (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
+// language file is missing or a form asked an unexpected question.
+#include "AppState.h"
+#include "support/ScriptedServices.h"
+#include "support/TempSettings.h"
+#include "ui/mainwindow/FrmMain.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QListWidget>
+#include <QLocale>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+using quarle::AppState;
+using quarle::test::ScriptedServices;
+using quarle::test::TempSettings;
+using quarle::ui::FrmMain;
+
+int failures = 0;
+
+void Fail(const QString& what) {
+    std::fprintf(stderr, "gallery: %s\n", qPrintable(what));
+    ++failures;
+}
+
+void Save(QWidget* form, const QString& folder, const QString& name) {
+    QApplication::processEvents();
+    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
+    if (!form->grab().save(path)) {
+        Fail(QStringLiteral("cannot write %1").arg(path));
+    } else {
+        std::printf("%s\n", qPrintable(path));
+    }
+}
+
+void WriteFile(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+        Fail(QStringLiteral("cannot write %1").arg(path));
+    }
+}
+
+// A small model folder, so that the pages show what they are for.
+void FillModel(FrmMain& form, AppState& state, const QString& folder) {
+    const QByteArray mesh = "version 1\r\nnodes\r\nend\r\ntriangles\r\nend\r\n";
+    const QByteArray anim = "version 1\r\nnodes\r\nend\r\nskeleton\r\ntime 0\r\nend\r\n";
+    for (const char* name : {"robot_ref", "robot_head"}) {
+        WriteFile(QDir(folder).filePath(QString::fromLatin1(name) + ".smd"), mesh);
+    }
+    for (const char* name : {"idle", "walk", "run", "jump", "die_back"}) {
+        WriteFile(QDir(folder).filePath(QString::fromLatin1(name) + ".smd"), anim);
+    }
+    quarle::Document& doc = state.Doc;
+    doc.ModelPath = folder.toStdString();
+    doc.TexturePath = (folder + "/textures").toStdString();
+    doc.BodyGroups[1].PartCount = 1;
+    doc.BodyGroups[1].Parts[1] = "robot_ref";
+    doc.BodyGroupCount = 2;
+    doc.BodyGroups[2].Name = "head";
+    doc.BodyGroups[2].PartCount = 2;
+    doc.BodyGroups[2].Parts[1] = "robot_head";
+    doc.BodyGroups[2].Parts[2] = quarle::Blank;
+    const char* anims[] = {"idle", "walk", "run"};
+    for (int s = 0; s < 3; ++s) {
+        doc.Anims[0][static_cast<std::size_t>(s)].Name = anims[s];
+        doc.Anims[0][static_cast<std::size_t>(s)].SmdFile = anims[s];
+        form.LstAnimations->addItem(QString::fromLatin1(anims[s]));
+    }
+    form.Update();
+}
+
+void MainWindow(const QString& folder, const char* languageFile) {
+    TempSettings settings;
+    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
+    ScriptedServices services;
+    if (!QFile::exists(QDir(services.ProgramFolderPath).filePath(languageFile))) {
+        Fail(QStringLiteral("%1 is missing beside the program").arg(languageFile));
+    }
+    auto state = std::make_unique<AppState>();
+    FrmMain form(*state, services, settings.Store());
+    form.Form_Load();
+    form.show();
+    Save(&form, folder, QStringLiteral("FrmMain"));
+
+    QTemporaryDir model;
+    FillModel(form, *state, model.path());
+    Save(&form, folder, QStringLiteral("FrmMain-ModelFiles"));
+    form.TabSmd->setCurrentIndex(1);
+    Save(&form, folder, QStringLiteral("FrmMain-Animations"));
+
+    if (!services.Prompts().isEmpty()) {
+        Fail(QStringLiteral("FrmMain (%1) asked: %2")
+                 .arg(languageFile, services.Prompts().first().Text));
+    }
+}
+
+// A start in localisation mode shows the localise button.
+void MainWindowLocalising(const QString& folder, const char* languageFile) {
+    TempSettings settings;
+    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
+    ScriptedServices services;
+    auto state = std::make_unique<AppState>();
+    state->LocalisationMode = true;
+    FrmMain form(*state, services, settings.Store());
+    form.Form_Load();
+    form.show();
+    Save(&form, folder, QStringLiteral("FrmMain-Localisation"));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QLocale::setDefault(QLocale::c());
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("QuarleGallery"));
+
+    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("gallery");
+    const struct {
+        const char* folder;
+        const char* file;
+    } languages[] = {{"de", "deutsch.lng"}, {"en", "english.lng"}};
+    for (const auto& language : languages) {
+        const QString folder = QDir(out).filePath(QString::fromLatin1(language.folder));
+        if (!QDir().mkpath(folder)) {
+            Fail(QStringLiteral("cannot make %1").arg(folder));
+            continue;
+        }
+        MainWindow(folder, language.file);
+        MainWindowLocalising(folder, language.file);
+    }
+    return failures == 0 ? 0 : 1;
+}

@@ -1,0 +1,68 @@
+// Services for headless tests: answers are queued first in, first out, every
+// prompt is recorded, an unexpected prompt fails the test and answers Cancel
+// (or nothing, for a file dialog), and answers left unused fail it too.
+#pragma once
+
+#include "platform/Services.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace quarle::test {
+
+class ScriptedServices : public platform::Services {
+public:
+    struct Prompt {
+        QString Kind; // "MsgBox", "Open", "Save"
+        QString Text; // the message; for a file dialog its title, as in Title
+        QString Title;
+        platform::Buttons Buttons = platform::Buttons::Ok; // message boxes only
+        platform::Icon Icon = platform::Icon::None;        // message boxes only
+        QString Filter;                                    // file dialogs only
+        QString InitialDir;                                // file dialogs only
+    };
+    struct Started {
+        QString Program;
+        QStringList Arguments;
+    };
+
+    ScriptedServices();
+    ~ScriptedServices() override;
+    ScriptedServices(const ScriptedServices&) = delete;
+    ScriptedServices& operator=(const ScriptedServices&) = delete;
+
+    void QueueMsgBox(platform::Answer answer);
+    void QueueOpen(std::optional<platform::FilePick> pick); // nullopt: cancel
+    void QueueSave(std::optional<platform::FilePick> pick); // nullopt: cancel
+
+    const QList<Prompt>& Prompts() const { return prompts_; }
+    // Fails the test for every answer still queued, and drops them.
+    void VerifyAllUsed();
+
+    platform::Answer MsgBox(const QString& text, platform::Buttons buttons, platform::Icon icon,
+                            const QString& title) override;
+    std::optional<platform::FilePick> ShowOpen(const QString& title, const QString& filter,
+                                               const QString& initialDir = {}) override;
+    std::optional<platform::FilePick> ShowSave(const QString& title, const QString& filter,
+                                               const QString& initialDir = {}) override;
+    bool StartProgram(const QString& program, const QStringList& arguments) override;
+    QString ProgramFolder() override { return ProgramFolderPath; }
+    double Rnd() override { return NextRnd; }
+    double Timer() override { return Now; }
+
+    QList<Started> Starts; // every StartProgram, as asked (no wine added)
+    bool StartResult = true;
+    QString ProgramFolderPath; // QUARLE_BINARY_DIR "/bin", where the build copies data/
+    double NextRnd = 0.0;
+    double Now = 0.0;
+
+private:
+    QList<platform::Answer> msgBoxAnswers_;
+    QList<std::optional<platform::FilePick>> openAnswers_;
+    QList<std::optional<platform::FilePick>> saveAnswers_;
+    QList<Prompt> prompts_;
+};
+
+} // namespace quarle::test

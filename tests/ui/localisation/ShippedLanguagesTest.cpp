@@ -1,0 +1,181 @@
+// The shipped language files against the forms as they are built: every
+// designed caption and tool tip has its entry, every entry names a control,
+// and applying a file changes each control to exactly the file's text.
+#include "AppState.h"
+#include "localisation/LanguageFile.h"
+#include "platform/Reflection.h"
+#include "support/ScriptedServices.h"
+#include "support/TempSettings.h"
+#include "ui/localisation/ApplyLanguage.h"
+#include "ui/mainwindow/FrmMain.h"
+
+#include <QDir>
+#include <QTabWidget>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace quarle::ui {
+namespace {
+
+struct Env {
+    AppState& State;
+    platform::Services& Services;
+    platform::SettingsStore& Settings;
+};
+using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
+
+// Every form that reads a language file and exists so far.
+const std::map<std::string, FormFactory>& Forms() {
+    static const std::map<std::string, FormFactory> forms = {
+        {"FrmMain",
+         [](Env& env) { return std::make_unique<FrmMain>(env.State, env.Services, env.Settings); }},
+    };
+    return forms;
+}
+
+std::string Upper(const QString& s) {
+    return s.toUpper().toStdString();
+}
+
+bool IsRecentEntry(const QString& name) {
+    return name.startsWith(QLatin1String("MnuDateiLast"), Qt::CaseInsensitive);
+}
+
+class ShippedLanguage : public ::testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        FillIdsNames(state->IdsNames);
+        state->Settings.LanguageFile = GetParam();
+        state->Settings.RecentFiles = {"c:\\one.qc", "c:\\two.qc", "...", "..."};
+        const auto lines =
+            ReadLanguageLines(QDir(services.ProgramFolder()).filePath(GetParam()).toStdString());
+        ASSERT_TRUE(lines) << "not beside the program: " << GetParam();
+        contents = ParseLanguageFile(*lines);
+    }
+
+    const LngSection* Section(const std::string& name) const {
+        for (const LngSection& section : contents.Sections) {
+            if (section.Name == name) {
+                return &section;
+            }
+        }
+        return nullptr;
+    }
+
+    test::ScriptedServices services;
+    test::TempSettings settings;
+    std::unique_ptr<AppState> state = std::make_unique<AppState>();
+    Env env{*state, services, settings.Store()};
+    LngContents contents;
+};
+
+TEST_P(ShippedLanguage, CoversEveryControlOfEveryForm) {
+    for (const auto& [name, make] : Forms()) {
+        SCOPED_TRACE(name);
+        const LngSection* section = Section(name);
+        ASSERT_NE(section, nullptr);
+        std::set<std::string> keys;
+        for (const LngEntry& entry : section->Entries) {
+            keys.insert(Upper(QString::fromStdString(entry.Key)));
+        }
+
+        const std::unique_ptr<QWidget> form = make(env);
+        std::set<std::string> controls;
+        for (const platform::ControlInfo& control : platform::ControlsOf(form.get())) {
+            controls.insert(Upper(control.Key()));
+            const QString caption = platform::Caption(control.Object).value_or(QString());
+            const QString tip = platform::ToolTipText(control.Object).value_or(QString());
+            const bool designed =
+                (!caption.isEmpty() && caption != QLatin1String("-")) || !tip.isEmpty();
+            EXPECT_TRUE(!designed || keys.count(Upper(control.Key())))
+                << "no entry for " << control.Key().toStdString();
+        }
+        for (const LngEntry& entry : section->Entries) {
+            EXPECT_TRUE(entry.Key == TitleKey ||
+                        controls.count(Upper(QString::fromStdString(entry.Key))))
+                << "no control " << entry.Key;
+        }
+    }
+}
+
+TEST_P(ShippedLanguage, AppliesEveryEntryWithoutWarning) {
+    for (const auto& [name, make] : Forms()) {
+        SCOPED_TRACE(name);
+        const LngSection* section = Section(name);
+        ASSERT_NE(section, nullptr);
+        const std::unique_ptr<QWidget> form = make(env);
+        ApplyLanguage(*state, services, form.get());
+        EXPECT_TRUE(services.Prompts().isEmpty());
+
+        for (std::size_t i = 0; i < section->Entries.size(); ++i) {
+            const LngEntry& entry = section->Entries[i];
+            const QString value = QString::fromStdString(entry.Value);
+            if (entry.Key == TitleKey) {
+                EXPECT_EQ(form->windowTitle(), value);
+                continue;
+            }
+            QObject* control = nullptr;
+            for (const platform::ControlInfo& info : platform::ControlsOf(form.get())) {
+                if (Upper(info.Key()) == Upper(QString::fromStdString(entry.Key))) {
+                    control = info.Object;
+                    break;
+                }
+            }
+            ASSERT_NE(control, nullptr) << entry.Key;
+            const LngEntry& tip = section->Entries[++i];
+            if (IsRecentEntry(QString::fromStdString(entry.Key))) {
+                continue; // checked below
+            }
+            if (const auto caption = platform::Caption(control); caption && !value.isEmpty()) {
+                EXPECT_EQ(*caption, value) << entry.Key;
+            } else {
+                EXPECT_TRUE(value.isEmpty() || entry.Value == NotAvailable) << entry.Key;
+            }
+            const QString tipValue = QString::fromStdString(tip.Value);
+            if (const auto current = platform::ToolTipText(control);
+                current && !tipValue.isEmpty()) {
+                EXPECT_EQ(*current, tipValue) << tip.Key;
+            } else {
+                EXPECT_TRUE(tipValue.isEmpty() || tip.Value == NotAvailable) << tip.Key;
+            }
+        }
+    }
+    for (std::size_t i = 1; i <= GlobalStringCount; ++i) {
+        EXPECT_FALSE(state->IdsTexts[i].empty()) << IdsKeyTable[i];
+    }
+}
+
+TEST_P(ShippedLanguage, MainFormShowsRecentFilesAndTheSecondPage) {
+    FrmMain form(*state, services, settings.Store());
+    ApplyLanguage(*state, services, &form);
+    const auto* tabs = qobject_cast<QTabWidget*>(platform::FindControl(&form, "TabSmd"));
+    ASSERT_NE(tabs, nullptr);
+    EXPECT_EQ(tabs->tabText(1).toStdString(), state->IdsTexts[IDS_ANIMATIONFILES]);
+    EXPECT_EQ(platform::Caption(platform::FindControl(&form, "MnuDateiLast1")), "c:\\one.qc");
+    EXPECT_EQ(platform::Caption(platform::FindControl(&form, "MnuDateiLast2")), "c:\\two.qc");
+    EXPECT_EQ(platform::Caption(platform::FindControl(&form, "MnuDateiLast4")), "...");
+}
+
+INSTANTIATE_TEST_SUITE_P(Shipped, ShippedLanguage, ::testing::Values("deutsch.lng", "english.lng"),
+                         [](const auto& info) { return std::string(info.param).substr(0, 7); });
+
+// The real start on a first run: German, silently.
+TEST(ShippedLanguageStart, FirstRunStartsInGerman) {
+    test::ScriptedServices services;
+    test::TempSettings settings;
+    auto state = std::make_unique<AppState>();
+    FrmMain form(*state, services, settings.Store());
+    form.Form_Load();
+    EXPECT_TRUE(services.Prompts().isEmpty());
+    EXPECT_EQ(state->Settings.LanguageFile, "deutsch.lng");
+    EXPECT_EQ(state->IdsTexts[IDS_ANIMATIONFILES], "Animationsdateien");
+    EXPECT_EQ(state->IdsTexts[IDS_OPEN], "\xC3\x96"
+                                         "ffnen");
+    EXPECT_EQ(form.windowTitle(), "Quarle");
+}
+
+} // namespace
+} // namespace quarle::ui

@@ -1,0 +1,713 @@
+#!/usr/bin/env python3
+"""Writes the language files data/deutsch.lng and data/english.lng.
+
+The tables below are the one place where the shipped texts are kept: one
+table per form that reads a language file when it loads, and the table of
+the 93 global strings. Edit them here and run
+
+    python3 tools/lng/generate.py          # rewrite both files
+    python3 tools/lng/generate.py --check  # exit 1 when a file is out of date
+
+The files are cp1252 with CR LF line ends. Each form section holds "Titel"
+and two lines per control: the caption line and the tool tip line, both with
+the control's key. A property the control doesn't have is written as
+"<not available>", as the language editor writes it. An empty value keeps the
+designed text, so the German file repeats the designed German texts and the
+English file must give every one of them.
+"""
+
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+DATA = ROOT / "data"
+KEY_TABLE = ROOT / "src" / "core" / "localisation" / "GlobalStrings.h"
+
+VERSION = "0.8.4"
+SEPARATOR = "-" * 22
+NA = None  # a property the control doesn't have
+
+LANGUAGES = {
+    # file name: (column, description, count line key)
+    "deutsch.lng": (0, "Deutsch", "Anzahl"),
+    "english.lng": (1, "English", "Count"),
+}
+
+
+def C(key, de, en, de_tip="", en_tip=""):
+    """A control with a caption and a tool tip (label, button, frame...)."""
+    return (key, (de, en), (de_tip, en_tip))
+
+
+def T(key, de_tip, en_tip):
+    """A control with a tool tip only (text box, list, combo box, picture)."""
+    return (key, (NA, NA), (de_tip, en_tip))
+
+
+def M(key, de, en):
+    """A menu entry: a caption, no tool tip."""
+    return (key, (de, en), (NA, NA))
+
+
+def recent(key):
+    """A recent-file menu entry: it always shows the file, whatever stands here."""
+    return (key, ("...", "..."), (NA, NA))
+
+
+BACK = C("CmdZurueck", "<-- Zurück", "<-- Back")
+CANCEL_WIZARD = C("CmdAbbrechen", "Abbrechen", "Cancel")
+NEXT = C("CmdWeiter", "Weiter -->", "Next -->")
+OK = C("OKButton", "OK", "OK")
+CANCEL = C("CancelButton", "Abbrechen", "Cancel")
+
+AXIS_TIP = ("Legt die Achse fest über die Half-Life die Kontrolle übernehmen kann",
+            "Sets the axis about which Half-Life can take control")
+LIMIT_TIP = ("Um wieviel Grad an der Achse gedreht werden kann (z.B. dass der Kopf nicht "
+             "einmal um 360 Grad gedreht werden kann)",
+             "How many degrees it can turn about the axis (e.g. so that a head cannot turn "
+             "all the way round)")
+LX_TIP = ("($sequence - LX) - Sorgt dafür dass das Modell nach der Animation nicht wieder an "
+          "die Ausgangsposition versetzt wird",
+          "($sequence - LX) - Keeps the model from being put back to its starting position "
+          "after the animation")
+
+
+def axes():
+    return [C(f"CtrlAchse({i})", f"{a}-Achse", f"{a} axis", *AXIS_TIP)
+            for i, a in enumerate("XYZ")]
+
+
+def skeleton_views():
+    """The controls that the attachment and the controller dialog share."""
+    return [
+        C("Label6", "Vorderansicht (X,Y)", "Front view (X,Y)"),
+        C("Label7", "Draufsicht (X,Z)", "Top view (X,Z)"),
+        C("Frame2", "Knocheninfos", "Bone"),
+        C("Label8", "X:", "X:"),
+        C("Label9", "Y:", "Y:"),
+        C("Label10", "Z:", "Z:"),
+        C("Label11", "Parent:", "Parent:"),
+    ]
+
+
+FORMS = [
+    ("FrmMain", ("Quarle", "Quarle"), [
+        C("CmdModeleinst", "Modelleinstellungen", "Model settings",
+          "Massstab, Controller, Augenpos., usw.", "Scale, controllers, eye position, etc."),
+        C("CmdCompile", "Erstelle Modell", "Build model",
+          "Was wohl?", "Saves the script and builds the model with the compiler"),
+        C("FrmPaths", "Pfade", "Paths"),
+        C("LblTexturepath", "Texturenpfad:", "Texture path:"),
+        T("TxtTexturepath",
+          "($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind",
+          "($cdtexture) - Folder that holds the textures of the model"),
+        C("CmdBrowseTexture", "...", "...", "Browse", "Browse"),
+        C("LblModelpath", "Modell-Dateienpfad:", "Model files path:"),
+        T("TxtModelpath",
+          "($cd) - Pfad in dem die mdl-Dateien für das Modell gespeichert sind",
+          "($cd) - Folder that holds the files of the model"),
+        C("CmdBrowseModel", "...", "...", "Browse", "Browse"),
+        C("FrmModelfiles", "Modelldateien", "Model files"),
+        T("LstFiles", "Zur Verfügung stehende Modell-Dateien", "Available model files"),
+        T("FileList", "Zur Verfügung stehende Modell-Dateien", "Available model files"),
+        C("CmdAdd", "", "", "Füge Animation Hinzu", "Add the selected files"),
+        C("CmdDelAnimation", "", "", "Lösche Animation", "Remove the selected entries"),
+        C("TabSmd", "Modeldateien", "Model files"),
+        T("CmbBodyGroup", "Liste der Bodypartgruppen", "Body groups of the model"),
+        C("CmdNewGroup", "Neu", "New",
+          "Fügt eine neue Bodypartgruppe hinzu", "Adds a new body group"),
+        C("CmdDel", "Del", "Delete",
+          "Löscht die markierte Bodypartgruppe", "Deletes the selected body group"),
+        C("CmdRename", "Ren", "Rename"),
+        C("LblParameter", "Parameter:", "Options:"),
+        C("ChkReverse", "Reverse", "Reverse"),
+        T("LstAnimations", "Alle Animationen für ein Modell", "All animations of the model"),
+        C("LblAnimGroup", "Animgruppe:", "Anim group:"),
+        C("LblAnimName", "Name:", "Name:"),
+        T("TxtAnimName", "($sequence) - Name der Animation",
+          "($sequence) - Name of the animation"),
+        C("LblAnimID", "Anim.-ID:", "Activity:"),
+        T("TxtAnimID",
+          "Legt den Identifikationsnamen für Vordefinierte Standartfunktion fest, falls "
+          "vorhanden",
+          "Sets the activity name of a predefined standard behaviour, if there is one"),
+        C("LblSMDFile", "SmdDatei:", "SMD file:"),
+        C("CmdAnimExt", "Erweitert", "Advanced"),
+        C("CmdWizBack", "Zurück", "Back"),
+        C("CmdNext", "Weiter", "Next"),
+        C("CmdEnd", "Ende", "End"),
+        M("MnuDatei", "&Datei", "&File"),
+        M("MnuDateiNeu", "&Neu", "&New"),
+        M("MnuDateiOeffnen", "&Öffnen", "&Open..."),
+        M("MnuDateiSpeichern", "&Speichern", "&Save"),
+        M("MnuDateiSpeichernunter", "Speichern &unter", "Save &as..."),
+        M("MnuDateiComp", "mdl-Datei &erstellen", "&Build .mdl file"),
+        M("MnuDateiView", "Model mit &Viewer öffnen", "Open model in &viewer"),
+        M("MnuDateiViewCode", "qc-Datei mit &Editor öffnen", "Open .qc file in &editor"),
+        recent("MnuDateiLast1"),
+        recent("MnuDateiLast2"),
+        recent("MnuDateiLast3"),
+        recent("MnuDateiLast4"),
+        M("MnuDateiBeenden", "&Beenden", "E&xit"),
+        M("MnuEinstellungen", "&Einstellungen", "&Settings"),
+        M("MnuEinstModel", "&Modeleinstellungen", "&Model settings"),
+        M("MnuEinstAllg", "&Allgemeine Einstellungen", "&General settings"),
+        M("MnuWizards", "&Wizards", "&Wizards"),
+        M("MnuWizardsWizAn", "&Wizard an", "&Assistant on"),
+        M("MnuWizardsGrWiz", "&Grundeinstellungen Wizard", "&Base settings wizard"),
+        M("MnuWizardsAnimWiz", "&Animationen Wizard", "&Animation wizard"),
+        M("MnuHilfe", "&Hilfe", "&Help"),
+        M("MnuHilfeUeber", "&Über", "&About"),
+    ]),
+    ("DlgSettings", ("Allgemeine Einstellungen", "General settings"), [
+        C("FrmPaths", "Pfade", "Paths"),
+        C("LblStudioMDL", "Compiler:", "Compiler:"),
+        C("LblModelviewer", "Modelviewer:", "Model viewer:"),
+        C("LblEditor", "Texteditor:", "Text editor:"),
+        C("Command1", "...", "..."),
+        C("Command2", "...", "..."),
+        C("Command3", "...", "..."),
+        C("FrmSprache", "Sprache", "Language"),
+        C("LblVersion", "Version:", "Version:"),
+        C("CmdNewLocalisation", "Neue Lokalisierung", "New localisation"),
+        # The button names what a click will do, and its click sets these
+        # English words itself: the caption stays English in every language.
+        C("CmdLocalisationmode", "Localisationmode on", "Localisationmode on"),
+        OK,
+        CANCEL,
+    ]),
+    ("frmAbout", ("Über", "About"), [
+        C("lblTitle", "Quarle", "Quarle"),
+        C("lblDisclaimer",
+          "Quarle erstellt und bearbeitet qc-Dateien für Half-Life-Modelle. Benutzung auf "
+          "eigene Gefahr.",
+          "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
+        C("LblFreeware", "Freeware", "Freeware"),
+        C("CmdOK", "OK", "OK"),
+    ]),
+    ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
+        C("Label4", "X,Y", "X,Y"),
+        T("PicXYVer", "XY-Verschiebung", "Click to set the X and Y offset"),
+        C("Label5", "X,Z", "X,Z"),
+        T("PicXZVer", "XZ-Verschiebung", "Click to set the X and Z offset"),
+        C("Label1", "X:", "X:"),
+        T("TxtX", "X-Verschiebung", "X offset (Enter takes it)"),
+        C("Label2", "Y:", "Y:"),
+        T("TxtY", "Y-Verschiebung", "Y offset (Enter takes it)"),
+        C("Label3", "Z:", "Z:"),
+        T("TxtZ", "Z-Verschiebung", "Z offset (Enter takes it)"),
+        OK,
+        CANCEL,
+    ]),
+    ("DlgController", ("Controller", "Controllers"), skeleton_views() + [
+        T("TxtBone", "Listet die Knochen für das Modell auf", "Lists the bones of the model"),
+        C("Label1", "Controller-Nr.:", "Controller no.:"),
+        T("CmbController", "Wähle eine Controllernummer aus", "Choose a controller number"),
+        C("ChkCtrlAktiv", "Controller an", "Controller on",
+          "Ist Controller aktiv?", "Is the controller active?"),
+        C("Label2", "Knochen an Ctrl.:", "Bone:",
+          "Knochen an dem die Bindung anhängt", "Bone that the controller turns"),
+        C("FrameCtrl", "Controllereinstellungen", "Controller settings"),
+        *axes(),
+        C("Label3", "Winkelgrenzen:", "Angle limits:"),
+        C("Label4", "Min:", "Min:"),
+        T("TxtLimitMin", *LIMIT_TIP),
+        C("Label5", "Max:", "Max:"),
+        T("TxtLimitMax", *LIMIT_TIP),
+        OK,
+    ]),
+    ("Wizard2", ("Wizard - Pfade", "Wizard - Paths"), [
+        C("LblHelpText1",
+          "Gib jetz den Pfad an in dem die Texturen für das Modell liegen sowie den Pfad in "
+          "dem die einzelnen smd-Dateien (also die Animations und Referenzdateien) liegen.",
+          "Now enter the folder that holds the textures of the model, and the folder that "
+          "holds its .smd files (the animation and reference files)."),
+        C("LblHelpText2", "z.B. für den Texturenpfad:", "e.g. for the texture path:"),
+        C("LblHelpText3", r'"c:\modells\meinmodell\texturen"', r'"c:\models\mymodel\textures"'),
+        C("LblHelpText4", "z.B. für den Modell-Dateienpfad:", "e.g. for the model files path:"),
+        C("LblHelpText5", r'"c:\modells\meinmodell"', r'"c:\models\mymodel"'),
+        C("LblTexturepath", "Texturenpfad:", "Texture path:"),
+        T("TxtWiz2Texturenpfad", "Pfad in dem die Texturen des Modells gespeichert sind",
+          "Folder that holds the textures of the model"),
+        C("CmdWiz2Texturenpfad", "...", "..."),
+        C("LblModelpath", "Modell-Dateienpfad:", "Model files path:"),
+        T("TxtWiz2Modelpfad", "Pfad in dem die mdl-Dateien für das Modell gespeichert sind",
+          "Folder that holds the files of the model"),
+        C("CmdWiz2Modelpfad", "...", "..."),
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("Wizard3", ("Wizard - Referenzmodell", "Wizard - Reference model"), [
+        C("LblHelpText1",
+          "Wähle die Referenzmodelldatei, also die smd-Datei die den Körper (nicht bloss die "
+          "Knochen) des Modells enthält, aus.",
+          "Choose the reference model: the .smd file that holds the body of the model, not "
+          "just its bones."),
+        C("LblModelfiles", "Vorhandene Modelldateien im Modellordner:",
+          "Model files in the model folder:"),
+        C("LblReferencemodel", "Referenzmodell:", "Reference model:"),
+        BACK,
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("Wizard4", ("Wizard - Sonstige", "Wizard - Other settings"), [
+        C("FrmScale", "Maßstab", "Scale"),
+        C("LblHelpText1",
+          'Gib den Maßstab in dem das Modell gespeichert werden soll an. Er kann in der Regel '
+          'auf "1" bleiben.',
+          'Enter the scale at which the model is to be built. It can usually stay at "1".'),
+        C("LblScale", "Maßstab:", "Scale:"),
+        C("FrmEyes", "Augen", "Eyes"),
+        C("LblHelpText2",
+          "Falls das Modell ein Monster oder ein anderes Lebewesen mit Augen ist sollte jetzt "
+          "die XYZ-Koordinate des Modells angegeben werden.",
+          "If the model is a monster or another creature with eyes, enter the X, Y and Z "
+          "coordinates of its eyes now."),
+        C("ChkWiz4Augen", "Augen", "Eyes"),
+        BACK,
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("Wizard5", ("Wizard", "Wizard"), [
+        C("LblAllRight", "Sind alle Angaben so richtig:", "Is everything right?"),
+        BACK,
+        CANCEL_WIZARD,
+        C("CmdFertig", "Fertigstellen", "Finish"),
+    ]),
+    ("AnimWiz1", ("Animations-Wizard", "Animation wizard"), [
+        C("LblHelpText",
+          "Gib einen Namen für die Animation an. Mit diesem wird die Animation in der fertigen "
+          'mdl-Datei angesprochen. Für eine Sprunganimation zum Beispiel den Namen "jump".',
+          "Enter a name for the animation. The finished .mdl file calls the animation by this "
+          'name: for a jump, for example, "jump".'),
+        C("LblAnimationname", "Animationsname:", "Animation name:"),
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("AnimWiz2", ("Animations-Wizard", "Animation wizard"), [
+        C("LblHelpText",
+          "Wähl die Modelldatei aus in der die Animation gespeichert ist. Diese muss sich im "
+          "dem Ordner befinden, den du als Modellpfad angegeben hast. Zum Beispiel "
+          '"jump.smd".',
+          "Choose the model file that holds the animation. It must lie in the folder that you "
+          'gave as the model path, for example "jump.smd".'),
+        C("LblAvailableModels", "Vorhandene Modelldateien im Modellordner:",
+          "Model files in the model folder:"),
+        C("LblAnimationmodel", "Animationmodell:", "Animation file:"),
+        BACK,
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("AnimWiz3", ("Animations-Wizard", "Animation wizard"), [
+        C("FrmAnimationID", "Animations-ID", "Activity"),
+        C("LblHelpText1",
+          "Falls die Animation einen Standartvorgang wie zum Beispiel Gehen oder schießen ist, "
+          "kannst du einen entsprechenden Ident- ifikationsnamen für die Animation aus- wählen. "
+          "Dadurch wird diese automatisch ausgeführt wenn das entsprechende Ereigniss eintritt.",
+          "If the animation shows a standard action, such as walking or shooting, you can "
+          "choose the matching activity for it. The game then plays it by itself whenever "
+          "that action happens."),
+        BACK,
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("AnimWiz4", ("Animations-Wizard", "Animation wizard"), [
+        C("FrmFPS", "FramesPerSecond", "Frames per second"),
+        C("LblHelpText1",
+          "Mit welcher Geschwindigkeit soll die Animation ablaufen (in Bildern pro Sekunde - "
+          "fps), Standart ist 30.",
+          "How fast should the animation run, in frames per second (fps)? The default is 30."),
+        C("LblFPS", "Fps:", "Fps:"),
+        C("FrmFramelilimts", "Framesbegrenzung", "Frame range"),
+        C("LblHelpText2",
+          "Wenn nicht alle Bilder der Animation angezeigt werden sollen, kannst du hier den "
+          "Start- und den Endpunkt für die Animation angeben.",
+          "If not every frame of the animation is to be shown, enter its first and last frame "
+          "here."),
+        C("ChkAnimWiz4Frame", "Frames:", "Frames:"),
+        C("LblTo", "bis", "to"),
+        C("FrmLoop", "Schleife", "Loop"),
+        C("LblHelpText3", "Soll sich die Animation ständig wiederhohlen?",
+          "Should the animation repeat over and over?"),
+        C("ChkAnimWiz4Schleife", "Schleife", "Loop"),
+        BACK,
+        CANCEL_WIZARD,
+        NEXT,
+    ]),
+    ("AnimWiz5", ("Animation-Wizard", "Animation wizard"), [
+        C("LblAllRight", "Sind alle Angaben so richtig:", "Is everything right?"),
+        BACK,
+        CANCEL_WIZARD,
+        C("CmdWeiter", "Fertigstellen", "Finish"),
+    ]),
+    ("DlgCompile", ("Compiliere", "Compiling"), [
+        OK,
+        C("ChkViewAfterCompile", "Model nach dem Kompilieren mit Viewer öffnen",
+          "Open the model in the viewer after compiling"),
+    ]),
+    ("DlgBindung", ("Bindungen", "Attachments"), skeleton_views() + [
+        C("Label1", "Bindungs-Nr.:", "Attachment no.:"),
+        T("CmbBindung", "Wähle eine Attachmentnummer aus", "Choose an attachment number"),
+        C("ChkBndgAktiv", "Bindung an", "Attachment on",
+          "Ist Bindung aktiv?", "Is the attachment active?"),
+        C("Label2", "Knochen an Bndg.:", "Bone:",
+          "Knochen an dem die Bindung anhängt", "Bone that the attachment hangs on"),
+        C("Frame1", "Bindungspunkt", "Attachment point"),
+        C("Label3", "X-Koordinate:", "X coordinate:"),
+        T("TxtBindungX", "Gibt die X-Koordinate der Bindung relativ zum Knochen an",
+          "X coordinate of the attachment, relative to the bone"),
+        C("Label4", "Y-Koordinate:", "Y coordinate:"),
+        T("TxtBindungY", "Gibt die Y-Koordinate der Bindung relativ zum Knochen an",
+          "Y coordinate of the attachment, relative to the bone"),
+        C("Label5", "Z-Koordinate:", "Z coordinate:"),
+        T("TxtBindungZ", "Gibt die Z-Koordinate der Bindung relativ zum Knochen an",
+          "Z coordinate of the attachment, relative to the bone"),
+        OK,
+    ]),
+    ("DlgModeleinstellungen", ("Modelleinstellungen", "Model settings"), [
+        C("Label2", "Maßstab:", "Scale:",
+          "($scale) - Erstellt das Modell in einem anderen Massstab",
+          "($scale) - Builds the model at another scale"),
+        T("TxtMassstab", "Vergrössert oder verkleinert das Originalmodell (1=Originalgröße)",
+          "Enlarges or shrinks the original model (1 = original size)"),
+        C("ChkAugen", "Augen:", "Eyes:",
+          "($eyeposition) - Position der Augen des Modells",
+          "($eyeposition) - Position of the eyes of the model"),
+        T("TxtAugenX", "X-Koordinate", "X coordinate"),
+        T("TxtAugenY", "Y-Koordinate", "Y coordinate"),
+        T("TxtAugenZ", "Z-Koordinate", "Z coordinate"),
+        C("Label1", "Texturhelligkeit:", "Texture gamma:"),
+        T("TxtGamma",
+          "($gamma) - Legt die Helligkeit sämtlicher Texturen des Modells fest - Standart ist "
+          "1.8",
+          "($gamma) - Sets the brightness of all textures of the model - the default is 1.8"),
+        C("ChkExtTex", "Speichere Texturen extra", "Store textures separately",
+          "($externaltextures) - Die Texturen werden ausserhalb des Modells als extra Dateien "
+          "gespeichert",
+          "($externaltextures) - The textures are stored outside the model, in files of their "
+          "own"),
+        C("ChkSequenceGroupSize", "Split Modeldatei:", "Split model file:"),
+        C("LblKB", "KB", "KB"),
+        C("CmdAttachment", "Attachments", "Attachments",
+          '($attachment) - Gibt einen stellen am Modell an an denen Sprites, Munitionshülsen '
+          'oder sonstiges "rauskommen"',
+          "($attachment) - Marks places on the model where sprites, shells or anything else "
+          "come out"),
+        C("CmdController", "Controller", "Controllers",
+          "($controller) - Überträgt die Kontrolle eines Bones an Half-Life (z.B. Drehung des "
+          "Kopfes zum Gegner)",
+          "($controller) - Hands control of a bone to Half-Life (e.g. turning the head towards "
+          "an enemy)"),
+        C("CmdTextureGroup", "Alt. Texturen", "Alt. textures"),
+        C("CmdTexturemode", "Texturmodi", "Texture modes"),
+        OK,
+    ]),
+    ("DlgName", ("Gib den Namen der Gruppe ein", "Enter the name of the group"), [
+        C("Label1", "Gruppenname:", "Group name:"),
+        C("CmdOK", "Hinzufügen", "Add"),
+        C("CmdAbbrechen", "Abbrechen", "Cancel"),
+    ]),
+    ("FrmEvents", ("Events", "Events"), [
+        C("CmdDel", "", "", "Lösche Animation", "Deletes the selected events"),
+        C("LblFrame", "Frame:", "Frame:"),
+        C("LblParameter", "Parameter:", "Parameter:"),
+        # No code writes these two labels: only the language file fills them.
+        C("LblDescription", "Beschreibung:", "Description:"),
+        C("LblBeschreibung",
+          "Wähle Events aus der Liste aus und füge sie mit dem Pfeil der Animation hinzu. "
+          "Markiere ein Event der Animation, um seinen Frame und seinen Parameter (Sound, Satz "
+          "oder Zielname, je nach Event) einzugeben.",
+          "Pick events in the list and add them to the animation with the arrow. Select an "
+          "event of the animation to enter its frame and its parameter (a sound, a sentence or "
+          "a target name, as the event needs)."),
+        C("CmdOK", "OK", "OK"),
+    ]),
+    ("DlgAnimExt", ("Erweiterte Animationseigenschaften", "Advanced animation properties"), [
+        C("Label6", "Fps:", "Fps:"),
+        T("Text6",
+          "($sequence...fps) - Gibt die Geschwindigkeit an mit der die Animation abgespielt wird",
+          "($sequence ... fps) - Speed at which the animation is played"),
+        C("Label7", "Rotation:", "Rotation:"),
+        C("Label2", "Maßstab:", "Scale:"),
+        C("Check1", "Schleife", "Loop",
+          "($sequence...looped) - Die Animation wird ständig wiederhohlt",
+          "($sequence ... loop) - The animation repeats over and over"),
+        C("ChkLX", "LX", "LX", *LX_TIP),
+        C("ChkLY", "LY", "LY", *LX_TIP),
+        C("ChkLZ", "LZ", "LZ", *LX_TIP),
+        C("ChkFrameGrenze", "Frames:", "Frames:",
+          "Benutze nur bestimmte Frames der Animation", "Use only some of the frames"),
+        T("TxtMinFrame", "Start", "First frame"),
+        C("Label8", "bis", "to"),
+        T("TxtMaxFrame", "Ende", "Last frame"),
+        C("CmdEvents", "Events", "Events"),
+        C("CmdOrigin", "XYZ-Versch.", "XYZ offset",
+          "($sequence - origin) - Verschiebt die Nullkoordinaten des Modells",
+          "($sequence - origin) - Moves the origin of the model"),
+        C("ChkBlend", "Animationblending", "Animation blending"),
+        C("Label1", "SMD-Datei:", "SMD file:"),
+        C("FrameCtrl", "Blending-Einstellungen", "Blending settings"),
+        *axes(),
+        C("Label3", "Grenzen:", "Limits:"),
+        C("Label4", "Min:", "Min:"),
+        T("TxtLimitMin", *LIMIT_TIP),
+        C("Label5", "Max:", "Max:"),
+        T("TxtLimitMax", *LIMIT_TIP),
+        OK,
+    ]),
+    ("DlgRenameGroup", ("Gruppe umbenennen", "Rename group"), [
+        C("Label1", "Neue Bezeichnung für Gruppe:", "New name of the group:"),
+        OK,
+        CANCEL,
+    ]),
+]
+
+# The texts of the global strings, in the order of the key table (index 1 to
+# 93). Pieces of one sentence (_PART1, _PART2, ...) are joined by the code
+# with a blank and a name or a path between them.
+GLOBAL_STRINGS = [
+    ("IDS_VERSION", "Version", "Version"),
+    ("IDS_NONE", "keiner", "none"),
+    ("IDS_TEXTUREPATH", "Texturenpfad", "Texture path"),
+    ("IDS_MODELFILEPATH", "Modell-Dateienpfad", "Model files path"),
+    ("IDS_REFERENCEMODEL", "Referenzmodell", "Reference model"),
+    ("IDS_SCALE", "Maßstab", "Scale"),
+    ("IDS_YES", "Ja", "Yes"),
+    ("IDS_NO", "Nein", "No"),
+    ("IDS_EYES", "Augen", "Eyes"),
+    ("IDS_ANIMATION", "Animation", "Animation"),
+    ("IDS_FILE", "Datei", "File"),
+    ("IDS_NONES", "keine", "none"),
+    ("IDS_ANIMATIONID", "Animations-ID", "Activity"),
+    ("IDS_ON", "an", "on"),
+    ("IDS_OFF", "aus", "off"),
+    ("IDS_LXPARAMETER", "LX-Parameter", "LX parameter"),
+    ("IDS_FPS", "Fps", "Fps"),
+    ("IDS_TO", "bis", "to"),
+    ("IDS_ALL", "alle", "all"),
+    ("IDS_SHOWPICTURES", "Angezeigte Frames", "Frames shown"),
+    ("IDS_LOOP", "Schleife", "Loop"),
+    ("IDS_COMPILE", "Kompiliere", "Compiling"),
+    ("IDS_CHECKMODELINFO", "Überprüfe die Modelldaten...", "Checking the model data..."),
+    ("IDS_COMPILEMODEL", "Kompiliere das Modell...", "Compiling the model..."),
+    ("IDS_CANTCOMPILE", "Das Modell kann wegen dieser Fehler nicht kompiliert werden.",
+     "The model cannot be compiled because of these errors."),
+    ("IDS_DONE", "Fertig", "Done"),
+    ("IDS_ERRORS", "Fehler", "errors"),
+    ("IDS_ERROR_STUDIOMDLPATH",
+     "Fehler: Es ist kein Compiler (studiomdl.exe) angegeben. Trage ihn unter Einstellungen - "
+     "Allgemeine Einstellungen ein.",
+     "Error: no compiler (studiomdl.exe) is set. Choose it under Settings - General settings."),
+    ("IDS_ERROR_STUDIOMDL",
+     "Fehler: Der Compiler (studiomdl.exe) wurde nicht gefunden. Prüfe seinen Pfad unter "
+     "Einstellungen - Allgemeine Einstellungen.",
+     "Error: the compiler (studiomdl.exe) cannot be found. Check its path under Settings - "
+     "General settings."),
+    ("IDS_WARNING_SPACES_PART1", "Warnung: Der Pfad des Compilers enthält Leerzeichen.",
+     "Warning: the path of the compiler contains blanks."),
+    ("IDS_WARNING_SPACES_PART2",
+     "Der Compiler startet dann womöglich nicht; lege ihn besser in einen Ordner ohne "
+     "Leerzeichen.",
+     "The compiler may then fail to start; better move it to a folder without blanks."),
+    ("IDS_WARNING_TEXTUREPATH",
+     "Warnung: Es ist kein Texturenpfad angegeben. Der Modell-Dateienpfad wird verwendet.",
+     "Warning: no texture path is set. The model files path is used instead."),
+    ("IDS_ERROR_MODELPATH", "Fehler: Es ist kein Modell-Dateienpfad angegeben.",
+     "Error: no model files path is set."),
+    ("IDS_ERROR_REFERENCEMODEL", "Fehler: Die Datei des Referenzmodells wurde nicht gefunden.",
+     "Error: the file of the reference model cannot be found."),
+    ("IDS_WARNING_BODYGROUP_PART1", "Warnung: Die Bodygruppe", "Warning: the body group"),
+    ("IDS_WARNING_BODYGROUP_PART2", "enthält keine Teile.", "has no parts."),
+    ("IDS_ERROR_NOREFERENCEMODEL",
+     "Fehler: Das Modell hat kein Referenzmodell. Füge einer Bodygruppe mindestens eine "
+     "smd-Datei hinzu.",
+     "Error: the model has no reference model. Add at least one .smd file to a body group."),
+    ("IDS_WARNING_IDLEANIMATION",
+     'Warnung: Das Modell hat keine Animation. Eine Animation "idle" aus dem Referenzmodell '
+     'wird angefügt.',
+     'Warning: the model has no animation. An animation "idle" made from the reference model '
+     'is added.'),
+    ("IDS_ERROR_ANIMATIONNAME_PART1", "Fehler: Die Animation aus der Datei",
+     "Error: the animation from the file"),
+    ("IDS_ERROR_ANIMATIONNAME_PART2", ".smd hat keinen Namen.", ".smd has no name."),
+    ("IDS_ERROR_DOUBLEANIMATIONNAME_PART1", "Fehler: Die Animationen",
+     "Error: the animations"),
+    ("IDS_ERROR_DOUBLEANIMATIONNAME_PART2", "und", "and"),
+    ("IDS_ERROR_DOUBLEANIMATIONNAME_PART3", "haben denselben Namen.", "have the same name."),
+    ("IDS_WARNING_FPS_PART1", "Warnung: Die Animation", "Warning: the animation"),
+    ("IDS_WARNING_FPS_PART2", "hat eine Geschwindigkeit von 0 fps.",
+     "has a speed of 0 fps."),
+    ("IDS_WARNING_MISSINGNUMBER",
+     "Warnung: Der Anim.-ID fehlt die Gewichtung (eine Zahl am Ende) in der Animation",
+     "Warning: the activity has no weight (a number at its end) in the animation"),
+    ("IDS_ERROR_STARTFRAME_PART1", "Fehler: Bei der Animation aus der Datei",
+     "Error: in the animation from the file"),
+    ("IDS_ERROR_STARTFRAME_PART2", ".smd liegt der Startframe hinter dem Endframe.",
+     ".smd the start frame comes after the end frame."),
+    ("IDS_CANTFINDFILE_PART1", "Die Datei", "The file"),
+    ("IDS_CANTFINDFILE_PART2",
+     "wurde nicht gefunden und wird aus der Liste der letzten Dateien entfernt.",
+     "cannot be found. It is removed from the list of recent files."),
+    ("IDS_ERROR", "Fehler", "Error"),
+    ("IDS_DUMMI", "(nicht verwendet)", "(not used)"),
+    ("IDS_OPEN", "Öffnen", "Open"),
+    ("IDS_FILE2", "Datei", "File"),
+    ("IDS_SAVEAS", "Speichern unter", "Save as"),
+    ("IDS_TIP_TEXTUREPATH",
+     "Hallo! Zuerst braucht das Modell seinen Texturenpfad. Klicke hier und wähle eine "
+     "Bitmap in dem Ordner, in dem die Texturen liegen.",
+     "Hello! First the model needs its texture path. Click here and pick any bitmap in the "
+     "folder that holds the textures."),
+    ("IDS_TIP_MODELPATH",
+     "Jetzt der Modell-Dateienpfad: Klicke hier und wähle eine smd-Datei in dem Ordner, in "
+     "dem die smd-Dateien des Modells liegen.",
+     "Now the model files path: click here and pick any .smd file in the folder that holds "
+     "the .smd files of the model."),
+    ("IDS_TIP_REFERENCE",
+     "Füge der Bodygruppe das Referenzmodell hinzu: Markiere seine smd-Datei in der Liste "
+     "und klicke auf den Pfeil.",
+     "Add the reference model to the body group: select its .smd file in the list and click "
+     "the arrow."),
+    ("IDS_TIP_CHANGETOANIMATION",
+     "Die Modelldateien sind fertig. Wechsle jetzt auf diese Seite, um die Animationen "
+     "festzulegen.",
+     "The model files are done. Now switch to this page to set up the animations."),
+    ("IDS_TIP_ADDANIMATION",
+     'Markiere die Animationsdateien in der Liste und füge sie mit diesem Pfeil hinzu. Mit '
+     '"Erweitert" stellst du jede Animation genauer ein.',
+     'Select the animation files in the list and add them with this arrow. "Advanced" sets '
+     'up each animation in detail.'),
+    ("IDS_TIP_COMPILE",
+     "Alles bereit! Klicke hier, um das Modell zu speichern und zu erstellen.",
+     "All set! Click here to save the script and build the model."),
+    ("IDS_EVENT_PLAYERDEAD", "Spieler ist tot", "Player is dead"),
+    ("IDS_EVENT_UNINTERRUPTIBLESEQUENCE", "Sequenz kann nicht unterbrochen werden",
+     "Sequence cannot be interrupted"),
+    ("IDS_EVENT_INTERRUPTIBLESEQUENCE", "Sequenz kann unterbrochen werden",
+     "Sequence can be interrupted"),
+    ("IDS_EVENT_FIRETRIGGER", "Löst einen Trigger aus (Parameter: Zielname)",
+     "Fires a trigger (parameter: target name)"),
+    ("IDS_EVENT_PLAYWAV", "Spielt eine WAV-Datei ab (Parameter: Sounddatei)",
+     "Plays a WAV file (parameter: sound file)"),
+    ("IDS_EVENT_PLAYSENTENCE", "Spricht einen Satz (Parameter: Satzname)",
+     "Speaks a sentence (parameter: sentence name)"),
+    ("IDS_EVENT_FREEZEPLAYER", "Friert den Spieler ein", "Freezes the player"),
+    ("IDS_EVENT_NEXTANIMATION", "Geht zur nächsten Animation über",
+     "Goes on to the next animation"),
+    ("IDS_EVENT_PLAYWAVINVOICE", "Spielt eine WAV-Datei als Stimme ab (Parameter: Sounddatei)",
+     "Plays a WAV file as the voice (parameter: sound file)"),
+    ("IDS_EVENT_RANDOMSENTENCE", "Spricht einen zufälligen Satz (Parameter: Satzgruppe)",
+     "Speaks a random sentence (parameter: sentence group)"),
+    ("IDS_EVENT_PLAYERALIVE", "Spieler lebt", "Player is alive"),
+    ("IDS_EVENT_MONSTERDROPSLIGHTBODY", "Monster lässt einen leichten Körper fallen",
+     "Monster drops a light body"),
+    ("IDS_EVENT_MONSTERDROPSHEAVYBODY", "Monster lässt einen schweren Körper fallen",
+     "Monster drops a heavy body"),
+    ("IDS_EVENT_MONSTERPLAYSSWINGSOUND", "Monster spielt ein Schwunggeräusch ab",
+     "Monster plays a swing sound"),
+    ("IDS_EVENT_MONSTERTURNED180", "Monster hat sich um 180 Grad gedreht",
+     "Monster has turned 180 degrees"),
+    ("IDS_EVENT_MUZZLEFLASHONATTACHMENT0", "Mündungsfeuer an Attachment 0",
+     "Muzzle flash at attachment 0"),
+    ("IDS_EVENT_SPARKONATTACHMENT", "Funken an einem Attachment", "Sparks at an attachment"),
+    ("IDS_EVENT_EMITASOUND", "Gibt einen Sound aus (Parameter: Sounddatei)",
+     "Emits a sound (parameter: sound file)"),
+    ("IDS_EVENT_MUZZLEFLASHONATTACHMENT1", "Mündungsfeuer an Attachment 1",
+     "Muzzle flash at attachment 1"),
+    ("IDS_EVENT_MUZZLEFLASHONATTACHMENT2", "Mündungsfeuer an Attachment 2",
+     "Muzzle flash at attachment 2"),
+    ("IDS_EVENT_MUZZLEFLASHONATTACHMENT3", "Mündungsfeuer an Attachment 3",
+     "Muzzle flash at attachment 3"),
+    ("IDS_EVENT_EJECTSHELLFROMATTACHMENT", "Wirft eine Patronenhülse am Attachment aus",
+     "Ejects a shell at an attachment"),
+    ("IDS_MODELPATH", "Modellpfad", "Model path"),
+    ("IDS_ANIMATIONFILES", "Animationsdateien", "Animation files"),
+    ("IDS_MSGBOX_CANTFINDPATH_PART1", "Der Pfad", "The path"),
+    ("IDS_MSGBOX_CANTFINDPATH_PART2",
+     "wurde nicht gefunden. Wähle im folgenden Dialog eine beliebige Datei im richtigen "
+     "Ordner.",
+     "cannot be found. In the next dialog, pick any file in the right folder."),
+    ("IDS_MSGBOX_CANTFINDPATH_TITEL", "Pfad nicht gefunden", "Path not found"),
+    ("IDS_MAINFRM_ONEMODELFILE", "Modelldatei", "model file"),
+    ("IDS_MAINFRM_MULTIPLEMODELFILES", "Modelldateien", "model files"),
+    ("IDS_MODELNAME", "Modellname (Ordner der mdl-Datei)", "Model name (folder of the .mdl file)"),
+    ("IDS_INCLUDEFILE", "Include-Datei", "Include file"),
+    ("IDS_VERYOLD",
+     "Diese Sprachdatei ist sehr alt und passt nicht mehr zu dieser Version von Quarle.",
+     "This language file is very old and no longer fits this version of Quarle."),
+]
+
+
+def key_table():
+    """The IDS_ keys in their fixed order, as the program holds them."""
+    text = KEY_TABLE.read_text(encoding="utf-8")
+    table = text[text.index("IdsKeyTable"):]
+    return re.findall(r'"(IDS_[A-Z0-9_]+)"', table)
+
+
+def check_tables():
+    keys = key_table()
+    if len(keys) != 94 or [k for k, _, _ in GLOBAL_STRINGS] != keys[1:]:
+        sys.exit("generate.py: the global strings do not follow the key table")
+    for name, _, rows in FORMS:
+        seen = set()
+        for key, _, _ in rows:
+            if key.upper() in seen:
+                sys.exit(f"generate.py: {name} names {key} twice")
+            seen.add(key.upper())
+    for _, de, en in GLOBAL_STRINGS:
+        for text in (de, en):
+            if text != text.strip(" ") or "\n" in text:
+                sys.exit(f"generate.py: a value cannot keep outer blanks or a line break: {text!r}")
+
+
+def value(text):
+    return "<not available>" if text is NA else text
+
+
+def lines_for(column, description, count_key):
+    out = [f"Version = {VERSION}", f"InfoForThis = {description}"]
+    for name, titles, rows in FORMS:
+        out.append(name)
+        out.append(f"Titel = {titles[column]}")
+        for key, captions, tips in rows:
+            out.append(f"{key} = {value(captions[column])}")
+            out.append(f"{key} = {value(tips[column])}")
+        out.append("")
+        out.append(SEPARATOR)
+    out.append("Global Strings")
+    out.append(f"{count_key} = {len(GLOBAL_STRINGS)}")
+    for key, de, en in GLOBAL_STRINGS:
+        out.append(f"{key} = {(de, en)[column]}")
+    return out
+
+
+def render(file_name):
+    column, description, count_key = LANGUAGES[file_name]
+    text = "".join(line + "\r\n" for line in lines_for(column, description, count_key))
+    return text.encode("cp1252")
+
+
+def main(argv):
+    check_tables()
+    check_only = "--check" in argv[1:]
+    stale = []
+    for file_name in LANGUAGES:
+        path = DATA / file_name
+        data = render(file_name)
+        if check_only:
+            if not path.exists() or path.read_bytes() != data:
+                stale.append(file_name)
+        else:
+            tmp = path.with_suffix(".lng.tmp")
+            tmp.write_bytes(data)
+            tmp.replace(path)
+    if stale:
+        print("out of date, run tools/lng/generate.py: " + ", ".join(stale))
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))
