@@ -1,13 +1,19 @@
 // Every path rule in one place. Scripts come from Windows ('\' separates
 // folders, ':' as second character marks an absolute path); the editor also
-// runs where '/' is the separator. Style::Posix reads both separators and
-// writes '/'. HostStyle() is the style of the machine we run on.
+// runs where '/' is the separator. Both styles read '\' and '/' as
+// separators; each writes its own. HostStyle() is the style of the machine we
+// run on.
 //
 // Windows-made scripts and folders also differ in case from the files on
-// disk; the file tests here fall back to a case-insensitive match in the same
-// folder when the exact spelling is missing.
+// disk ("Head.smd" named as "head", ".SMD", ".BMP"). On a case-sensitive file
+// system the file tests here fall back to a case-insensitive match (ASCII
+// letters) of each missing path component in its folder.
+//
+// Paths are UTF-8 text. Nothing here throws: file-system errors read as
+// "missing".
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,26 +25,55 @@ enum class Style { Windows, Posix };
 
 Style HostStyle();
 
+// '\' and '/' in either style.
 bool IsSeparator(char c, Style style = HostStyle());
+// '\' for Windows, '/' for Posix.
 char Separator(Style style = HostStyle());
-// "c:\x", "\\server\x" and (Posix) "/x" are absolute.
+
+// Both styles: a ':' as second character ("c:\x", "c:x") and a UNC path
+// ("\\server\x"). Posix also: any path that starts with a separator ("/x",
+// "\x"); on Windows "\x" hangs off the current drive and is not absolute.
 bool IsAbsolute(std::string_view path, Style style = HostStyle());
-// The folder of a file, without a closing separator; "" when there is none.
+
+// The folder of a file: the path up to its last separator, without that
+// separator ("c:\a\b.smd" -> "c:\a", "c:\b.smd" -> "c:"); a root keeps its
+// separator ("/b.smd" -> "/"). "" when the path has no separator.
 std::string FolderOf(std::string_view path, Style style = HostStyle());
-// The last component of a path.
+
+// The text behind the last separator; the whole path when there is none.
 std::string FileNameOf(std::string_view path, Style style = HostStyle());
-// folder + separator + name; no doubled separator.
+
+// folder + separator + name, with no doubled separator; an empty side gives
+// the other side unchanged.
 std::string Join(std::string_view folder, std::string_view name, Style style = HostStyle());
+
 // Every separator of the path written as the style's own.
 std::string ToStyle(std::string_view path, Style style = HostStyle());
 
+// Case-insensitive comparison of ASCII letters; other bytes compare exactly.
+bool EqualsNoCase(std::string_view a, std::string_view b);
+// Ordering of file names: case-insensitive, byte order among equals.
+bool NameLess(std::string_view a, std::string_view b);
+
+// A UTF-8 path as the file system takes it (host separators), and back.
+std::filesystem::path ToFsPath(std::string_view path);
+std::string FromFsPath(const std::filesystem::path& path);
+
 // The path as it exists on disk: the exact spelling, else a case-insensitive
-// match of each missing component; nullopt when nothing matches.
+// match of each missing component (the first in byte order when several
+// spellings exist); nullopt when nothing matches. The result uses host
+// separators.
 std::optional<std::string> Resolve(const std::string& path);
 bool FileExists(const std::string& path);   // a regular file, case fallback
 bool FolderExists(const std::string& path); // a folder, case fallback
-// File names (not paths) in Folder whose extension equals Ext in any case
-// (Ext with its dot: ".smd"), sorted by name.
+
+// File names (not paths) in Folder whose name ends with Ext in any case
+// (Ext with its dot: ".smd"), longer than Ext, regular files only, sorted by
+// NameLess. The folder itself goes through the case fallback. nullopt when
+// the folder cannot be listed.
+std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
+                                                     std::string_view ext);
+// TryListFiles with an unreadable folder read as empty.
 std::vector<std::string> ListFiles(const std::string& folder, std::string_view ext);
 
 } // namespace quarle::paths

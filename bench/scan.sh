@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# Times `quarle-qc scan` on a generated model folder against `grep -c triangles`
+# over the same files: same run, warm cache, median of RUNS runs each.
+#
+#   bench/scan.sh            (BUILD=build RUNS=5 SEED=1 to change)
+#
+# The folder (about 390 MB: 40 reference meshes of 2-5 MB, 160 animations of
+# 0.1-3 MB) is generated once into $BUILD/bench/model and reused while the
+# generator and the seed stay the same.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=${BUILD:-$root/build}
+runs=${RUNS:-5}
+seed=${SEED:-1}
+export LC_ALL=C
+
+if [ ! -f "$build/CMakeCache.txt" ]; then
+    generator=$(command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
+    cmake -S "$root" -B "$build" -G "$generator" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DQUARLE_CORE_ONLY=ON >/dev/null
+fi
+cmake --build "$build" --target quarle-qc >/dev/null
+tool=$build/bin/quarle-qc
+
+bench=$build/bench
+mkdir -p "$bench"
+gen=$bench/gen-model
+if [ ! -x "$gen" ] || [ "$root/bench/GenModel.cpp" -nt "$gen" ]; then
+    "${CXX:-c++}" -std=c++20 -O2 -o "$gen" "$root/bench/GenModel.cpp"
+fi
+data=$bench/model
+stamp="$(cksum <"$root/bench/GenModel.cpp") seed $seed"
+if [ ! -f "$data/.stamp" ] || [ "$(cat "$data/.stamp")" != "$stamp" ]; then
+    rm -rf "$data"
+    "$gen" "$data" "$seed"
+    echo "$stamp" >"$data/.stamp"
+fi
+
+mapfile -t files < <(find "$data" -maxdepth 1 -type f -iname '*.smd' | sort)
+bytes=$(cat "${files[@]}" | wc -c)
+
+# Microseconds of one run of the command, output to the file OUT. grep and the
+# scan write to a file: grep stops at its first match when its output is
+# /dev/null. cat writes to /dev/null, so it only reads.
+elapsed() {
+    local out=$1 start end
+    shift
+    start=$(date +%s%N)
+    "$@" >"$out"
+    end=$(date +%s%N)
+    echo $(((end - start) / 1000))
+}
+median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+
+# Warm the cache and check that the tool works.
+cat "${files[@]}" >/dev/null
+"$tool" scan "$data" >"$bench/scan.txt"
+grep -c triangles "${files[@]}" >/dev/null || true
+
+# cat is the plain read, for reference.
+cat_us=()
+grep_us=()
+scan_us=()
+for ((i = 0; i < runs; i++)); do
+    cat_us+=("$(elapsed /dev/null cat "${files[@]}")")
+    grep_us+=("$(elapsed "$bench/out.txt" grep -c triangles "${files[@]}" || true)")
+    scan_us+=("$(elapsed "$bench/out.txt" "$tool" scan "$data")")
+done
+c=$(median "${cat_us[@]}")
+g=$(median "${grep_us[@]}")
+s=$(median "${scan_us[@]}")
+awk -v n="${#files[@]}" -v b="$bytes" -v c="$c" -v g="$g" -v s="$s" -v r="$runs" 'BEGIN {
+    printf "%d files, %.1f MB, median of %d runs, warm cache\n", n, b / 1e6, r
+    printf "cat (plain read)    %8.1f ms  %6.2f GB/s\n", c / 1000, b / c / 1000
+    printf "grep -c triangles   %8.1f ms  %6.2f GB/s\n", g / 1000, b / g / 1000
+    printf "quarle-qc scan      %8.1f ms  %6.2f GB/s\n", s / 1000, b / s / 1000
+    printf "ratio scan/grep     %8.2f\n", s / g
+    printf "ratio scan/cat      %8.2f\n", s / c
+}'

@@ -1,0 +1,262 @@
+#include "document/Paths.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace quarle::paths {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+unsigned char FoldAscii(char c) {
+    const auto u = static_cast<unsigned char>(c);
+    return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + ('a' - 'A')) : u;
+}
+
+enum class Kind { Any, File, Folder };
+
+bool IsKind(const fs::path& p, Kind kind) {
+    std::error_code ec;
+    const fs::file_status st = fs::status(p, ec);
+    if (ec) {
+        return false;
+    }
+    switch (kind) {
+    case Kind::File:
+        return fs::is_regular_file(st);
+    case Kind::Folder:
+        return fs::is_directory(st);
+    case Kind::Any:
+        break;
+    }
+    return fs::exists(st);
+}
+
+// The entry of Dir whose name equals Name but for case and which is of the
+// wanted kind; the first in byte order when there are several.
+std::optional<fs::path> FindNoCase(const fs::path& dir, const std::string& name, Kind kind) {
+    std::error_code ec;
+    fs::directory_iterator it(dir.empty() ? fs::path(".") : dir, ec);
+    std::optional<std::string> best;
+    for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
+        std::string candidate = FromFsPath(it->path().filename());
+        if (!EqualsNoCase(candidate, name) || (best && !(candidate < *best))) {
+            continue;
+        }
+        if (IsKind(dir / ToFsPath(candidate), kind)) {
+            best = std::move(candidate);
+        }
+    }
+    if (!best) {
+        return std::nullopt;
+    }
+    return dir / ToFsPath(*best);
+}
+
+std::optional<fs::path> ResolveAs(std::string_view path, Kind kind) {
+    if (path.empty()) {
+        return std::nullopt;
+    }
+    const fs::path full = ToFsPath(path);
+    if (IsKind(full, kind)) {
+        return full;
+    }
+    std::vector<fs::path> parts;
+    for (const fs::path& part : full.relative_path()) {
+        if (!part.empty()) {
+            parts.push_back(part);
+        }
+    }
+    fs::path current = full.root_path();
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const Kind want = i + 1 == parts.size() ? kind : Kind::Folder;
+        fs::path exact = current / parts[i];
+        if (IsKind(exact, want)) {
+            current = std::move(exact);
+            continue;
+        }
+        if (parts[i] == "." || parts[i] == "..") {
+            return std::nullopt;
+        }
+        std::optional<fs::path> match = FindNoCase(current, FromFsPath(parts[i]), want);
+        if (!match) {
+            return std::nullopt;
+        }
+        current = std::move(*match);
+    }
+    if (parts.empty() && !IsKind(current, kind)) {
+        return std::nullopt;
+    }
+    return current;
+}
+
+} // namespace
+
+Style HostStyle() {
+#ifdef _WIN32
+    return Style::Windows;
+#else
+    return Style::Posix;
+#endif
+}
+
+bool IsSeparator(char c, Style) { return c == '\\' || c == '/'; }
+
+char Separator(Style style) { return style == Style::Windows ? '\\' : '/'; }
+
+bool IsAbsolute(std::string_view path, Style style) {
+    if (path.size() >= 2 && path[1] == ':') {
+        return true;
+    }
+    if (path.size() >= 2 && IsSeparator(path[0], style) && IsSeparator(path[1], style)) {
+        return true;
+    }
+    return style == Style::Posix && !path.empty() && IsSeparator(path[0], style);
+}
+
+std::string FolderOf(std::string_view path, Style style) {
+    std::size_t end = path.size();
+    while (end > 0 && !IsSeparator(path[end - 1], style)) {
+        --end;
+    }
+    if (end == 0) {
+        return {};
+    }
+    std::size_t folderEnd = end - 1;
+    while (folderEnd > 0 && IsSeparator(path[folderEnd - 1], style)) {
+        --folderEnd;
+    }
+    if (folderEnd == 0) {
+        return std::string(path.substr(0, 1)); // the root
+    }
+    return std::string(path.substr(0, folderEnd));
+}
+
+std::string FileNameOf(std::string_view path, Style style) {
+    std::size_t start = path.size();
+    while (start > 0 && !IsSeparator(path[start - 1], style)) {
+        --start;
+    }
+    return std::string(path.substr(start));
+}
+
+std::string Join(std::string_view folder, std::string_view name, Style style) {
+    if (folder.empty()) {
+        return std::string(name);
+    }
+    if (name.empty()) {
+        return std::string(folder);
+    }
+    std::string result(folder);
+    const bool folderEnds = IsSeparator(folder.back(), style);
+    const bool nameStarts = IsSeparator(name.front(), style);
+    if (folderEnds && nameStarts) {
+        name.remove_prefix(1);
+    } else if (!folderEnds && !nameStarts) {
+        result += Separator(style);
+    }
+    result += name;
+    return result;
+}
+
+std::string ToStyle(std::string_view path, Style style) {
+    std::string result(path);
+    const char sep = Separator(style);
+    for (char& c : result) {
+        if (IsSeparator(c, style)) {
+            c = sep;
+        }
+    }
+    return result;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (FoldAscii(a[i]) != FoldAscii(b[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool NameLess(std::string_view a, std::string_view b) {
+    const std::size_t n = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        const unsigned char x = FoldAscii(a[i]);
+        const unsigned char y = FoldAscii(b[i]);
+        if (x != y) {
+            return x < y;
+        }
+    }
+    if (a.size() != b.size()) {
+        return a.size() < b.size();
+    }
+    return a < b;
+}
+
+fs::path ToFsPath(std::string_view path) {
+#ifdef _WIN32
+    return fs::path(std::u8string(path.begin(), path.end()));
+#else
+    return fs::path(ToStyle(path, Style::Posix));
+#endif
+}
+
+std::string FromFsPath(const fs::path& path) {
+#ifdef _WIN32
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+#else
+    return path.string();
+#endif
+}
+
+std::optional<std::string> Resolve(const std::string& path) {
+    std::optional<fs::path> found = ResolveAs(path, Kind::Any);
+    if (!found) {
+        return std::nullopt;
+    }
+    return FromFsPath(*found);
+}
+
+bool FileExists(const std::string& path) { return ResolveAs(path, Kind::File).has_value(); }
+
+bool FolderExists(const std::string& path) { return ResolveAs(path, Kind::Folder).has_value(); }
+
+std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
+                                                     std::string_view ext) {
+    const std::optional<fs::path> dir = ResolveAs(folder, Kind::Folder);
+    if (!dir) {
+        return std::nullopt;
+    }
+    std::error_code ec;
+    fs::directory_iterator it(*dir, ec);
+    if (ec) {
+        return std::nullopt;
+    }
+    std::vector<std::string> names;
+    for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
+        std::string name = FromFsPath(it->path().filename());
+        if (name.size() <= ext.size() ||
+            !EqualsNoCase(std::string_view(name).substr(name.size() - ext.size()), ext)) {
+            continue;
+        }
+        std::error_code typeError;
+        if (it->is_regular_file(typeError)) {
+            names.push_back(std::move(name));
+        }
+    }
+    std::sort(names.begin(), names.end(),
+              [](const std::string& a, const std::string& b) { return NameLess(a, b); });
+    return names;
+}
+
+std::vector<std::string> ListFiles(const std::string& folder, std::string_view ext) {
+    return TryListFiles(folder, ext).value_or(std::vector<std::string>{});
+}
+
+} // namespace quarle::paths
