@@ -1,0 +1,150 @@
+#include "document/QcInclude.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "document/Paths.h"
+#include "document/Text.h"
+
+namespace quarle {
+
+std::vector<std::string_view> SplitLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '\n' || c == '\r') {
+            lines.push_back(text.substr(start, i - start));
+            if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+                ++i;
+            }
+            start = i + 1;
+        }
+    }
+    if (start < text.size()) {
+        lines.push_back(text.substr(start));
+    }
+    return lines;
+}
+
+bool ReadWholeFile(const std::string& path, std::string& text) {
+    std::error_code ec;
+    if (path.empty() || !std::filesystem::is_regular_file(path, ec)) {
+        return false;
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        return false;
+    }
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return !in.bad();
+}
+
+std::string DiskPath(std::string_view scriptPath, const std::string& baseFolder) {
+    std::string path = paths::ToStyle(scriptPath);
+    if (!path.empty() && !baseFolder.empty() && !paths::IsAbsolute(path)) {
+        path = paths::Join(baseFolder, path);
+    }
+    return paths::Resolve(path).value_or(path);
+}
+
+namespace {
+
+// One file of the chain of open includes, by its canonical path.
+std::string Identity(const std::string& diskPath) {
+    std::error_code ec;
+    const auto canonical = std::filesystem::weakly_canonical(diskPath, ec);
+    return ec ? diskPath : canonical.string();
+}
+
+class Buffering {
+public:
+    Buffering(std::ostream& out, const std::string& baseFolder, ReaderHost& host,
+              ProblemOnce& report)
+        : out_(out), baseFolder_(baseFolder), host_(host), report_(report) {}
+
+    // Copies one file's text; false when the user refused a question.
+    bool Copy(const std::string& text, const std::string& identity) {
+        chain_.push_back(identity);
+        for (std::string_view line : SplitLines(text)) {
+            if (line.substr(0, 2) == "//") {
+                continue;
+            }
+            if (line.find("$include") == std::string_view::npos) {
+                out_ << line << "\r\n";
+                continue;
+            }
+            if (!Include(line)) {
+                return false;
+            }
+        }
+        chain_.pop_back();
+        return true;
+    }
+
+private:
+    bool Include(std::string_view line) {
+        const std::size_t blank = line.find(' ');
+        const int splitPos = blank == std::string_view::npos ? 0 : static_cast<int>(blank) + 1;
+        std::string head;
+        std::string tail;
+        SplitAt(line, splitPos, head, tail);
+        // Scripts write '\' (or '/'): both are read, this machine's is written.
+        std::string path = paths::ToStyle(RemoveAll(tail, "\""));
+        const std::string name = paths::FileNameOf(path);
+        std::string disk = DiskPath(path, baseFolder_);
+
+        if (!paths::IsAbsolute(path) || !paths::FileExists(disk)) {
+            const std::string answer =
+                host_.NewDir(path, host_.Text(IDS_INCLUDEFILE), FolderQuestion::IncludeFile);
+            if (answer == Refused) {
+                host_.NewDocument();
+                return false;
+            }
+            path = answer.empty() ? name : paths::Join(answer, name);
+            disk = DiskPath(path, baseFolder_);
+        }
+
+        if (static_cast<int>(chain_.size()) > MaxIncludeDepth) {
+            report_(ReadProblem::IncludeTooDeep, path);
+            return true;
+        }
+        const std::string identity = Identity(disk);
+        for (const std::string& open : chain_) {
+            if (open == identity) {
+                report_(ReadProblem::IncludeLoop, path);
+                return true;
+            }
+        }
+        std::string text;
+        if (!ReadWholeFile(disk, text)) {
+            report_(ReadProblem::IncludeUnreadable, path);
+            return true;
+        }
+        return Copy(text, identity);
+    }
+
+    std::ostream& out_;
+    const std::string& baseFolder_;
+    ReaderHost& host_;
+    ProblemOnce& report_;
+    std::vector<std::string> chain_;
+};
+
+} // namespace
+
+BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
+                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report) {
+    const std::string disk = DiskPath(scriptPath, "");
+    std::string text;
+    if (!ReadWholeFile(disk, text)) {
+        report(ReadProblem::ScriptUnreadable, scriptPath);
+        return BufferResult::Unreadable;
+    }
+    Buffering buffering(out, baseFolder, host, report);
+    return buffering.Copy(text, Identity(disk)) ? BufferResult::Done : BufferResult::Refused;
+}
+
+} // namespace quarle

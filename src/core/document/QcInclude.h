@@ -1,0 +1,41 @@
+// First stage of reading a script: the script and everything it includes,
+// flattened into one text without the "//" lines of column 1.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/ReaderHost.h"
+
+namespace quarle {
+
+// The lines of a text file: a line ends at LF, CR LF or a lone CR; a last
+// line without an end counts. Bytes are kept as they are.
+std::vector<std::string_view> SplitLines(std::string_view text);
+
+// The whole of a regular file; false when it is not one or cannot be read.
+// (Devices and folders are refused, so an include of /dev/zero cannot hang.)
+bool ReadWholeFile(const std::string& path, std::string& text);
+
+enum class BufferResult {
+    Done,       // everything was copied (skipped includes were reported)
+    Refused,    // the user refused an include question; NewDocument has run
+    Unreadable, // the script itself cannot be opened (reported)
+};
+
+// Writes the lines of the script at scriptPath to out, each ended by CR LF,
+// with every $include line replaced by the lines of its file, to any depth up
+// to MaxIncludeDepth. An include path that is relative, or that names no file,
+// is asked for through host.NewDir (FolderQuestion::IncludeFile). A relative
+// path that remains (a host may answer so) is taken from baseFolder, the
+// folder of the script being loaded.
+BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
+                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report);
+
+// The path on disk for a path of a script: separators of this machine, and a
+// relative path taken from baseFolder (when there is one).
+std::string DiskPath(std::string_view scriptPath, const std::string& baseFolder);
+
+} // namespace quarle

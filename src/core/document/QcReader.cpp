@@ -1,0 +1,875 @@
+#include "document/QcReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <span>
+#include <string_view>
+#include <system_error>
+
+#include "document/Paths.h"
+#include "document/QcInclude.h"
+#include "document/SmdScan.h"
+#include "document/Text.h"
+
+namespace quarle {
+
+std::string DescribeProblem(ReadProblem kind, const std::string& detail) {
+    const char* text = "";
+    switch (kind) {
+    case ReadProblem::ScriptUnreadable:
+        text = "The script cannot be opened";
+        break;
+    case ReadProblem::WorkFileUnwritable:
+        text = "The working file cannot be written";
+        break;
+    case ReadProblem::IncludeUnreadable:
+        text = "An included file cannot be opened and was skipped";
+        break;
+    case ReadProblem::IncludeLoop:
+        text = "A file includes itself; the include was skipped";
+        break;
+    case ReadProblem::IncludeTooDeep:
+        text = "Includes are nested too deeply; the include was skipped";
+        break;
+    case ReadProblem::TooManyBodyGroups:
+        text = "More than 32 body groups; the rest were skipped";
+        break;
+    case ReadProblem::TooManyParts:
+        text = "More than 16 parts in a body group; the rest were skipped";
+        break;
+    case ReadProblem::AttachmentIndex:
+        text = "An attachment number outside 0 to 3 was skipped";
+        break;
+    case ReadProblem::ControllerIndex:
+        text = "A controller number outside 0 to 3 was skipped";
+        break;
+    case ReadProblem::TooManySequenceGroups:
+        text = "More than 10 sequence groups; their sequences were skipped";
+        break;
+    case ReadProblem::TooManySequences:
+        text = "More than 513 sequences in a group; the rest were skipped";
+        break;
+    case ReadProblem::TooManyEvents:
+        text = "More than 255 events in a sequence; the rest were skipped";
+        break;
+    case ReadProblem::TooManyTextures:
+        text = "More than 10 textures in the parts; the rest were left out";
+        break;
+    case ReadProblem::TooManyTextureColumns:
+        text = "More than 10 textures in a texture group row; the rest were skipped";
+        break;
+    case ReadProblem::TooManyTextureRows:
+        text = "More than 100 texture group rows; the rest were skipped";
+        break;
+    case ReadProblem::NumberOutOfRange:
+        text = "A number too large for its field was cut to the field's limit";
+        break;
+    case ReadProblem::PartFileMissing:
+        text = "A part file is missing; its textures were not read";
+        break;
+    case ReadProblem::PartNotInModelPath:
+        text = "The chosen file is not an .smd file in the model folder; the part was kept";
+        break;
+    }
+    return detail.empty() ? std::string(text) : std::string(text) + ": \"" + detail + "\"";
+}
+
+namespace {
+
+enum class BlockKind { None, BodyGroup, TextureGroup };
+
+// Position (from 1) of the last folder separator, with the quirk of FindLast:
+// the last character is not looked at. Both separators on a POSIX host.
+int LastSeparator(std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    int at = FindLast(length, text, "\\");
+    if (paths::HostStyle() == paths::Style::Posix) {
+        at = std::max(at, FindLast(length, text, "/"));
+    }
+    return at;
+}
+
+// folder + separator + name, with the separator the folder already uses.
+std::string JoinLike(std::string_view folder, std::string_view name) {
+    if (folder.empty()) {
+        return std::string(name);
+    }
+    const char last = folder.back();
+    if (last == '\\' || last == '/') {
+        return std::string(folder) + std::string(name);
+    }
+    const std::size_t at = folder.find_last_of("\\/");
+    const char sep = at == std::string_view::npos ? paths::Separator() : folder[at];
+    return std::string(folder) + sep + std::string(name);
+}
+
+std::string TrimmedFolder(std::string path) {
+    while (path.size() > 1 && (path.back() == '/' || path.back() == '\\')) {
+        path.pop_back();
+    }
+    return path;
+}
+
+bool HasUpperStart(const std::string& token) {
+    return token.empty() || ToUpper(token.substr(0, 1)) == token.substr(0, 1);
+}
+
+class Reader {
+public:
+    Reader(Document& doc, ReaderHost& host, ProblemOnce& report)
+        : doc_(doc), host_(host), report_(report), qcFolder_(paths::FolderOf(doc.QcFile)) {}
+
+    const std::string& QcFolder() const { return qcFolder_; }
+
+    // False when the load was broken off.
+    bool ReadLines(std::string_view text) {
+        doc_.BodyGroupCount = 0;
+        doc_.BodyGroups[1].PartCount = 0;
+        doc_.BodyGroups[1].Name.clear();
+        for (std::string_view raw : SplitLines(text)) {
+            const std::string_view line = Trim(raw);
+            if (!line.empty() && line.front() == '$') {
+                Directive(line);
+            } else {
+                BlockLine(line);
+            }
+            if (broken_) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    // --- questions --------------------------------------------------------
+
+    void BreakOff() {
+        broken_ = true;
+        host_.NewDocument();
+    }
+
+    static bool FolderPasses(const std::string& folder) {
+        const std::string path = paths::ToStyle(folder);
+        if (!paths::IsAbsolute(path)) {
+            return false;
+        }
+        const auto resolved = paths::Resolve(path);
+        if (!resolved) {
+            return false;
+        }
+        std::error_code ec;
+        for (std::filesystem::directory_iterator it(*resolved, ec), end; !ec && it != end;
+             it.increment(ec)) {
+            std::error_code fileEc;
+            if (it->is_regular_file(fileEc)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // The folder check; false when the user refused.
+    bool CheckFolder(std::string& folder, Ids key, FolderQuestion what) {
+        if (FolderPasses(folder)) {
+            return true;
+        }
+        const std::string answer = host_.NewDir(folder, host_.Text(key), what);
+        if (answer == Refused) {
+            BreakOff();
+            return false;
+        }
+        folder = answer;
+        return true;
+    }
+
+    std::string PartPath(const std::string& part) const {
+        return JoinLike(doc_.ModelPath, part + ".smd");
+    }
+
+    bool IsSmdInModelPath(const std::string& pick) const {
+        const std::string name = paths::FileNameOf(pick);
+        if (name.size() < 4 || ToUpper(name.substr(name.size() - 4)) != ".SMD") {
+            return false;
+        }
+        const std::string folder = TrimmedFolder(paths::ToStyle(paths::FolderOf(pick)));
+        const std::string modelPath = TrimmedFolder(paths::ToStyle(doc_.ModelPath));
+        if (folder == modelPath) {
+            return true;
+        }
+        std::error_code ec;
+        return !folder.empty() && !modelPath.empty() &&
+               std::filesystem::equivalent(DiskPath(folder, qcFolder_),
+                                           DiskPath(modelPath, qcFolder_), ec) &&
+               !ec;
+    }
+
+    // The test of a part's file; false when the user refused.
+    bool CheckPart(std::string& part) {
+        const std::string path = PartPath(part);
+        if (paths::FileExists(DiskPath(path, qcFolder_))) {
+            return true;
+        }
+        const std::string answer =
+            host_.PickPartFile(path, host_.Text(IDS_REFERENCEMODEL), doc_.ModelPath);
+        if (answer == Refused) {
+            BreakOff();
+            return false;
+        }
+        if (IsSmdInModelPath(answer)) {
+            const std::string name = paths::FileNameOf(answer);
+            part = name.substr(0, name.size() - 4);
+        } else {
+            report_(ReadProblem::PartNotInModelPath, answer);
+        }
+        return true;
+    }
+
+    // --- numbers ----------------------------------------------------------
+
+    i16 Whole(double value) {
+        const double r = std::nearbyint(value);
+        if (std::isnan(r)) {
+            return 0;
+        }
+        if (r < INT16_MIN || r > INT16_MAX) {
+            report_(ReadProblem::NumberOutOfRange, line_);
+            return static_cast<i16>(r < 0 ? INT16_MIN : INT16_MAX);
+        }
+        return static_cast<i16>(r);
+    }
+
+    f32 Float(double value) {
+        if (std::isnan(value)) {
+            return 0.0f;
+        }
+        if (value > FLT_MAX || value < -FLT_MAX) {
+            report_(ReadProblem::NumberOutOfRange, line_);
+            return value < 0 ? -FLT_MAX : FLT_MAX;
+        }
+        return static_cast<f32>(value);
+    }
+
+    // A table index from a script; -1 when it is no whole number in 0..last.
+    static int Index(double value, int last) {
+        const double r = std::nearbyint(value);
+        return r >= 0 && r <= last ? static_cast<int>(r) : -1;
+    }
+
+    static std::string Unquoted(const std::string& token) {
+        return token == NoToken ? std::string() : RemoveAll(token, "\"");
+    }
+
+    static f32 AxisOr(const std::string& word, f32 old) {
+        const std::string upper = ToUpper(word);
+        if (upper == "XR") {
+            return 0.0f;
+        }
+        if (upper == "YR") {
+            return 1.0f;
+        }
+        if (upper == "ZR") {
+            return 2.0f;
+        }
+        return old;
+    }
+
+    // --- directives -------------------------------------------------------
+
+    void Directive(std::string_view line) {
+        line_ = std::string(line);
+        const std::size_t blank = line.find(' ', 1);
+        if (blank == std::string_view::npos) {
+            directive_ = std::string(line);
+            rest_.clear();
+        } else {
+            std::string head;
+            std::string tail;
+            SplitAt(line, static_cast<int>(blank) + 1, head, tail);
+            directive_ = std::string(Trim(head));
+            rest_ = std::string(Trim(tail));
+        }
+        block_ = BlockKind::None;
+
+        const std::string word = ToUpper(directive_);
+        if (word == "$MODELNAME") {
+            ModelName();
+        } else if (word == "$CD") {
+            std::string folder = RemoveAll(rest_, "\"");
+            if (CheckFolder(folder, IDS_MODELPATH, FolderQuestion::ModelPath)) {
+                doc_.ModelPath = folder;
+            }
+        } else if (word == "$CDTEXTURE") {
+            std::string folder = RemoveAll(rest_, "\"");
+            if (CheckFolder(folder, IDS_TEXTUREPATH, FolderQuestion::TexturePath)) {
+                doc_.TexturePath = folder;
+            }
+        } else if (word == "$SCALE") {
+            doc_.ModelScale = Float(TextToNumber(rest_));
+        } else if (word == "$GAMMA") {
+            doc_.Gamma = Float(TextToNumber(rest_));
+        } else if (word == "$EXTERNALTEXTURES") {
+            doc_.ExternalTextures = 1;
+        } else if (word == "$TEXRENDERMODE") {
+            TexRenderMode();
+        } else if (word == "$TEXTUREGROUP") {
+            TextureGroup();
+        } else if (word == "$BODYGROUP") {
+            BodyGroup();
+        } else if (word == "$BODY") {
+            Body();
+        } else if (word == "$EYEPOSITION") {
+            int pos = 1;
+            doc_.EyesOn = 1;
+            doc_.EyeX = Float(TextToNumber(NextToken(rest_, pos)));
+            doc_.EyeY = Float(TextToNumber(NextToken(rest_, pos)));
+            doc_.EyeZ = Float(TextToNumber(NextToken(rest_, pos)));
+        } else if (word == "$ATTACHMENT") {
+            Attachment();
+        } else if (word == "$CONTROLLER") {
+            Controller();
+        } else if (word == "$SEQUENCEGROUPSIZE") {
+            doc_.SequenceGroupSize = Whole(TextToNumber(rest_));
+        } else if (word == "$SEQUENCEGROUP") {
+            ++sequenceGroup_;
+            sequenceSlot_ = -1;
+            if (sequenceGroup_ > limits::LastSequenceGroup) {
+                report_(ReadProblem::TooManySequenceGroups, line_);
+            }
+        } else if (word == "$SEQUENCE") {
+            Sequence();
+        }
+        // $ORIGIN and every other directive: nothing, and no block follows.
+    }
+
+    void ModelName() {
+        std::string rest = RemoveAll(rest_, "\"");
+        if (paths::HostStyle() == paths::Style::Windows) {
+            rest = ReplaceAll(rest, "/", "\\");
+        }
+        const int at = LastSeparator(rest);
+        std::string folder;
+        char sep = '\0';
+        if (at < 1) {
+            folder = qcFolder_;
+            modelFile_ = rest;
+        } else {
+            modelFile_ = std::string(Mid(rest, at + 1));
+            folder = std::string(Left(rest, at - 1));
+            sep = rest[static_cast<std::size_t>(at - 1)];
+        }
+        std::string checked = folder;
+        if (!CheckFolder(checked, IDS_MODELNAME, FolderQuestion::ModelName)) {
+            return;
+        }
+        if (sep == '\0' || checked != folder) {
+            // A folder of this machine (the script's own, or the user's pick).
+            sep = paths::Separator();
+            if (checked.empty()) {
+                doc_.ModelName = modelFile_;
+                return;
+            }
+        }
+        doc_.ModelName = checked + sep + modelFile_;
+    }
+
+    void Attachment() {
+        int pos = 1;
+        const int index = Index(TextToNumber(NextToken(rest_, pos)), limits::LastAttachment);
+        if (index < 0) {
+            report_(ReadProblem::AttachmentIndex, line_);
+            return;
+        }
+        const auto i = static_cast<std::size_t>(index);
+        AttachmentRec& a = doc_.Attachments[i];
+        a.Active = 1;
+        doc_.AttachmentBones[i] = Unquoted(NextToken(rest_, pos));
+        a.X = Float(TextToNumber(NextToken(rest_, pos)));
+        a.Y = Float(TextToNumber(NextToken(rest_, pos)));
+        a.Z = Float(TextToNumber(NextToken(rest_, pos)));
+    }
+
+    void Controller() {
+        int pos = 1;
+        const int index = Index(TextToNumber(NextToken(rest_, pos)), limits::LastController);
+        if (index < 0) {
+            report_(ReadProblem::ControllerIndex, line_);
+            return;
+        }
+        const auto i = static_cast<std::size_t>(index);
+        ControllerRec& c = doc_.Controllers[i];
+        c.Active = 1;
+        doc_.ControllerBones[i] = Unquoted(NextToken(rest_, pos));
+        c.Axis = AxisOr(NextToken(rest_, pos), c.Axis);
+        c.LimitMin = Float(TextToNumber(NextToken(rest_, pos)));
+        c.LimitMax = Float(TextToNumber(NextToken(rest_, pos)));
+    }
+
+    // --- body groups ------------------------------------------------------
+
+    // Opens the next body group; null when the table is full.
+    BodyGroupRec* NewBodyGroup() {
+        if (doc_.BodyGroupCount >= limits::LastBodyGroup) {
+            report_(ReadProblem::TooManyBodyGroups, line_);
+            return nullptr;
+        }
+        ++doc_.BodyGroupCount;
+        return &doc_.BodyGroups[doc_.BodyGroupCount];
+    }
+
+    void Body() {
+        BodyGroupRec* group = NewBodyGroup();
+        if (group == nullptr) {
+            return;
+        }
+        int pos = 1;
+        group->Name = Unquoted(NextToken(rest_, pos));
+        group->Parts[1] = Unquoted(NextToken(rest_, pos));
+        group->PartCount = 1;
+        CheckPart(group->Parts[1]);
+    }
+
+    void BodyGroup() {
+        parseState_ = 1;
+        BodyGroupRec* group = NewBodyGroup();
+        if (group == nullptr) {
+            directive_.clear(); // its block lines are dropped with it
+            return;
+        }
+        block_ = BlockKind::BodyGroup;
+        std::string name = rest_;
+        if (!name.empty() && name.back() == '{') {
+            parseState_ = 2;
+            name.pop_back();
+        }
+        group->Name = name;
+    }
+
+    void EndBlock() {
+        directive_.clear();
+        block_ = BlockKind::None;
+    }
+
+    void BodyGroupLine(std::string_view line) {
+        std::string text(line);
+        const std::size_t open = text.find('{');
+        if (open != std::string::npos && parseState_ == 1) {
+            parseState_ = 2;
+            text.erase(0, open + 1);
+        }
+        if (!text.empty() && text.front() == '}') {
+            EndBlock();
+            return;
+        }
+        if (text.empty() || parseState_ != 2) {
+            return;
+        }
+        // A part line that ends the block: the part is what stands before the
+        // brace, and a line with nothing before it only closes the block.
+        const std::size_t close = text.find('}');
+        if (close != std::string::npos) {
+            EndBlock();
+            text = std::string(Trim(std::string_view(text).substr(0, close)));
+            if (text.empty()) {
+                return;
+            }
+        }
+        BodyGroupRec& group = doc_.BodyGroups[doc_.BodyGroupCount];
+        if (group.PartCount >= limits::LastPart) {
+            report_(ReadProblem::TooManyParts, std::string(line));
+            return;
+        }
+        ++group.PartCount;
+        const std::size_t p = group.PartCount;
+        const std::string after = TextAfter(text, "studio \"", 1);
+        if (after == "-1") {
+            group.Parts[p] = Blank;
+            return;
+        }
+        const std::size_t reverse = after.find("reverse");
+        std::string part;
+        if (reverse == std::string::npos) {
+            part = after;
+            group.Reverse[p] = 0;
+        } else {
+            part = std::string(Trim(std::string_view(after).substr(0, reverse)));
+            group.Reverse[p] = -1;
+        }
+        group.Parts[p] = RemoveAll(part, "\"");
+        CheckPart(group.Parts[p]);
+    }
+
+    // --- textures ---------------------------------------------------------
+
+    // Collects the .bmp lines of every part file into names(1..), from count on.
+    void ScanParts(std::span<std::string> names, int& count) {
+        for (int g = 1; g <= doc_.BodyGroupCount; ++g) {
+            const BodyGroupRec& group = doc_.BodyGroups[static_cast<std::size_t>(g)];
+            for (int p = 1; p <= group.PartCount; ++p) {
+                const std::string& part = group.Parts[static_cast<std::size_t>(p)];
+                if (part.empty() || part == Blank) {
+                    continue;
+                }
+                const std::string path = DiskPath(PartPath(part), qcFolder_);
+                if (!paths::FileExists(path)) {
+                    report_(ReadProblem::PartFileMissing, PartPath(part));
+                    continue;
+                }
+                if (!CollectBmpLines(path, names, count)) {
+                    report_(ReadProblem::TooManyTextures, PartPath(part));
+                }
+            }
+        }
+    }
+
+    void TexRenderMode() {
+        if (!modeScanDone_) {
+            int count = 0;
+            ScanParts(modeTextures_, count);
+            for (int i = 1; i <= limits::LastTexture; ++i) {
+                doc_.TextureModes[static_cast<std::size_t>(i)].Name =
+                    modeTextures_[static_cast<std::size_t>(i)];
+            }
+            modeScanDone_ = true;
+        }
+        int pos = 1;
+        const std::string texture = Unquoted(NextToken(rest_, pos));
+        const std::string mode = Unquoted(NextToken(rest_, pos));
+        if (texture.empty()) {
+            return; // would match a slot without a texture
+        }
+        for (int i = 1; i <= limits::LastTexture; ++i) {
+            TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
+            if (slot.Name == texture) {
+                slot.Mode = ToUpper(mode) == "MASKED" ? 1 : 2;
+                return;
+            }
+        }
+    }
+
+    void TextureGroup() {
+        block_ = BlockKind::TextureGroup;
+        parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
+        int count = doc_.TextureCount;
+        ScanParts(doc_.TextureVariations[1], count);
+        doc_.TextureCount = static_cast<u8>(count);
+        textureRow_ = 0;
+    }
+
+    void TextureGroupLine(std::string_view line) {
+        std::string text(line);
+        if (parseState_ == 1) {
+            const std::size_t open = text.find('{');
+            if (open != std::string::npos) {
+                parseState_ = 2;
+                text = std::string(Trim(std::string_view(text).substr(open + 1)));
+            }
+        }
+        if (parseState_ == 2) {
+            const std::size_t open = text.find('{');
+            if (open != std::string::npos) {
+                parseState_ = 3;
+                text = std::string(Trim(std::string_view(text).substr(open + 1)));
+            }
+        }
+        if (parseState_ == 2 && text.find('}') != std::string::npos) {
+            parseState_ = 0;
+        }
+        if (text.empty() || parseState_ != 3) {
+            return;
+        }
+        ++textureRow_;
+        textureColumn_ = 0;
+        const bool stored = textureRow_ <= limits::LastTextureRow;
+        if (!stored) {
+            report_(ReadProblem::TooManyTextureRows, text);
+        }
+        const auto row = static_cast<std::size_t>(stored ? textureRow_ : 0);
+        auto& cells = doc_.TextureVariations;
+        if (stored && textureRow_ > 1) {
+            for (int c = 1; c <= doc_.TextureCount; ++c) {
+                cells[row][static_cast<std::size_t>(c)] = Blank;
+            }
+        }
+        int pos = 1;
+        for (;;) {
+            const int before = pos;
+            const std::string token = NextToken(text, pos);
+            if (token == NoToken || pos <= before) {
+                return; // the row goes on in the next line, as a row of its own
+            }
+            if (token == "}") {
+                parseState_ = 2;
+                return;
+            }
+            ++textureColumn_;
+            if (textureColumn_ > limits::LastTexture) {
+                report_(ReadProblem::TooManyTextureColumns, text);
+                continue;
+            }
+            if (!stored) {
+                continue;
+            }
+            const std::string name = RemoveAll(token, "\"");
+            const auto column = static_cast<std::size_t>(textureColumn_);
+            if (textureRow_ == 1) {
+                for (int c = 1; c <= doc_.TextureCount; ++c) {
+                    if (cells[1][static_cast<std::size_t>(c)] == name) {
+                        columnMap_[column] = static_cast<i16>(c);
+                        break;
+                    }
+                }
+            } else {
+                const auto c = static_cast<std::size_t>(columnMap_[column]);
+                cells[row][c] = name == cells[1][c] ? std::string(Blank) : name;
+            }
+        }
+    }
+
+    void BlockLine(std::string_view line) {
+        switch (block_) {
+        case BlockKind::BodyGroup:
+            BodyGroupLine(line);
+            break;
+        case BlockKind::TextureGroup:
+            TextureGroupLine(line);
+            break;
+        case BlockKind::None:
+            break;
+        }
+    }
+
+    // --- sequences --------------------------------------------------------
+
+    void Sequence() {
+        parseState_ = 0;
+        ++sequenceSlot_;
+        if (sequenceGroup_ > limits::LastSequenceGroup) {
+            return; // reported at its $sequencegroup
+        }
+        if (sequenceSlot_ > limits::LastAnimSlot) {
+            report_(ReadProblem::TooManySequences, line_);
+            return;
+        }
+        AnimRec& anim = doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
+                                  [static_cast<std::size_t>(sequenceSlot_)];
+        // Each slot is read once per load; start it from a fresh record, so
+        // nothing of an earlier load survives in slots and events that the
+        // reset does not reach.
+        anim = AnimRec{};
+        int pos = 1;
+        anim.Name = Unquoted(NextToken(rest_, pos));
+        if (sequenceGroup_ == 0) {
+            host_.AddAnimation(anim.Name);
+        }
+        anim.SmdFile = Unquoted(NextToken(rest_, pos));
+
+        AnimEventRec spare;
+        AnimEventRec* event = &spare;
+        for (;;) {
+            const int before = pos;
+            const std::string token = NextToken(rest_, pos);
+            if (token == NoToken || pos <= before) {
+                return;
+            }
+            const std::string t = RemoveAll(token, "\"");
+            switch (parseState_) {
+            case 0:
+                Keyword(anim, t);
+                break;
+            case 1:
+                anim.Fps = Whole(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            case 2:
+                anim.FrameStart = Whole(TextToNumber(t));
+                parseState_ = 3;
+                break;
+            case 3:
+                anim.FrameEnd = Whole(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            case 4:
+                anim.OriginX = Whole(TextToNumber(t));
+                parseState_ = 5;
+                break;
+            case 5:
+                anim.OriginY = Whole(TextToNumber(t));
+                parseState_ = 6;
+                break;
+            case 6:
+                anim.OriginZ = Whole(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            case 7:
+                anim.ActivityId += ' ';
+                anim.ActivityId += t;
+                parseState_ = 0;
+                break;
+            case 8:
+                parseState_ = 9;
+                break;
+            case 9:
+                if (anim.EventCount >= limits::MaxEvents) {
+                    report_(ReadProblem::TooManyEvents, anim.Name);
+                    spare = AnimEventRec{};
+                    event = &spare;
+                } else {
+                    ++anim.EventCount;
+                    event = &anim.Events[anim.EventCount];
+                    *event = AnimEventRec{};
+                }
+                event->EventId = Whole(TextToNumber(t));
+                parseState_ = 10;
+                break;
+            case 10:
+                event->Frame = Whole(TextToNumber(t));
+                parseState_ = 11;
+                break;
+            case 11:
+                if (Trim(t) == "}") {
+                    parseState_ = 0;
+                } else {
+                    event->Parameter = std::string(Trim(t));
+                    parseState_ = 12;
+                }
+                break;
+            case 12:
+                parseState_ = 0;
+                break;
+            case 13:
+                anim.BlendAxis = AxisOr(t, anim.BlendAxis);
+                parseState_ = 14;
+                break;
+            case 14:
+                anim.BlendMin = Float(TextToNumber(t));
+                parseState_ = 15;
+                break;
+            case 15:
+                anim.BlendMax = Float(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            case 16:
+                anim.Scale = Float(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            case 17:
+                anim.Rotate = Float(TextToNumber(t));
+                parseState_ = 0;
+                break;
+            default:
+                parseState_ = 0;
+                break;
+            }
+        }
+    }
+
+    void Keyword(AnimRec& anim, const std::string& t) {
+        const std::string word = ToUpper(t);
+        if (word == "FPS") {
+            parseState_ = 1;
+        } else if (word == "LOOP") {
+            anim.Loop = 1;
+        } else if (word == "FRAME") {
+            anim.FrameLimit = 1;
+            parseState_ = 2;
+        } else if (word == "ORIGIN") {
+            anim.OriginOn = 1;
+            parseState_ = 4;
+        } else if (word == "LX") {
+            anim.LX = 1;
+        } else if (word == "LY") {
+            anim.LY = 1;
+        } else if (word == "LZ") {
+            anim.LZ = 1;
+        } else if (word == "X" || word == "AX" || word == "AY" || word == "AZR") {
+            // dropped
+        } else if (word == "ROTATE") {
+            parseState_ = 17;
+        } else if (word == "SCALE") {
+            parseState_ = 16;
+        } else if (word == "BLEND") {
+            parseState_ = 13;
+        } else if (word == "{") {
+            parseState_ = 8;
+        } else if (word == "{EVENT") {
+            parseState_ = 9;
+        } else if (HasUpperStart(t)) {
+            // An activity; the next token, whatever it is, is its second word.
+            anim.ActivityId = t;
+            parseState_ = 7;
+        } else {
+            // A word with a lower-case start: the second file of a blend.
+            anim.BlendFile = t;
+            anim.BlendOn = 1;
+        }
+    }
+
+    Document& doc_;
+    ReaderHost& host_;
+    ProblemOnce& report_;
+    const std::string qcFolder_;
+    bool broken_ = false;
+
+    std::string line_; // the directive line, for reports
+    std::string directive_;
+    std::string rest_;
+    BlockKind block_ = BlockKind::None;
+    int parseState_ = 0;
+    std::string modelFile_;
+    int sequenceGroup_ = 0;
+    int sequenceSlot_ = -1;
+    bool modeScanDone_ = false;
+    std::array<std::string, limits::LastTexture + 1> modeTextures_{};
+    int textureRow_ = 0;
+    int textureColumn_ = 0;
+    std::array<i16, limits::LastTexture + 1> columnMap_{};
+};
+
+} // namespace
+
+ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder) {
+    ProblemOnce report(host);
+    const std::string workFile =
+        workFolder.empty() ? std::string(WorkFileName) : paths::Join(workFolder, WorkFileName);
+
+    Reader reader(doc, host, report);
+    BufferResult buffered = BufferResult::Done;
+    {
+        std::ofstream out(workFile, std::ios::binary | std::ios::trunc);
+        if (!out) {
+            report(ReadProblem::WorkFileUnwritable, workFile);
+            host.NewDocument();
+            return ReadOutcome::Unreadable;
+        }
+        buffered = BufferQcFile(out, doc.QcFile, reader.QcFolder(), host, report);
+        out.close();
+        if (buffered == BufferResult::Done && out.fail()) {
+            report(ReadProblem::WorkFileUnwritable, workFile);
+            host.NewDocument();
+            return ReadOutcome::Unreadable;
+        }
+    }
+    if (buffered == BufferResult::Refused) {
+        return ReadOutcome::Refused;
+    }
+    std::string text;
+    if (buffered == BufferResult::Unreadable || !ReadWholeFile(workFile, text)) {
+        if (buffered != BufferResult::Unreadable) {
+            report(ReadProblem::WorkFileUnwritable, workFile);
+        }
+        host.NewDocument();
+        return ReadOutcome::Unreadable;
+    }
+    if (!reader.ReadLines(text)) {
+        return ReadOutcome::Refused;
+    }
+    host.LoadFinished();
+    return ReadOutcome::Loaded;
+}
+
+} // namespace quarle

@@ -1,0 +1,119 @@
+// How the script reader reaches the user. The main window implements this
+// class; tests and quarle-qc script it. The reader never prints and never
+// shows anything itself.
+#pragma once
+
+#include <bitset>
+#include <string>
+
+#include "localisation/GlobalStrings.h"
+
+namespace quarle {
+
+// What a folder question is about. The main window needs only the texts
+// (oldDir and extra); the kind lets scripted hosts answer without parsing them.
+enum class FolderQuestion {
+    ModelName,   // the folder of $modelname
+    ModelPath,   // $cd
+    TexturePath, // $cdtexture
+    IncludeFile, // oldDir is the whole path of an $include file, not a folder
+};
+
+// Problems with a script that the reader works around; the load goes on
+// unless the kind says otherwise. Each kind reaches the host at most once per
+// load, with the detail of its first occurrence.
+enum class ReadProblem {
+    ScriptUnreadable,      // the script cannot be opened; the load ends
+    WorkFileUnwritable,    // loadbuffer.dat cannot be written; the load ends
+    IncludeUnreadable,     // an include (after any question) cannot be opened; skipped
+    IncludeLoop,           // an include that includes itself; skipped
+    IncludeTooDeep,        // includes nested deeper than MaxIncludeDepth; skipped
+    TooManyBodyGroups,     // a 33rd body group; skipped with its block
+    TooManyParts,          // a 17th part in a group; skipped
+    AttachmentIndex,       // $attachment index outside 0..3; skipped
+    ControllerIndex,       // $controller index outside 0..3; skipped
+    TooManySequenceGroups, // an 11th $sequencegroup; its sequences are skipped
+    TooManySequences,      // a sequence slot above 512; skipped
+    TooManyEvents,         // a 256th event of a sequence; skipped
+    TooManyTextures,       // more than 10 textures in the parts; the rest is dropped
+    TooManyTextureColumns, // more than 10 names in a $texturegroup row; the rest is dropped
+    TooManyTextureRows,    // more than 100 $texturegroup rows; the rest is dropped
+    NumberOutOfRange,      // a number too large for its field; clamped
+    PartFileMissing,       // a part's .smd is gone when textures are scanned; not scanned
+    PartNotInModelPath,    // the picked part file is not an .smd in ModelPath; part kept
+};
+inline constexpr int ReadProblemKinds = static_cast<int>(ReadProblem::PartNotInModelPath) + 1;
+
+// Deepest nesting of $include files; a deeper one is refused.
+inline constexpr int MaxIncludeDepth = 32;
+
+// The answer of a question for a refusal or a cancel.
+inline constexpr const char* Refused = "0";
+
+class ReaderHost {
+public:
+    virtual ~ReaderHost() = default;
+
+    // The active text of a global string (IdsTexts of the key).
+    virtual std::string Text(Ids key) = 0;
+
+    // The folder question: tells the user that oldDir cannot be found (extra
+    // names what is looked for) and lets them pick a file. Returns the folder
+    // of the picked file, without a closing separator, or "0" when the user
+    // refuses or cancels.
+    virtual std::string NewDir(const std::string& oldDir, const std::string& extra,
+                               FolderQuestion what) = 0;
+
+    // A body part whose .smd file is missing: missingFile is the path that was
+    // tested (ModelPath, separator, part, ".smd"), extra the text of
+    // IDS_REFERENCEMODEL. The user picks the part's .smd; the answer is the
+    // whole path of the picked file, or "0" for a refusal, which breaks off the
+    // load like a refused folder.
+    //
+    // The reader takes the pick only when it is a file with the extension .smd
+    // (any case) in the folder ModelPath; the part then becomes the file's base
+    // name. A pick elsewhere is not copied or moved: the reader reports
+    // PartNotInModelPath and keeps the part as the script wrote it. Answering
+    // with missingFile itself therefore keeps the part unchanged.
+    virtual std::string PickPartFile(const std::string& missingFile, const std::string& extra,
+                                     const std::string& modelPath) = 0;
+
+    // The new-document command: empties LstAnimations and resets the document
+    // (InitVars), so that QcFile is empty. Runs when the user refuses a question
+    // and when the script cannot be read.
+    virtual void NewDocument() = 0;
+
+    // A sequence of group 0 was read: append its name to LstAnimations. Names
+    // may be empty; the list row is the slot.
+    virtual void AddAnimation(const std::string& name) = 0;
+
+    // A problem of the script; see ReadProblem. DescribeProblem gives an
+    // English sentence for it.
+    virtual void Problem(ReadProblem kind, const std::string& detail) = 0;
+
+    // The load went through: enable the model files page, point FileList at
+    // ModelPath when that folder holds files, Update, enable the animation wizard.
+    virtual void LoadFinished() = 0;
+};
+
+// An English sentence for a problem, for hosts without texts of their own.
+std::string DescribeProblem(ReadProblem kind, const std::string& detail);
+
+// Passes each kind of problem to the host once per load.
+class ProblemOnce {
+public:
+    explicit ProblemOnce(ReaderHost& host) : host_(host) {}
+    void operator()(ReadProblem kind, const std::string& detail) {
+        const auto i = static_cast<std::size_t>(kind);
+        if (!seen_[i]) {
+            seen_[i] = true;
+            host_.Problem(kind, detail);
+        }
+    }
+
+private:
+    ReaderHost& host_;
+    std::bitset<ReadProblemKinds> seen_;
+};
+
+} // namespace quarle

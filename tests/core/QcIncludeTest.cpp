@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "QcReaderTestSupport.h"
+#include "document/QcInclude.h"
+
+namespace quarle {
+namespace {
+
+using testing::Loader;
+using testing::ReadFile;
+
+struct Buffered {
+    BufferResult Result;
+    std::string Text;
+};
+
+Buffered Buffer(Loader& l, const std::string& script) {
+    std::ostringstream out;
+    ProblemOnce report(l.Host);
+    const BufferResult result = BufferQcFile(out, script, l.Dir.Path(), l.Host, report);
+    return {result, out.str()};
+}
+
+TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
+    const auto lines = SplitLines("a\r\nb\n\nc\rd");
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[0], "a");
+    EXPECT_EQ(lines[1], "b");
+    EXPECT_EQ(lines[2], "");
+    EXPECT_EQ(lines[3], "c");
+    EXPECT_EQ(lines[4], "d");
+    EXPECT_TRUE(SplitLines("").empty());
+    EXPECT_EQ(SplitLines("x\r\n").size(), 1u);
+}
+
+TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
+    Loader l;
+    const auto script = l.Dir.Write("a.qc", "// head\n$cd \"x\" // behind\n\n  // indented\n"
+                                            "/* banner */\n$scale 2");
+    const Buffered b = Buffer(l, script);
+    EXPECT_EQ(b.Result, BufferResult::Done);
+    EXPECT_EQ(b.Text, "$cd \"x\" // behind\r\n\r\n  // indented\r\n/* banner */\r\n$scale 2\r\n");
+    EXPECT_TRUE(l.Host.Questions.empty());
+}
+
+TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
+    Loader l;
+    const std::string inc = l.Dir.Write("sub/inc.qc", "// own comment\ninner\n");
+    const std::string other = l.Dir.Write("sub/deeper.qc", "deepest\n");
+    l.Dir.Write("sub/nest.qc", "$include \"" + other + "\"\n");
+    std::string backslashed = inc;
+    for (char& c : backslashed) {
+        c = c == '/' ? '\\' : c;
+    }
+    const auto script =
+        l.Dir.Write("a.qc", "one\n$include \"" + inc + "\"\ntwo\n$include " + backslashed +
+                                "\n$include \"" + l.Dir / "sub/nest.qc" + "\"\nthree\n");
+    const Buffered b = Buffer(l, script);
+    EXPECT_EQ(b.Result, BufferResult::Done);
+    EXPECT_EQ(b.Text, "one\r\ninner\r\ntwo\r\ninner\r\ndeepest\r\nthree\r\n");
+    EXPECT_TRUE(l.Host.Questions.empty());
+}
+
+TEST(QcInclude, ARelativeIncludeIsAlwaysAskedFor) {
+    Loader l;
+    l.Dir.Write("inc.qc", "beside\n");
+    l.Dir.Write("other/inc.qc", "picked\n");
+    l.Dir.Write("other/sub/inc.qc", "nested\n");
+    const auto script = l.Dir.Write("a.qc", "$include \"inc.qc\"\n$include sub/inc.qc\n");
+    l.Host.Answer(l.Dir / "other");
+    l.Host.Answer(l.Dir / "other/sub");
+    const Buffered b = Buffer(l, script);
+    EXPECT_EQ(b.Text, "picked\r\nnested\r\n");
+    ASSERT_EQ(l.Host.Questions.size(), 2u);
+    EXPECT_EQ(l.Host.Questions[0].Path, "inc.qc");
+    EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_INCLUDEFILE>");
+    EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
+}
+
+TEST(QcInclude, AnAnswerThatKeepsARelativePathReadsFromTheScriptsFolder) {
+    Loader l;
+    l.Dir.Write("parts/inc.qc", "kept\n");
+    const auto script = l.Dir.Write("a.qc", "$include \"parts\\inc.qc\"\n");
+    l.Host.KeepUnanswered = true;
+    EXPECT_EQ(Buffer(l, script).Text, "kept\r\n");
+}
+
+TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
+    Loader l;
+    l.Dir.Write("inc.qc", "included\n");
+    const auto script = l.Dir.Write("a.qc", "// $include \"inc.qc\"\n"
+                                            " // $include \"inc.qc\"\n"
+                                            "$cd \"c:\\$includes\\inc.qc\"\n");
+    l.Host.Answer(l.Dir.Path());
+    l.Host.Answer(l.Dir.Path());
+    const Buffered b = Buffer(l, script);
+    // The indented comment is an include of whatever stands behind its first
+    // blank, which names no file; the $cd line includes inc.qc.
+    ASSERT_EQ(l.Host.Questions.size(), 2u);
+    EXPECT_NE(l.Host.Questions[0].Path.find("$include inc.qc"), std::string::npos);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeUnreadable), 1);
+    EXPECT_EQ(b.Text, "included\r\n");
+}
+
+TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
+    Loader l;
+    l.Dir.Write("inner.qc", "before\n$include \"nowhere.qc\"\nafter\n");
+    const auto script =
+        l.Dir.Write("a.qc", "first\n$include \"" + l.Dir / "inner.qc" + "\"\nlast\n");
+    l.Host.Answer("0");
+    const Buffered b = Buffer(l, script);
+    EXPECT_EQ(b.Result, BufferResult::Refused);
+    EXPECT_EQ(b.Text, "first\r\nbefore\r\n");
+    EXPECT_EQ(l.Host.NewDocuments, 1);
+}
+
+TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
+    Loader l;
+    // a includes itself twice and b, which includes a again.
+    const std::string a = l.Dir / "a.qc";
+    const std::string b = l.Dir / "b.qc";
+    l.Dir.Write("a.qc", "a1\n$include \"" + a + "\"\n$include \"" + b + "\"\n$include \"" + a +
+                            "\"\na2\n");
+    l.Dir.Write("b.qc", "b1\n$include \"" + a + "\"\nb2\n");
+    // A chain of 40 files, each including the next.
+    for (int i = 0; i < 40; ++i) {
+        l.Dir.Write("chain" + std::to_string(i) + ".qc",
+                    "c" + std::to_string(i) + "\n$include \"" + l.Dir / "chain" +
+                        std::to_string(i + 1) + ".qc\"\n");
+    }
+    std::filesystem::create_directory(l.Dir / "folder.qc");
+    const auto top =
+        l.Dir.Write("top.qc", "$include \"" + a + "\"\n$include \"" + l.Dir / "chain0.qc" +
+                                  "\"\n$include \"" + l.Dir / "folder.qc" + "\"\nend\n");
+    l.Host.Answer(l.Dir.Path()); // folder.qc is no file: asked, then unreadable
+    const Buffered r = Buffer(l, top);
+    EXPECT_EQ(r.Result, BufferResult::Done);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeLoop), 1);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeTooDeep), 1);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeUnreadable), 1);
+    EXPECT_NE(r.Text.find("a1\r\nb1\r\nb2\r\na2\r\n"), std::string::npos);
+    // top is level 0, so chain0 to chain31 are read and chain32 is refused.
+    EXPECT_NE(r.Text.find("c31\r\n"), std::string::npos);
+    EXPECT_EQ(r.Text.find("c32\r\n"), std::string::npos);
+    EXPECT_TRUE(r.Text.ends_with("end\r\n"));
+}
+
+TEST(QcInclude, AScriptThatCannotBeOpenedIsReported) {
+    Loader l;
+    const Buffered b = Buffer(l, l.Dir / "missing.qc");
+    EXPECT_EQ(b.Result, BufferResult::Unreadable);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ScriptUnreadable), 1);
+}
+
+} // namespace
+} // namespace quarle

@@ -1,0 +1,415 @@
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <filesystem>
+
+#include "QcReaderTestSupport.h"
+
+namespace quarle {
+namespace {
+
+using testing::Loader;
+using testing::Model;
+using testing::ReadFile;
+using testing::Smd;
+
+TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
+    Model l;
+    l.Dir.Write("inc.qc", "$gamma 2\n");
+    EXPECT_EQ(l.Load("// head\n" + l.Paths() + "$include \"" + l.Dir / "inc.qc" + "\"\n"),
+              ReadOutcome::Loaded);
+    EXPECT_EQ(ReadFile(l.Dir / "loadbuffer.dat"), "$cd \"" + l.M() + "\"\r\n$cdtexture \"" +
+                                                      l.Dir / "tex" + "\"\r\n$gamma 2\r\n");
+    EXPECT_EQ(l.Doc->Gamma, 2.0f);
+    EXPECT_EQ(l.Host.Finished, 1);
+    EXPECT_EQ(l.Host.NewDocuments, 0);
+    EXPECT_TRUE(l.Host.Questions.empty());
+    EXPECT_TRUE(l.Host.Problems.empty());
+}
+
+TEST(QcReader, FolderDirectivesPassOnlyForAbsoluteFoldersWithFiles) {
+    Model l;
+    std::filesystem::create_directory(l.Dir / "empty");
+    l.Host.Answer(l.Dir / "tex"); // $cd .
+    l.Host.Answer(l.M());         // $CD ".\"
+    l.Host.Answer(l.Dir / "tex"); // the empty folder
+    l.Load("$cd .\n$CD \".\\\"\n$cdtexture \"" + l.Dir / "empty" + "\"\n$cdtexture \"" +
+           l.Dir / "tex" + "\"\n$Cdtexture " + l.Dir / "tex\n");
+    ASSERT_EQ(l.Host.Questions.size(), 3u);
+    EXPECT_EQ(l.Host.Questions[0].Path, ".");
+    EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_MODELPATH>");
+    EXPECT_EQ(l.Host.Questions[1].Path, ".\\");
+    EXPECT_EQ(l.Host.Questions[2].Extra, "<IDS_TEXTUREPATH>");
+    EXPECT_EQ(l.Host.Questions[2].What, FolderQuestion::TexturePath);
+    EXPECT_EQ(l.Doc->ModelPath, l.M());
+    EXPECT_EQ(l.Doc->TexturePath, l.Dir / "tex");
+}
+
+TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
+    Model l;
+    l.Load("$modelname \"robot.mdl\"\n");
+    EXPECT_EQ(l.Doc->ModelName, l.Dir / "robot.mdl");
+
+    Model k;
+    k.Host.Answer(k.M());
+    k.Load("$modelname " + k.Dir / "nowhere/robot.mdl\n");
+    ASSERT_EQ(k.Host.Questions.size(), 1u);
+    EXPECT_EQ(k.Host.Questions[0].Path, k.Dir / "nowhere");
+    EXPECT_EQ(k.Host.Questions[0].Extra, "<IDS_MODELNAME>");
+    EXPECT_EQ(k.Doc->ModelName, k.M() + "/robot.mdl");
+
+    // Kept as written, a Windows path keeps its backslashes.
+    Model w;
+    w.Host.KeepUnanswered = true;
+    w.Load("$modelname \"c:\\m\\robot.mdl\"\n");
+    EXPECT_EQ(w.Doc->ModelName, "c:\\m\\robot.mdl");
+}
+
+TEST(QcReader, DirectiveWordsLineLogicAndNumbers) {
+    Model l;
+    l.Load("   $SCALE 2.5  \n"
+           "\t$gamma 3\n"          // a tab in front: no directive
+           "$gamma\t2.2\n"         // a tab after the word: an unknown directive
+           "$externaltextures\n"
+           "$eyeposition 1.5 \"2\" -3\n"
+           "$sequencegroupsize 64.5\n"
+           "$origin 1 2 3\n"
+           "$hbox 0 \"Bip01\" -1 -1 -1 1 1 1\n"
+           "$bbox -16 -16 0 16 16 72\n"
+           "$flags 0\n"
+           "$cliptotextures\n"
+           "$BODYGROUPX arms\n"
+           "{\nstudio \"head\"\n}\n");
+    EXPECT_EQ(l.Doc->ModelScale, 2.5f);
+    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
+    EXPECT_EQ(l.Doc->ExternalTextures, 1);
+    EXPECT_EQ(l.Doc->EyesOn, 1);
+    EXPECT_EQ(l.Doc->EyeX, 1.5f);
+    EXPECT_EQ(l.Doc->EyeY, 0.0f); // a number in quotes reads as 0
+    EXPECT_EQ(l.Doc->EyeZ, -3.0f);
+    EXPECT_EQ(l.Doc->SequenceGroupSize, 64); // halves go to the even neighbour
+    // No body directive at all: the group "body" of the reset is gone too.
+    EXPECT_EQ(l.Doc->BodyGroupCount, 0);
+    EXPECT_TRUE(l.Host.Questions.empty());
+}
+
+TEST(QcReader, BodyGroupsAndTheirPartLines) {
+    Model l;
+    l.Host.Answer(l.M() + "/arm REVERSE.smd"); // keeps the part that has no file
+    l.Load(l.Paths() + "$body head \"head\" reverse\n"
+                       "$bodygroup arms\n"
+                       "\n"
+                       "{\n"
+                       "studio \"arm\" reverse\n"
+                       "blank\n"
+                       "\n"
+                       "STUDIO \"leg\"\n"
+                       "studio arm\n"
+                       "studio \"arm\" REVERSE\n"
+                       "}\n"
+                       "$bodygroup legs {\n"
+                       "studio \"leg\" reverse }\n"
+                       "studio \"head\"\n" // behind the block: dropped
+                       "$bodygroup \"quoted\"\n"
+                       "{ }\n"
+                       "$bodygroup tail\n"
+                       "{ studio \"arm\"\n"
+                       "\tstudio \"leg\"}\n");
+    const Document& d = *l.Doc;
+    ASSERT_EQ(d.BodyGroupCount, 5);
+    EXPECT_EQ(d.BodyGroups[1].Name, "head");
+    EXPECT_EQ(d.BodyGroups[1].PartCount, 1);
+    EXPECT_EQ(d.BodyGroups[1].Parts[1], "head");
+    EXPECT_EQ(d.BodyGroups[1].Reverse[1], 0); // $body reads no reverse
+
+    const BodyGroupRec& arms = d.BodyGroups[2];
+    EXPECT_EQ(arms.Name, "arms");
+    ASSERT_EQ(arms.PartCount, 5);
+    EXPECT_EQ(arms.Parts[1], "arm");
+    EXPECT_EQ(arms.Reverse[1], -1);
+    EXPECT_EQ(arms.Parts[2], Blank);
+    EXPECT_EQ(arms.Parts[3], "leg"); // the pattern ignores case
+    EXPECT_EQ(arms.Reverse[3], 0);
+    EXPECT_EQ(arms.Parts[4], Blank); // no quotes: no part
+    EXPECT_EQ(arms.Parts[5], "arm REVERSE");
+
+    EXPECT_EQ(d.BodyGroups[3].Name, "legs "); // the cut brace leaves its blank
+    ASSERT_EQ(d.BodyGroups[3].PartCount, 1);
+    EXPECT_EQ(d.BodyGroups[3].Parts[1], "leg");
+    EXPECT_EQ(d.BodyGroups[3].Reverse[1], -1);
+
+    EXPECT_EQ(d.BodyGroups[4].Name, "\"quoted\"");
+    EXPECT_EQ(d.BodyGroups[4].PartCount, 0);
+
+    ASSERT_EQ(d.BodyGroups[5].PartCount, 2);
+    EXPECT_EQ(d.BodyGroups[5].Parts[1], "arm");
+    EXPECT_EQ(d.BodyGroups[5].Parts[2], "leg");
+    // "arm REVERSE" has no file: the one question of the load.
+    ASSERT_EQ(l.Host.Questions.size(), 1u);
+    EXPECT_EQ(l.Host.Questions[0].Kind, "part");
+}
+
+TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {
+    Model l;
+    l.Dir.Write("elsewhere/gone.smd", Smd({}));
+    l.Dir.Write("m/notes.txt", "");
+    l.Host.Answer(l.M() + "/arm.smd");
+    l.Host.Answer(l.Dir / "elsewhere/gone.smd");
+    l.Host.Answer(l.M() + "/notes.txt");
+    l.Load(l.Paths() + "$body one \"gone\"\n$body two \"gone\"\n$body three \"gone\"\n");
+    ASSERT_EQ(l.Host.Questions.size(), 3u);
+    EXPECT_EQ(l.Host.Questions[0].Path, l.M() + "/gone.smd");
+    EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_REFERENCEMODEL>");
+    EXPECT_EQ(l.Doc->BodyGroups[1].Parts[1], "arm");
+    EXPECT_EQ(l.Doc->BodyGroups[2].Parts[1], "gone");
+    EXPECT_EQ(l.Doc->BodyGroups[3].Parts[1], "gone");
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::PartNotInModelPath), 1);
+}
+
+TEST(QcReader, ARefusedQuestionBreaksTheLoadOffIntoANewDocument) {
+    Model l;
+    l.Host.Answer("0");
+    EXPECT_EQ(l.Load(l.Paths() + "$sequence \"a\" \"a\"\n$body head \"gone\"\n$gamma 3\n"),
+              ReadOutcome::Refused);
+    EXPECT_EQ(l.Host.NewDocuments, 1);
+    EXPECT_EQ(l.Host.Finished, 0);
+    EXPECT_TRUE(l.Host.Animations.empty());
+    EXPECT_TRUE(l.Doc->QcFile.empty());
+    EXPECT_EQ(l.Doc->BodyGroupCount, 1);
+    EXPECT_EQ(l.Doc->BodyGroups[1].Name, "body");
+    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
+
+    Model k;
+    k.Host.Answer("0");
+    EXPECT_EQ(k.Load("$cd \"relative\"\n"), ReadOutcome::Refused);
+    EXPECT_EQ(k.Host.NewDocuments, 1);
+}
+
+TEST(QcReader, AttachmentsAndControllers) {
+    Model l;
+    l.Load("$attachment 0 \"Bip01 R Hand\" 10 0.5 -2\n"
+           "$attachment 3 bone 1\n"
+           "$attachment 4 \"Bone\" 1 2 3\n"
+           "$attachment -1 \"Bone\" 1 2 3\n"
+           "$controller 1 \"Bip01 Head\" yr -30 30.5\n"
+           "$controller 2 bone ZR 1 2\n"
+           "$controller 2 bone WR 5 6\n"
+           "$controller 9 bone XR 1 2\n");
+    const Document& d = *l.Doc;
+    EXPECT_EQ(d.Attachments[0].Active, 1);
+    EXPECT_EQ(d.AttachmentBones[0], "Bip01 R Hand");
+    EXPECT_EQ(d.Attachments[0].X, 10.0f);
+    EXPECT_EQ(d.Attachments[0].Y, 0.5f);
+    EXPECT_EQ(d.Attachments[0].Z, -2.0f);
+    EXPECT_EQ(d.Attachments[3].Active, 1);
+    EXPECT_EQ(d.Attachments[3].X, 1.0f);
+    EXPECT_EQ(d.Attachments[3].Y, 0.0f);
+    EXPECT_EQ(d.Attachments[1].Active, 0);
+    EXPECT_EQ(d.Controllers[1].Active, 1);
+    EXPECT_EQ(d.ControllerBones[1], "Bip01 Head");
+    EXPECT_EQ(d.Controllers[1].Axis, 1.0f);
+    EXPECT_EQ(d.Controllers[1].LimitMin, -30.0f);
+    EXPECT_EQ(d.Controllers[1].LimitMax, 30.5f);
+    EXPECT_EQ(d.Controllers[2].Axis, 2.0f); // an unknown axis word changes nothing
+    EXPECT_EQ(d.Controllers[2].LimitMax, 6.0f);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::AttachmentIndex), 1);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ControllerIndex), 1);
+    EXPECT_EQ(l.Host.Finished, 1);
+}
+
+TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
+    Model early;
+    early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
+                               "$texrendermode \"a.bmp\" additive\n");
+    for (int i = 1; i <= 10; ++i) {
+        EXPECT_EQ(early.Doc->TextureModes[i].Mode, 0);
+    }
+
+    Model l;
+    l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nblank\n}\n"
+                       "$texrendermode \"b.bmp\" MASKED\n"
+                       "$texrendermode c.bmp chrome\n"
+                       "$texrendermode \"B.BMP\" masked\n"
+                       "$texrendermode \"zzz.bmp\" masked\n"
+                       "$texrendermode\n");
+    const Document& d = *l.Doc;
+    EXPECT_EQ(d.TextureModes[1].Name, "a.bmp");
+    EXPECT_EQ(d.TextureModes[2].Name, "b.bmp");
+    EXPECT_EQ(d.TextureModes[3].Name, "c.bmp");
+    EXPECT_EQ(d.TextureModes[1].Mode, 0);
+    EXPECT_EQ(d.TextureModes[2].Mode, 1);
+    EXPECT_EQ(d.TextureModes[3].Mode, 2);
+    EXPECT_EQ(d.TextureModes[4].Mode, 0); // no texture: matches no empty slot
+    EXPECT_EQ(d.TextureCount, 0);         // render modes do not fill the base row
+}
+
+TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
+    Model l;
+    l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nstudio \"leg\"\n}\n"
+                       "$texturegroup skins\n"
+                       "{\n"
+                       "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
+                       "\n"
+                       "{ \"c2.bmp\" \"a.bmp\" \"b2.bmp\" }\n"
+                       "{ \"c.bmp\" \"a.bmp\" \"b.bmp\" }\n"
+                       "{ \"c3.bmp\" \"a3.bmp\"\n"
+                       "\"b3.bmp\" }\n"
+                       "}\n"
+                       "$texturegroup again {\n"
+                       "}\n");
+    const auto& t = l.Doc->TextureVariations;
+    ASSERT_EQ(l.Doc->TextureCount, 4); // a, b, c, d: A.BMP of leg is a.bmp again
+    EXPECT_EQ(t[1][1], "a.bmp");
+    EXPECT_EQ(t[1][2], "b.bmp");
+    EXPECT_EQ(t[1][3], "c.bmp");
+    EXPECT_EQ(t[1][4], "d.bmp");
+    // Script row 2 is table row 2; a name equal to the base is no replacement.
+    EXPECT_EQ(t[2][1], Blank);
+    EXPECT_EQ(t[2][2], "b2.bmp");
+    EXPECT_EQ(t[2][3], "c2.bmp");
+    EXPECT_EQ(t[2][4], Blank);
+    for (int c = 1; c <= 4; ++c) {
+        EXPECT_EQ(t[3][c], Blank) << c;
+    }
+    // A row that goes on in the next line: two rows, the second starting at column 1.
+    EXPECT_EQ(t[4][3], "c3.bmp");
+    EXPECT_EQ(t[4][1], "a3.bmp");
+    EXPECT_EQ(t[5][3], "b3.bmp");
+}
+
+TEST(QcReader, ATextureGroupBeforeTheBodiesFindsNoBaseRow) {
+    Model l;
+    l.Load(l.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
+                       "$body head \"head\"\n");
+    EXPECT_EQ(l.Doc->TextureCount, 0);
+    EXPECT_EQ(l.Doc->TextureVariations[2][1], Blank);
+    EXPECT_EQ(l.Doc->TextureVariations[2][0], "x.bmp"); // column 0: read by nothing
+}
+
+TEST(QcReader, APartFileThatIsGoneWhenTexturesAreScannedIsReported) {
+    Model l;
+    l.Host.KeepUnanswered = true;
+    l.Load(l.Paths() + "$body gone \"gone\"\n$body head \"head\"\n$texturegroup t\n{\n}\n"
+                       "$texrendermode \"a.bmp\" masked\n");
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::PartFileMissing), 1);
+    EXPECT_EQ(l.Doc->TextureCount, 1);
+    EXPECT_EQ(l.Doc->TextureModes[1].Mode, 1);
+}
+
+TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
+    Model l;
+    std::vector<std::string> many;
+    for (int i = 1; i <= 12; ++i) {
+        many.push_back("t" + std::to_string(i) + ".bmp");
+    }
+    l.Dir.Write("m/many.smd", Smd(many));
+    std::string script = l.Paths();
+    for (int i = 0; i < 34; ++i) {
+        script += "$body b" + std::to_string(i) + " \"head\"\n";
+    }
+    script += "$bodygroup over\n{\nstudio \"arm\"\n}\n"; // a 33rd group: its block goes too
+    script += "$sequence \"big\" \"big\" fps 40000 frame -40000 1.5 scale 1e39\n";
+    for (int i = 0; i < 11; ++i) {
+        script += "$sequencegroup g\n$sequence \"s" + std::to_string(i) + "\" \"s\"\n";
+    }
+    script += "$gamma 2\n";
+    EXPECT_EQ(l.Load(script), ReadOutcome::Loaded);
+    const Document& d = *l.Doc;
+    EXPECT_EQ(d.BodyGroupCount, 32);
+    EXPECT_EQ(d.BodyGroups[32].Name, "b31");
+    EXPECT_EQ(d.Anims[0][0].Fps, 32767);
+    EXPECT_EQ(d.Anims[0][0].FrameStart, -32768);
+    EXPECT_EQ(d.Anims[0][0].FrameEnd, 2);
+    EXPECT_EQ(d.Anims[0][0].Scale, FLT_MAX);
+    EXPECT_EQ(d.Anims[10][0].Name, "s9");
+    EXPECT_EQ(d.Gamma, 2.0f); // the load went on to the end
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManyBodyGroups), 1);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::NumberOutOfRange), 1);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManySequenceGroups), 1);
+
+    Model p;
+    std::string parts = p.Paths() + "$bodygroup many\n{\n";
+    for (int i = 0; i < 18; ++i) {
+        parts += "studio \"head\"\n";
+    }
+    parts += "studio \"many\"\n}\n$texturegroup t\n{\n{";
+    for (int i = 1; i <= 12; ++i) {
+        parts += " \"t" + std::to_string(i) + ".bmp\"";
+    }
+    parts += " }\n";
+    for (int r = 2; r <= 102; ++r) {
+        parts += "{ \"r" + std::to_string(r) + ".bmp\" }\n";
+    }
+    parts += "}\n$sequence \"ev\" \"ev\"";
+    for (int e = 1; e <= 257; ++e) {
+        parts += " { event " + std::to_string(e) + " 1 }";
+    }
+    parts += "\n";
+    for (int s = 0; s < 515; ++s) {
+        parts += "$sequence \"s\" \"s\"\n";
+    }
+    EXPECT_EQ(p.Load(parts), ReadOutcome::Loaded);
+    const Document& q = *p.Doc;
+    EXPECT_EQ(q.BodyGroups[1].PartCount, 16); // "many" was the 19th: never scanned
+    EXPECT_EQ(q.TextureCount, 1);
+    EXPECT_EQ(q.Anims[0][0].EventCount, 255);
+    EXPECT_EQ(q.Anims[0][0].Events[255].EventId, 255);
+    EXPECT_EQ(q.Anims[0][512].Name, "s");
+    EXPECT_EQ(p.Host.Animations.size(), 513u);
+    EXPECT_EQ(q.TextureVariations[100][0], "r100.bmp");
+    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyParts), 1);
+    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureColumns), 1);
+    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureRows), 1);
+    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyEvents), 1);
+    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManySequences), 1);
+
+    // More than ten textures in the parts: the first ten are the columns.
+    Model t;
+    t.Dir.Write("m/many.smd", Smd(many));
+    t.Load(t.Paths() + "$body many \"many\"\n$texturegroup t\n{\n}\n");
+    EXPECT_EQ(t.Doc->TextureCount, 10);
+    EXPECT_EQ(t.Doc->TextureVariations[1][10], "t10.bmp");
+    EXPECT_EQ(t.Host.ProblemsOf(ReadProblem::TooManyTextures), 1);
+}
+
+TEST(QcReader, LineEndsDoNotMatter) {
+    const std::string lf = "$gamma 2\n$bodygroup arms\n{\nstudio \"arm\" reverse\nblank\n}\n"
+                           "$sequence \"a\" \"a\" fps 12 { event 1 2 \"p\" }\n$scale 3";
+    std::string crlf;
+    std::string cr;
+    for (char c : lf) {
+        crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+        cr += c == '\n' ? '\r' : c;
+    }
+    std::string written[3];
+    const std::string* scripts[3] = {&lf, &crlf, &cr};
+    for (int i = 0; i < 3; ++i) {
+        Model l;
+        l.Load(l.Paths() + *scripts[i]);
+        EXPECT_EQ(l.Doc->ModelScale, 3.0f) << i; // the last line has no end
+        EXPECT_EQ(l.Doc->Anims[0][0].Events[1].Parameter, "p") << i;
+        written[i] = l.Written();
+        // Same folders in every load: compare what the writer makes of it.
+        written[i].erase(0, written[i].find("// Modelsettings"));
+    }
+    EXPECT_EQ(written[0], written[1]);
+    EXPECT_EQ(written[0], written[2]);
+}
+
+TEST(QcReader, UnusableFilesEndTheLoadWithAMessage) {
+    Model l;
+    EXPECT_EQ(l.LoadFile(l.Dir / "missing.qc"), ReadOutcome::Unreadable);
+    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ScriptUnreadable), 1);
+    EXPECT_EQ(l.Host.NewDocuments, 1);
+    EXPECT_EQ(l.Host.Finished, 0);
+
+    Model w;
+    InitVars(*w.Doc);
+    w.Doc->QcFile = w.Dir.Write("model.qc", "$gamma 2\n");
+    EXPECT_EQ(ReadQcFile(*w.Doc, w.Host, w.Dir / "no/such/folder"), ReadOutcome::Unreadable);
+    EXPECT_EQ(w.Host.ProblemsOf(ReadProblem::WorkFileUnwritable), 1);
+    EXPECT_EQ(w.Doc->Gamma, DefaultGamma);
+}
+
+} // namespace
+} // namespace quarle
