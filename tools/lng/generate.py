@@ -343,6 +343,8 @@ FORMS = [
     ]),
     ("DlgCompile", ("Compiliere", "Compiling"), [
         OK,
+        # Ends the wait for a compiler that doesn't finish.
+        C("CmdCancel", "Abbrechen", "Cancel"),
         C("ChkViewAfterCompile", "Model nach dem Kompilieren mit Viewer öffnen",
           "Open the model in the viewer after compiling"),
     ]),

@@ -43,12 +43,6 @@ std::string ReadBytes(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-struct SilentHost : LanguageHost {
-    int Warnings = 0;
-    void IncompleteWarning() override { ++Warnings; }
-    void OutdatedWarning() override { ++Warnings; }
-};
-
 class DataFile : public ::testing::TestWithParam<const char*> {
 protected:
     std::filesystem::path Path() const { return DataFolder / GetParam(); }
@@ -69,19 +63,6 @@ TEST_P(DataFile, IsCp1252WithCrLfLineEnds) {
     // No UTF-8 in disguise: a cp1252 umlaut is one byte.
     EXPECT_EQ(bytes.find("\xC3"), std::string::npos);
     EXPECT_EQ(bytes.compare(0, 17, "Version = 0.8.4\r\n"), 0);
-}
-
-TEST_P(DataFile, ReadsWithoutWarningAndFillsEveryString) {
-    const auto lines = ReadLanguageLines(Path());
-    ASSERT_TRUE(lines);
-    std::array<std::string, IdsKeyTable.size()> texts;
-    SilentHost host;
-    EXPECT_TRUE(ReadGlobalStrings(*lines, texts, host));
-    EXPECT_EQ(host.Warnings, 0);
-    EXPECT_EQ(texts[0], "");
-    for (std::size_t i = 1; i < texts.size(); ++i) {
-        EXPECT_FALSE(texts[i].empty()) << IdsKeyTable[i];
-    }
 }
 
 TEST_P(DataFile, HasEverySectionAndTheStringsBlockInShape) {
