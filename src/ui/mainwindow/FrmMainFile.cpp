@@ -15,7 +15,6 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
-#include <QGroupBox>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
@@ -41,68 +40,6 @@ char UserDecimalSeparator() {
     }
     return '.';
 }
-
-// The window's side of a load: questions through the shell's NewDir and the
-// services, animations into LstAnimations, the refresh at the end.
-class LoadHost : public ReaderHost {
-public:
-    LoadHost(FrmMain& form, AppState& state, platform::Services& services)
-        : form_(form), state_(state), services_(services) {}
-
-    std::string Text(Ids key) override { return state_.IdsTexts[static_cast<std::size_t>(key)]; }
-
-    std::string NewDir(const std::string& oldDir, const std::string& extra,
-                       FolderQuestion /*what*/) override {
-        return form_.NewDir(oldDir, extra);
-    }
-
-    std::string PickPartFile(const std::string& missingFile, const std::string& extra,
-                             const std::string& /*modelPath*/) override {
-        const auto& ids = state_.IdsTexts;
-        const QString message =
-            ui::Text(extra) + QStringLiteral(": ") + ui::Text(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) +
-            QStringLiteral(" \"") + ui::Text(missingFile) + QStringLiteral("\" ") +
-            ui::Text(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-        if (services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
-                             ui::Text(ids[IDS_MSGBOX_CANTFINDPATH_TITEL])) !=
-            platform::Answer::Ok) {
-            return Refused;
-        }
-        const auto pick =
-            services_.ShowOpen(ui::Text(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"));
-        if (!pick || pick->FileName.isEmpty()) {
-            return Refused;
-        }
-        return pick->FileName.toStdString();
-    }
-
-    void NewDocument() override { form_.MnuDateiNeu_Click(); }
-
-    void AddAnimation(const std::string& name) override {
-        form_.LstAnimations->addItem(ui::Text(name));
-    }
-
-    void Problem(ReadProblem kind, const std::string& detail) override {
-        services_.MsgBox(ui::Text(DescribeProblem(kind, detail)), platform::Buttons::Ok,
-                         platform::Icon::Exclamation, ui::Text(state_.IdsTexts[IDS_ERROR]));
-    }
-
-    void LoadFinished() override {
-        form_.FrmModelfiles->setEnabled(true);
-        const std::string& folder = state_.Doc.ModelPath;
-        if (paths::FolderExists(folder) &&
-            paths::TryListFiles(folder, "").value_or(std::vector<std::string>{}).size() > 0) {
-            form_.SetFileListPath(ui::Text(paths::Resolve(folder).value_or(folder)));
-        }
-        form_.Update();
-        form_.MnuWizardsAnimWiz->setEnabled(true);
-    }
-
-private:
-    FrmMain& form_;
-    AppState& state_;
-    platform::Services& services_;
-};
 
 } // namespace
 
@@ -156,10 +93,9 @@ void FrmMain::OpenQcFile(const std::string& path) {
     LstAnimations->clear();
     InitVars();
     state_.Doc.QcFile = path;
-    LoadHost host(*this, state_, services_);
     // A refused question or an unreadable script ends in a new document;
     // the host has said what went wrong.
-    quarle::ReadQcFile(state_.Doc, host, WorkFolder.toStdString());
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString());
 }
 
 // ---------------------------------------------------------------------------
