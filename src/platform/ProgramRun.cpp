@@ -34,14 +34,13 @@ bool ProgramRun::Start(const QString& program, const QStringList& arguments,
     process_.setArguments(arguments);
     process_.setWorkingDirectory(workingFolder);
 #ifdef Q_OS_WIN
-    process_.setCreateProcessArgumentsModifier(
-        [style](QProcess::CreateProcessArguments* args) {
-            args->flags |= CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP;
-            if (style == WindowStyle::Minimised) {
-                args->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
-                args->startupInfo->wShowWindow = SW_SHOWMINIMIZED;
-            }
-        });
+    process_.setCreateProcessArgumentsModifier([style](QProcess::CreateProcessArguments* args) {
+        args->flags |= CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP;
+        if (style == WindowStyle::Minimised) {
+            args->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
+            args->startupInfo->wShowWindow = SW_SHOWMINIMIZED;
+        }
+    });
 #else
     (void)style;
     // A group of its own, so Kill reaches whatever the program starts.

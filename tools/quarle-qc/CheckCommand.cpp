@@ -76,8 +76,8 @@ public:
 
 private:
     void Warn(std::string_view text) {
-        std::fprintf(stderr, "quarle-qc: %s: %.*s\n", file_.c_str(),
-                     static_cast<int>(text.size()), text.data());
+        std::fprintf(stderr, "quarle-qc: %s: %.*s\n", file_.c_str(), static_cast<int>(text.size()),
+                     text.data());
     }
     std::string file_;
 };

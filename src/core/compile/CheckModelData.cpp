@@ -1,10 +1,10 @@
 #include "compile/CheckModelData.h"
 
-#include <algorithm>
-
 #include "compile/CompileFiles.h"
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
+
+#include <algorithm>
 
 namespace quarle::compile {
 

@@ -5,12 +5,12 @@
 // an idle sequence appended to its saved script.
 #pragma once
 
+#include "AppState.h"
+#include "document/Document.h"
+
 #include <array>
 #include <string>
 #include <vector>
-
-#include "AppState.h"
-#include "document/Document.h"
 
 namespace quarle::compile {
 

@@ -1,5 +1,7 @@
 #include "compile/CompileFiles.h"
 
+#include "document/Paths.h"
+
 #include <atomic>
 #include <charconv>
 #include <chrono>
@@ -9,16 +11,18 @@
 #include <iterator>
 #include <system_error>
 
-#include "document/Paths.h"
-
 namespace quarle::compile {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-char Lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+char Lower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 // Where word stands in line on its own (no letter either side), any case.
 bool HasWord(std::string_view line, std::string_view word) {

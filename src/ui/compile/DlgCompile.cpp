@@ -1,5 +1,10 @@
 #include "ui/compile/DlgCompile.h"
 
+#include "localisation/Cp1252.h"
+#include "localisation/GlobalStrings.h"
+#include "platform/Reflection.h"
+#include "ui/localisation/ApplyLanguage.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -10,11 +15,6 @@
 #include <QStringDecoder>
 #include <QStyle>
 #include <QVBoxLayout>
-
-#include "localisation/Cp1252.h"
-#include "localisation/GlobalStrings.h"
-#include "platform/Reflection.h"
-#include "ui/localisation/ApplyLanguage.h"
 
 namespace quarle::ui {
 
@@ -46,7 +46,9 @@ int KindOf(compile::LogKind kind) {
     }
 }
 
-std::string Utf8(const QString& text) { return text.toStdString(); }
+std::string Utf8(const QString& text) {
+    return text.toStdString();
+}
 
 } // namespace
 
@@ -96,15 +98,16 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     ChkViewAfterCompile->setEnabled(false);
     CmdLocalise = platform::Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
     const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView)
-                                           : localise);
+    CmdLocalise->setIcon(
+        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
     CmdLocalise->setFixedSize(26, 26); // 390 twips
     CmdLocalise->setVisible(false);
-    CmdCancel =
-        platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CmdCancel"));
+    CmdCancel = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
+                                  QStringLiteral("CmdCancel"));
     CmdCancel->setEnabled(false);
     CmdCancel->setAutoDefault(false);
-    OKButton = platform::Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    OKButton =
+        platform::Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     TmrCompile = platform::Control(new QTimer(this), QStringLiteral("TmrCompile"));
     TmrCompile->setInterval(50);
@@ -372,6 +375,8 @@ void DlgCompile::OKButton_Click() {
     accept();
 }
 
-void DlgCompile::CmdLocalise_Click() { emit LocaliseRequested(this); }
+void DlgCompile::CmdLocalise_Click() {
+    emit LocaliseRequested(this);
+}
 
 } // namespace quarle::ui

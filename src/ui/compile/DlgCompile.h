@@ -5,6 +5,12 @@
 // be cancelled and gives up after a time limit.
 #pragma once
 
+#include "AppState.h"
+#include "compile/CheckModelData.h"
+#include "compile/CompileFiles.h"
+#include "platform/ProgramRun.h"
+#include "platform/Services.h"
+
 #include <QCheckBox>
 #include <QDialog>
 #include <QLabel>
@@ -12,12 +18,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <chrono>
-
-#include "AppState.h"
-#include "compile/CheckModelData.h"
-#include "compile/CompileFiles.h"
-#include "platform/ProgramRun.h"
-#include "platform/Services.h"
 
 namespace quarle::ui {
 

@@ -2,15 +2,15 @@
 // and a table of global strings whose texts are their keys.
 #pragma once
 
+#include "compile/CheckModelData.h"
+#include "localisation/GlobalStrings.h"
+
 #include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
-
-#include "compile/CheckModelData.h"
-#include "localisation/GlobalStrings.h"
 
 namespace quarle::compile::testing {
 
