@@ -1,19 +1,23 @@
-# Two commands that work on a fresh Debian machine:
+# Commands that work on a fresh Debian machine:
 #   make run    install what is missing, build, start the editor
 #   make test   install what is missing, build, run every test
+#   make bench  time the .smd folder scan against grep (not part of test)
 BUILD      ?= build
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
 PACKAGES   := cmake g++ ninja-build qt6-base-dev libgtest-dev libgmock-dev
 SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: run test deps configure build clean
+.PHONY: run test bench deps configure build clean
 
 run: build
 	cd $(BUILD)/bin && ./quarle
 
 test: build
 	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+bench: configure
+	BUILD=$(abspath $(BUILD)) bench/scan.sh
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \

@@ -112,7 +112,8 @@ void Reference(Writer& w, Random& r, std::size_t bytes, const std::vector<std::s
     w << "triangles";
     w.End();
     while (w.Size() < bytes) {
-        w << textures[static_cast<std::size_t>(r.Between(0, static_cast<std::int64_t>(textures.size()) - 1))];
+        w << textures[static_cast<std::size_t>(
+            r.Between(0, static_cast<std::int64_t>(textures.size()) - 1))];
         w.End();
         for (int v = 0; v < 3; ++v) {
             w << "  " << r.Between(0, Bones - 1);
@@ -156,8 +157,8 @@ int main(int argc, char** argv) {
     std::error_code ec;
     std::filesystem::create_directories(dir, ec);
     Random r(seed);
-    const char* skins[] = {"skin", "face", "arm", "leg", "torso", "helmet", "boots", "chrome",
-                           "belt", "hands"};
+    const char* skins[] = {"skin",   "face",  "arm",    "leg",  "torso",
+                           "helmet", "boots", "chrome", "belt", "hands"};
     std::size_t total = 0;
     for (int i = 0; i < ReferenceFiles; ++i) {
         std::vector<std::string> textures;

@@ -56,6 +56,7 @@ median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print v[int(
 # Warm the cache and check that the tool works.
 cat "${files[@]}" >/dev/null
 "$tool" scan "$data" >"$bench/scan.txt"
+echo "scan: $(grep -c ' reference ' "$bench/scan.txt") reference, $(grep -c ' animation ' "$bench/scan.txt") animation files"
 grep -c triangles "${files[@]}" >/dev/null || true
 
 # cat is the plain read, for reference.

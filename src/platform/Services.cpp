@@ -112,10 +112,9 @@ QString QtFileFilter(const QString& filter) {
             patterns.append(QStringLiteral("*"));
         }
         const QString description = parts[i].trimmed();
-        filters.append(QStringLiteral("%1 (%2)")
-                           .arg(description.isEmpty() ? patterns.join(QLatin1Char(' '))
-                                                      : description,
-                                patterns.join(QLatin1Char(' '))));
+        filters.append(QStringLiteral("%1 (%2)").arg(
+            description.isEmpty() ? patterns.join(QLatin1Char(' ')) : description,
+            patterns.join(QLatin1Char(' '))));
     }
     if (filters.isEmpty() && !filter.trimmed().isEmpty()) {
         filters.append(filter.trimmed()); // a lone pattern without description
@@ -179,15 +178,19 @@ bool QtServices::StartProgram(const QString& program, const QStringList& argumen
 
 QString QtServices::ProgramFolder() {
     QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
-    while (folder.size() > 1 && (folder.endsWith(QLatin1Char('/')) ||
-                                 folder.endsWith(QLatin1Char('\\')))) {
+    while (folder.size() > 1 &&
+           (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
         folder.chop(1);
     }
     return folder;
 }
 
-double QtServices::Rnd() { return random_.generateDouble(); }
+double QtServices::Rnd() {
+    return random_.generateDouble();
+}
 
-double QtServices::Timer() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
+double QtServices::Timer() {
+    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
 
 } // namespace quarle::platform

@@ -25,7 +25,8 @@ class Services {
 public:
     virtual ~Services() = default;
 
-    virtual Answer MsgBox(const QString& text, Buttons buttons, Icon icon, const QString& title) = 0;
+    virtual Answer MsgBox(const QString& text, Buttons buttons, Icon icon,
+                          const QString& title) = 0;
     // Filter as written in the forms: "Bitmap|*.bmp", pairs of description
     // and patterns separated by '|'. nullopt after a cancel.
     virtual std::optional<FilePick> ShowOpen(const QString& title, const QString& filter,

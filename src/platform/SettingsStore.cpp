@@ -53,6 +53,8 @@ void SettingsStore::Set(const QString& key, const QString& value) {
     settings_->endGroup();
 }
 
-void SettingsStore::Sync() { settings_->sync(); }
+void SettingsStore::Sync() {
+    settings_->sync();
+}
 
 } // namespace quarle::platform

@@ -6,18 +6,32 @@ void SetGeometryTwips(QWidget* w, int left, int top, int width, int height) {
     w->setGeometry(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height));
 }
 
-void SetWidthTwips(QWidget* w, int width) { w->resize(ToPixels(width), w->height()); }
+void SetWidthTwips(QWidget* w, int width) {
+    w->resize(ToPixels(width), w->height());
+}
 
-void SetHeightTwips(QWidget* w, int height) { w->resize(w->width(), ToPixels(height)); }
+void SetHeightTwips(QWidget* w, int height) {
+    w->resize(w->width(), ToPixels(height));
+}
 
-void MoveTwips(QWidget* w, int left, int top) { w->move(ToPixels(left), ToPixels(top)); }
+void MoveTwips(QWidget* w, int left, int top) {
+    w->move(ToPixels(left), ToPixels(top));
+}
 
-int WidthTwips(const QWidget* w) { return ToTwips(w->width()); }
+int WidthTwips(const QWidget* w) {
+    return ToTwips(w->width());
+}
 
-int HeightTwips(const QWidget* w) { return ToTwips(w->height()); }
+int HeightTwips(const QWidget* w) {
+    return ToTwips(w->height());
+}
 
-int LeftTwips(const QWidget* w) { return ToTwips(w->x()); }
+int LeftTwips(const QWidget* w) {
+    return ToTwips(w->x());
+}
 
-int TopTwips(const QWidget* w) { return ToTwips(w->y()); }
+int TopTwips(const QWidget* w) {
+    return ToTwips(w->y());
+}
 
 } // namespace quarle::platform

@@ -13,7 +13,9 @@ constexpr int ToPixels(int twips) {
     return twips >= 0 ? (twips + TwipsPerPixel / 2) / TwipsPerPixel
                       : -((-twips + TwipsPerPixel / 2) / TwipsPerPixel);
 }
-constexpr int ToTwips(int pixels) { return pixels * TwipsPerPixel; }
+constexpr int ToTwips(int pixels) {
+    return pixels * TwipsPerPixel;
+}
 
 // Place and size a widget in twips, relative to its parent. Width and height
 // are those of the widget itself (for a window, without its frame).

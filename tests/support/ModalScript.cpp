@@ -11,7 +11,9 @@ ModalScript::ModalScript(Script script, int timeoutMs, int pollMs)
     timer_.start();
 }
 
-ModalScript::~ModalScript() { timer_.stop(); }
+ModalScript::~ModalScript() {
+    timer_.stop();
+}
 
 void ModalScript::Poll() {
     QWidget* modal = QApplication::activeModalWidget();

@@ -7,11 +7,16 @@ namespace quarle::test {
 using platform::Answer;
 using platform::FilePick;
 
-ScriptedServices::ScriptedServices() : ProgramFolderPath(QStringLiteral(QUARLE_BINARY_DIR "/bin")) {}
+ScriptedServices::ScriptedServices()
+    : ProgramFolderPath(QStringLiteral(QUARLE_BINARY_DIR "/bin")) {}
 
-ScriptedServices::~ScriptedServices() { VerifyAllUsed(); }
+ScriptedServices::~ScriptedServices() {
+    VerifyAllUsed();
+}
 
-void ScriptedServices::QueueMsgBox(Answer answer) { msgBoxAnswers_.append(answer); }
+void ScriptedServices::QueueMsgBox(Answer answer) {
+    msgBoxAnswers_.append(answer);
+}
 
 void ScriptedServices::QueueOpen(std::optional<FilePick> pick) {
     openAnswers_.append(std::move(pick));
@@ -39,8 +44,8 @@ void ScriptedServices::VerifyAllUsed() {
     saveAnswers_.clear();
 }
 
-Answer ScriptedServices::MsgBox(const QString& text, platform::Buttons buttons,
-                                platform::Icon icon, const QString& title) {
+Answer ScriptedServices::MsgBox(const QString& text, platform::Buttons buttons, platform::Icon icon,
+                                const QString& title) {
     prompts_.append(Prompt{QStringLiteral("MsgBox"), text, title, buttons, icon, {}, {}});
     if (msgBoxAnswers_.isEmpty()) {
         ADD_FAILURE() << "Unexpected message box: \"" << text.toStdString() << "\" (title \""

@@ -1,12 +1,203 @@
+// check IN.qc [--language FILE] [--studiomdl PATH]: loads IN as the editor's
+// open command does, keeping every folder and part that cannot be found as
+// the script wrote it, and runs the checks ahead of a compile. Prints their
+// rows as the compile dialog lists them, one a line, in the texts of
+// english.lng beside this program (or of FILE). The compiler is looked at
+// only when PATH is given. The script itself is not changed: a model without
+// animations shows its warning, but no idle line is appended.
+//
+// Exit status: 1 when the checks found an error, 0 when not, 2 for a usage
+// error or a script or language file that cannot be read.
 #include <cstdio>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <system_error>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include "Commands.h"
+#include "compile/CheckModelData.h"
+#include "document/Document.h"
+#include "document/Paths.h"
+#include "document/QcReader.h"
+#include "localisation/LanguageFile.h"
 
 namespace quarle::qc {
 
-int RunCheck(const Args&) {
-    std::fprintf(stderr, "quarle-qc: 'check' is not built yet\n");
+namespace {
+
+namespace fs = std::filesystem;
+
+class CheckReaderHost : public ReaderHost {
+public:
+    CheckReaderHost(Document& doc, const compile::IdsTextTable& texts, std::string script)
+        : doc_(doc), texts_(texts), script_(std::move(script)) {}
+
+    int AnimationRows() const { return rows_; }
+
+    std::string Text(Ids key) override { return texts_[static_cast<std::size_t>(key)]; }
+    std::string NewDir(const std::string& oldDir, const std::string&,
+                       FolderQuestion what) override {
+        return what == FolderQuestion::IncludeFile ? paths::FolderOf(oldDir) : oldDir;
+    }
+    std::string PickPartFile(const std::string& missingFile, const std::string&,
+                             const std::string&) override {
+        return missingFile;
+    }
+    void NewDocument() override {
+        InitVars(doc_);
+        rows_ = 0;
+    }
+    void AddAnimation(const std::string&) override { ++rows_; }
+    void Problem(ReadProblem kind, const std::string& detail) override {
+        std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
+                     DescribeProblem(kind, detail).c_str());
+    }
+    void LoadFinished() override {}
+
+private:
+    Document& doc_;
+    const compile::IdsTextTable& texts_;
+    std::string script_;
+    int rows_ = 0;
+};
+
+class StderrLanguageHost : public LanguageHost {
+public:
+    explicit StderrLanguageHost(std::string file) : file_(std::move(file)) {}
+    void IncompleteWarning() override { Warn(IncompleteWarningText); }
+    void OutdatedWarning() override { Warn(OutdatedWarningText); }
+
+private:
+    void Warn(std::string_view text) {
+        std::fprintf(stderr, "quarle-qc: %s: %.*s\n", file_.c_str(), static_cast<int>(text.size()),
+                     text.data());
+    }
+    std::string file_;
+};
+
+// A fresh folder for the reader's working file, removed again at the end.
+class WorkFolder {
+public:
+    WorkFolder() {
+        std::error_code ec;
+        const fs::path base = fs::temp_directory_path(ec);
+        std::random_device random;
+        for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
+            const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
+            if (fs::create_directory(candidate, ec) && !ec) {
+                path_ = candidate.string();
+            }
+        }
+    }
+    ~WorkFolder() {
+        std::error_code ignored;
+        if (!path_.empty()) {
+            fs::remove_all(path_, ignored);
+        }
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+// The folder of this executable; empty when the host cannot tell.
+fs::path ProgramFolder() {
+    std::error_code ec;
+#ifdef _WIN32
+    wchar_t buffer[MAX_PATH * 4];
+    const DWORD n = GetModuleFileNameW(nullptr, buffer, static_cast<DWORD>(std::size(buffer)));
+    if (n == 0 || n >= std::size(buffer)) {
+        return {};
+    }
+    return fs::path(std::wstring(buffer, n)).parent_path();
+#else
+    const fs::path self = fs::read_symlink("/proc/self/exe", ec);
+    return ec ? fs::path() : self.parent_path();
+#endif
+}
+
+int Usage() {
+    std::fprintf(stderr, "usage: quarle-qc check IN.qc [--language FILE] [--studiomdl PATH]\n");
     return 2;
+}
+
+} // namespace
+
+int RunCheck(const Args& args) {
+    std::string in;
+    std::string language;
+    std::optional<std::string> studioMdl;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg == "--language" && i + 1 < args.size()) {
+            language = args[++i];
+        } else if (arg == "--studiomdl" && i + 1 < args.size()) {
+            studioMdl = args[++i];
+        } else if (arg.starts_with("--") || !in.empty()) {
+            return Usage();
+        } else {
+            in = arg;
+        }
+    }
+    if (in.empty()) {
+        return Usage();
+    }
+
+    // Texts: a file named on the command line must be there; without one,
+    // english.lng beside the program, and the keys themselves when it is gone.
+    compile::IdsTextTable texts{};
+    const bool named = !language.empty();
+    const fs::path languageFile = named ? fs::path(language) : ProgramFolder() / "english.lng";
+    const auto lines = ReadLanguageLines(languageFile);
+    if (lines) {
+        StderrLanguageHost host(languageFile.string());
+        ReadGlobalStrings(*lines, texts, host);
+    } else if (named) {
+        std::fprintf(stderr, "quarle-qc: cannot read the language file %s\n", language.c_str());
+        return 2;
+    } else {
+        std::fprintf(stderr, "quarle-qc: %s not found; rows show the keys of their texts\n",
+                     languageFile.string().c_str());
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            texts[i] = IdsKeyTable[i];
+        }
+    }
+
+    WorkFolder work;
+    if (work.Path().empty()) {
+        std::fprintf(stderr, "quarle-qc: no temporary folder for the working file\n");
+        return 2;
+    }
+    // The open command: reset, name the script, read.
+    auto doc = std::make_unique<Document>();
+    InitVars(*doc);
+    doc->QcFile = in;
+    CheckReaderHost host(*doc, texts, in);
+    if (ReadQcFile(*doc, host, work.Path()) != ReadOutcome::Loaded) {
+        return 2;
+    }
+
+    compile::CheckInput input;
+    input.StudioMdlPath = studioMdl ? &*studioMdl : nullptr;
+    input.AnimationRows = host.AnimationRows();
+    input.Texts = &texts;
+    input.AppendIdleLine = false;
+    const compile::CheckResult result = compile::CheckModelData(*doc, input);
+    for (const compile::CheckRow& row : result.Rows) {
+        std::printf("%s\n", row.Text.c_str());
+    }
+    return result.ErrorCount > 0 ? 1 : 0;
 }
 
 } // namespace quarle::qc

@@ -13,13 +13,13 @@
 //
 // Exit status: 0; 1 when a file of the folder could not be read (it is left
 // out, with a message); 2 when DIR is not a readable folder.
-#include <charconv>
-#include <cstdio>
-#include <string>
-
 #include "Commands.h"
 #include "document/Paths.h"
 #include "document/SmdScan.h"
+
+#include <charconv>
+#include <cstdio>
+#include <string>
 
 namespace quarle::qc {
 
@@ -53,7 +53,8 @@ int RunScan(const Args& args) {
             out += '-';
         }
         out += ' ';
-        out.append(number, std::to_chars(number, number + sizeof number, facts.Textures.size()).ptr);
+        out.append(number,
+                   std::to_chars(number, number + sizeof number, facts.Textures.size()).ptr);
         out += '\n';
         for (const std::string& texture : facts.Textures) {
             out += "  ";

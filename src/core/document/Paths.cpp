@@ -101,9 +101,13 @@ Style HostStyle() {
 #endif
 }
 
-bool IsSeparator(char c, Style) { return c == '\\' || c == '/'; }
+bool IsSeparator(char c, Style) {
+    return c == '\\' || c == '/';
+}
 
-char Separator(Style style) { return style == Style::Windows ? '\\' : '/'; }
+char Separator(Style style) {
+    return style == Style::Windows ? '\\' : '/';
+}
 
 bool IsAbsolute(std::string_view path, Style style) {
     if (path.size() >= 2 && path[1] == ':') {
@@ -223,9 +227,13 @@ std::optional<std::string> Resolve(const std::string& path) {
     return FromFsPath(*found);
 }
 
-bool FileExists(const std::string& path) { return ResolveAs(path, Kind::File).has_value(); }
+bool FileExists(const std::string& path) {
+    return ResolveAs(path, Kind::File).has_value();
+}
 
-bool FolderExists(const std::string& path) { return ResolveAs(path, Kind::Folder).has_value(); }
+bool FolderExists(const std::string& path) {
+    return ResolveAs(path, Kind::Folder).has_value();
+}
 
 std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
                                                      std::string_view ext) {

@@ -20,12 +20,12 @@
 // holding a byte that can start its word) are cut into values.
 #pragma once
 
+#include "document/Document.h"
+
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "document/Document.h"
 
 namespace quarle {
 

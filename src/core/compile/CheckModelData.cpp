@@ -1,0 +1,163 @@
+#include "compile/CheckModelData.h"
+
+#include "compile/CompileFiles.h"
+#include "document/Paths.h"
+#include "localisation/GlobalStrings.h"
+
+#include <algorithm>
+
+namespace quarle::compile {
+
+namespace {
+
+class Checker {
+public:
+    Checker(const CheckInput& input, CheckHost* host) : input_(input), host_(host) {}
+
+    const std::string& Text(Ids id) const {
+        static const std::string none;
+        return input_.Texts ? (*input_.Texts)[id] : none;
+    }
+
+    void Add(std::string text, RowKind kind) {
+        CheckRow row{std::move(text), kind};
+        if (kind == RowKind::Error) {
+            ++result_.ErrorCount;
+        }
+        if (host_) {
+            host_->AddRow(row);
+        }
+        result_.Rows.push_back(std::move(row));
+    }
+    void Warning(std::string text) { Add(std::move(text), RowKind::Warning); }
+    void Error(std::string text) { Add(std::move(text), RowKind::Error); }
+
+    CheckResult Take() { return std::move(result_); }
+
+private:
+    const CheckInput& input_;
+    CheckHost* host_;
+    CheckResult result_;
+};
+
+// Counters come from scripts and forms that do not test them; never index
+// past a table.
+int GroupsInUse(const Document& doc) {
+    return std::min<int>(doc.BodyGroupCount, limits::LastBodyGroup);
+}
+int PartsInUse(const BodyGroupRec& group) {
+    return std::min<int>(group.PartCount, limits::LastPart);
+}
+
+bool HasReferencePart(const Document& doc) {
+    for (int g = 1; g <= GroupsInUse(doc); ++g) {
+        const BodyGroupRec& group = doc.BodyGroups[g];
+        for (int p = 1; p <= PartsInUse(group); ++p) {
+            if (!group.Parts[p].empty() && group.Parts[p] != Blank) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void CheckCompiler(Checker& c, const std::string& studioMdl) {
+    if (studioMdl.empty()) {
+        c.Error(c.Text(IDS_ERROR_STUDIOMDLPATH));
+    } else if (!paths::FileExists(studioMdl)) {
+        c.Error(c.Text(IDS_ERROR_STUDIOMDL));
+    } else if (studioMdl.find(' ') != std::string::npos) {
+        c.Warning(c.Text(IDS_WARNING_SPACES_PART1));
+        c.Warning(c.Text(IDS_WARNING_SPACES_PART2));
+    }
+}
+
+void CheckAnimation(Checker& c, const AnimRec& anim) {
+    if (anim.Name.empty()) {
+        c.Error(c.Text(IDS_ERROR_ANIMATIONNAME_PART1) + " " + anim.SmdFile +
+                c.Text(IDS_ERROR_ANIMATIONNAME_PART2));
+    }
+    if (anim.Fps == 0) {
+        c.Warning(c.Text(IDS_WARNING_FPS_PART1) + " " + anim.Name + " " +
+                  c.Text(IDS_WARNING_FPS_PART2));
+    }
+    // An activity needs its weight behind the name: the last character must
+    // not be above the digit 9 in code.
+    if (!anim.ActivityId.empty() && static_cast<unsigned char>(anim.ActivityId.back()) > '9') {
+        c.Warning(c.Text(IDS_WARNING_MISSINGNUMBER) + " " + anim.Name);
+    }
+    if (anim.FrameLimit == 1 && anim.FrameStart > anim.FrameEnd) {
+        c.Error(c.Text(IDS_ERROR_STARTFRAME_PART1) + " " + anim.SmdFile +
+                c.Text(IDS_ERROR_STARTFRAME_PART2));
+    }
+}
+
+} // namespace
+
+std::string IdleSequenceLine(const Document& doc) {
+    return "$sequence idle \"" + doc.BodyGroups[1].Parts[1] + "\"";
+}
+
+CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* host) {
+    Checker c(input, host);
+
+    // 1-3: the compiler. A blank in its path is only looked at when the
+    // file is there; the batch line would break at it.
+    if (input.StudioMdlPath) {
+        CheckCompiler(c, *input.StudioMdlPath);
+    }
+
+    // 4: the textures are taken from the model folder when none is set. The
+    // saved script keeps its empty path for this compile.
+    if (doc.TexturePath.empty()) {
+        c.Warning(c.Text(IDS_WARNING_TEXTUREPATH));
+        doc.TexturePath = doc.ModelPath;
+    }
+
+    // 5
+    if (doc.ModelPath.empty()) {
+        c.Error(c.Text(IDS_ERROR_MODELPATH));
+    }
+
+    // 6: groups without parts.
+    for (int g = 1; g <= GroupsInUse(doc); ++g) {
+        const BodyGroupRec& group = doc.BodyGroups[g];
+        if (group.PartCount == 0) {
+            c.Warning(c.Text(IDS_WARNING_BODYGROUP_PART1) + " \"" + group.Name + "\" " +
+                      c.Text(IDS_WARNING_BODYGROUP_PART2));
+        }
+    }
+
+    // 7: at least one real mesh somewhere.
+    if (!HasReferencePart(doc)) {
+        c.Error(c.Text(IDS_ERROR_NOREFERENCEMODEL));
+    }
+
+    // 8: the compiler wants a sequence; give it the reference as an idle
+    // pose. Only the saved script gets the line, so the next save drops it.
+    if (input.AnimationRows == 0) {
+        c.Warning(c.Text(IDS_WARNING_IDLEANIMATION));
+        if (input.AppendIdleLine) {
+            std::string failure = AppendScriptLine(doc.QcFile, IdleSequenceLine(doc));
+            if (!failure.empty()) {
+                c.Error("The idle animation could not be added to the script \"" + doc.QcFile +
+                        "\": " + failure);
+            }
+        }
+    }
+
+    // 9: each group up to its first slot without a file.
+    for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+        for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+            const AnimRec& anim = doc.Anims[g][s];
+            if (anim.SmdFile.empty()) {
+                break;
+            }
+            CheckAnimation(c, anim);
+        }
+    }
+
+    return c.Take();
+}
+
+} // namespace quarle::compile

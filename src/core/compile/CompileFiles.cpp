@@ -1,0 +1,327 @@
+#include "compile/CompileFiles.h"
+
+#include "document/Paths.h"
+
+#include <atomic>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace quarle::compile {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+char Lower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// Where word stands in line on its own (no letter either side), any case.
+bool HasWord(std::string_view line, std::string_view word) {
+    for (std::size_t i = 0; i + word.size() <= line.size(); ++i) {
+        bool match = true;
+        for (std::size_t k = 0; k < word.size() && match; ++k) {
+            match = Lower(line[i + k]) == word[k];
+        }
+        if (!match) {
+            continue;
+        }
+        const bool before = i > 0 && IsLetter(line[i - 1]);
+        const bool after = i + word.size() < line.size() && IsLetter(line[i + word.size()]);
+        if (!before && !after) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string Num(long long value) {
+    char buffer[24];
+    auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, end);
+}
+
+std::string Plural(int count, const char* word) {
+    return Num(count) + " " + word + (count == 1 ? "" : "s");
+}
+
+fs::path PathOf(const std::string& utf8) {
+    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+} // namespace
+
+ScriptStyle HostScriptStyle() {
+#ifdef _WIN32
+    return ScriptStyle::Batch;
+#else
+    return ScriptStyle::Posix;
+#endif
+}
+
+const char* ScriptFileName(ScriptStyle style) {
+    return style == ScriptStyle::Batch ? "compile.bat" : "compile.sh";
+}
+
+std::string ShellQuote(std::string_view text) {
+    std::string out = "'";
+    for (char c : text) {
+        if (c == '\'') {
+            out += "'\\''";
+        } else {
+            out += c;
+        }
+    }
+    out += '\'';
+    return out;
+}
+
+bool IsWindowsExecutable(std::string_view program) {
+    constexpr std::string_view ext = ".exe";
+    if (program.size() < ext.size()) {
+        return false;
+    }
+    std::string_view tail = program.substr(program.size() - ext.size());
+    for (std::size_t i = 0; i < ext.size(); ++i) {
+        if (Lower(tail[i]) != ext[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
+                              std::string_view qcFile) {
+    std::string text;
+    if (style == ScriptStyle::Batch) {
+        // The interpreter expands %NAME% even inside quotes.
+        auto escape = [](std::string_view s) {
+            std::string out;
+            for (char c : s) {
+                out += c;
+                if (c == '%') {
+                    out += '%';
+                }
+            }
+            return out;
+        };
+        text += escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName + "\r\n";
+        text += std::string("echo Fertig >") + MarkerFileName + "\r\n";
+    } else {
+        if (IsWindowsExecutable(studioMdlPath)) {
+            text += "wine ";
+        }
+        text += ShellQuote(studioMdlPath) + " " + ShellQuote(qcFile) + " >>" + LogFileName + "\n";
+        text += std::string("echo Fertig $? >") + MarkerFileName + "\n";
+    }
+    return text;
+}
+
+ScriptLaunch LaunchForScript(ScriptStyle style) {
+    if (style == ScriptStyle::Batch) {
+        return {"cmd.exe", {"/c", ScriptFileName(style)}};
+    }
+    return {"/bin/sh", {ScriptFileName(style)}};
+}
+
+std::string WriteFileReplacing(const std::string& path, std::string_view bytes) {
+    static std::atomic<unsigned> counter{0};
+    const fs::path target = PathOf(path);
+    fs::path temp = target;
+    temp += ".tmp" + Num(static_cast<long long>(counter++));
+    {
+        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+        if (!out) {
+            return "the file cannot be written in its folder.";
+        }
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        out.close();
+        if (!out) {
+            std::error_code ignored;
+            fs::remove(temp, ignored);
+            return "writing the file failed.";
+        }
+    }
+    std::error_code ec;
+    fs::rename(temp, target, ec);
+    if (ec) {
+        std::error_code ignored;
+        fs::remove(temp, ignored);
+        return "the file cannot be replaced (" + ec.message() + ").";
+    }
+    return {};
+}
+
+std::string AppendScriptLine(const std::string& path, const std::string& line) {
+    if (path.empty()) {
+        return "the model has not been saved.";
+    }
+    std::ifstream in(PathOf(path), std::ios::binary);
+    if (!in) {
+        return "the file cannot be read.";
+    }
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (in.bad()) {
+        return "the file cannot be read.";
+    }
+    in.close();
+    if (!bytes.empty() && bytes.back() != '\n') {
+        bytes += "\r\n";
+    }
+    bytes += line;
+    bytes += "\r\n";
+    return WriteFileReplacing(path, bytes);
+}
+
+std::string DeleteRunFiles(const std::string& folder) {
+    std::string failure;
+    for (const char* name : {LogFileName, MarkerFileName}) {
+        const std::string path = paths::Join(folder, name);
+        std::error_code ec;
+        fs::remove(PathOf(path), ec);
+        if (ec) {
+            failure += (failure.empty() ? "" : " ") + std::string(name) + " cannot be deleted (" +
+                       ec.message() + ").";
+        }
+    }
+    return failure;
+}
+
+std::string WriteCompileScript(const std::string& folder, ScriptStyle style,
+                               std::string_view studioMdlPath, std::string_view qcFile) {
+    return WriteFileReplacing(paths::Join(folder, ScriptFileName(style)),
+                              CompileScriptText(style, studioMdlPath, qcFile));
+}
+
+std::vector<std::string> ReadLines(const std::string& path) {
+    std::vector<std::string> lines;
+    std::ifstream in(PathOf(path), std::ios::binary);
+    std::string line;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        lines.push_back(std::move(line));
+        line.clear();
+    }
+    return lines;
+}
+
+std::optional<int> MarkerExitStatus(const std::string& markerPath) {
+    std::vector<std::string> lines = ReadLines(markerPath);
+    if (lines.empty()) {
+        return std::nullopt;
+    }
+    std::string_view text = lines.front();
+    const std::string_view word = "Fertig";
+    if (text.substr(0, word.size()) != word) {
+        return std::nullopt;
+    }
+    text.remove_prefix(word.size());
+    while (!text.empty() && text.front() == ' ') {
+        text.remove_prefix(1);
+    }
+    int status = 0;
+    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), status);
+    if (ec != std::errc() || end == text.data()) {
+        return std::nullopt;
+    }
+    return status;
+}
+
+LogKind ClassifyLogLine(std::string_view line) {
+    if (HasWord(line, "error")) {
+        return LogKind::Error;
+    }
+    if (HasWord(line, "warning")) {
+        return LogKind::Warning;
+    }
+    return LogKind::Plain;
+}
+
+FileStamp StampOf(const std::string& path) {
+    FileStamp stamp;
+    if (path.empty()) {
+        return stamp;
+    }
+    const std::optional<std::string> resolved = paths::Resolve(path);
+    if (!resolved) {
+        return stamp;
+    }
+    std::error_code ec;
+    const fs::path p = PathOf(*resolved);
+    if (!fs::is_regular_file(p, ec)) {
+        return stamp;
+    }
+    stamp.Exists = true;
+    stamp.Size = fs::file_size(p, ec);
+    stamp.WriteTime = fs::last_write_time(p, ec).time_since_epoch().count();
+    return stamp;
+}
+
+ModelChange CompareStamps(const FileStamp& before, const FileStamp& after) {
+    if (!after.Exists) {
+        return ModelChange::NotWritten;
+    }
+    if (!before.Exists) {
+        return ModelChange::Created;
+    }
+    return before == after ? ModelChange::Unchanged : ModelChange::Rewritten;
+}
+
+std::string DescribeOutcome(const RunOutcome& o) {
+    if (o.End == RunEnd::NotRun) {
+        return "Not compiled: the checks found " + Plural(o.CheckErrors, "error") + ".";
+    }
+    if (o.End == RunEnd::NotStarted) {
+        return "Not compiled: the compile script could not be started.";
+    }
+    const std::string seconds = Num(std::llround(o.Seconds)) + " s";
+    std::string text;
+    switch (o.End) {
+    case RunEnd::Finished:
+        if (!o.ExitStatus) {
+            text = "Compiler finished (exit status not reported)";
+        } else if (*o.ExitStatus == 126 || *o.ExitStatus == 127) {
+            text = "Compiler could not be run (exit status " + Num(*o.ExitStatus) + ")";
+        } else {
+            text = "Compiler finished with exit status " + Num(*o.ExitStatus);
+        }
+        break;
+    case RunEnd::Cancelled:
+        text = "Compile cancelled after " + seconds;
+        break;
+    case RunEnd::TimedOut:
+        text = "Compile stopped: no result after " + seconds;
+        break;
+    default:
+        text = "The compile script ended without leaving its marker";
+        break;
+    }
+    text += "; log: " + Plural(o.LogErrors, "error") + ", " + Plural(o.LogWarnings, "warning");
+    switch (o.Model) {
+    case ModelChange::Created:
+        text += "; model written: " + o.ModelPath;
+        break;
+    case ModelChange::Rewritten:
+        text += "; model rewritten: " + o.ModelPath;
+        break;
+    case ModelChange::Unchanged:
+        text += "; model not changed: " + o.ModelPath;
+        break;
+    case ModelChange::NotWritten:
+        text += "; no model written";
+        break;
+    }
+    return text + ".";
+}
+
+} // namespace quarle::compile

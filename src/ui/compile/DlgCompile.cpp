@@ -1,0 +1,382 @@
+#include "ui/compile/DlgCompile.h"
+
+#include "localisation/Cp1252.h"
+#include "localisation/GlobalStrings.h"
+#include "platform/Reflection.h"
+#include "ui/localisation/ApplyLanguage.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QPixmap>
+#include <QStringDecoder>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace quarle::ui {
+
+namespace {
+
+constexpr int PlainRow = 0;
+constexpr int WarningRow = 1;
+constexpr int ErrorRow = 2;
+
+int KindOf(compile::RowKind kind) {
+    switch (kind) {
+    case compile::RowKind::Warning:
+        return WarningRow;
+    case compile::RowKind::Error:
+        return ErrorRow;
+    default:
+        return PlainRow;
+    }
+}
+
+int KindOf(compile::LogKind kind) {
+    switch (kind) {
+    case compile::LogKind::Warning:
+        return WarningRow;
+    case compile::LogKind::Error:
+        return ErrorRow;
+    default:
+        return PlainRow;
+    }
+}
+
+std::string Utf8(const QString& text) {
+    return text.toStdString();
+}
+
+} // namespace
+
+QString LogLineText(const std::string& bytes) {
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    if (!utf8.hasError()) {
+        return text;
+    }
+    return QString::fromStdString(Cp1252ToUtf8(bytes));
+}
+
+// Shows each row of the checks the moment it is found.
+class DlgCompile::RowHost : public compile::CheckHost {
+public:
+    explicit RowHost(DlgCompile& form) : form_(form) {}
+    void AddRow(const compile::CheckRow& row) override {
+        form_.AddRow(QString::fromStdString(row.Text), KindOf(row.Kind));
+        form_.Repaint(false);
+    }
+
+private:
+    DlgCompile& form_;
+};
+
+DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animationRows,
+                       QWidget* parent, CompileOptions options)
+    : QDialog(parent), state_(state), services_(services), animationRows_(animationRows),
+      options_(std::move(options)) {
+    setObjectName(QStringLiteral("DlgCompile"));
+    setWindowTitle(QStringLiteral("Compiliere"));
+    setModal(true);
+    folder_ = options_.WorkingFolder.isEmpty() ? QDir::currentPath() : options_.WorkingFolder;
+
+    List1 = platform::Control(new QListWidget(this), QStringLiteral("List1"));
+    List1->setSelectionMode(QAbstractItemView::SingleSelection);
+    List1->setMinimumSize(560, 260);
+    List1->setIconSize(QSize(14, 14));
+    LblStatus = platform::Control(new QLabel(this), QStringLiteral("LblStatus"));
+    LblStatus->setWordWrap(true);
+    LblStatus->setMinimumHeight(2 * LblStatus->fontMetrics().lineSpacing());
+    LblStatus->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    LblStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    ChkViewAfterCompile = platform::Control(
+        new QCheckBox(QStringLiteral("Model nach dem Kompilieren mit Viewer öffnen"), this),
+        QStringLiteral("ChkViewAfterCompile"));
+    ChkViewAfterCompile->setEnabled(false);
+    CmdLocalise = platform::Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
+    const QIcon localise(QStringLiteral(":/icons/localise.png"));
+    CmdLocalise->setIcon(
+        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
+    CmdLocalise->setFixedSize(26, 26); // 390 twips
+    CmdLocalise->setVisible(false);
+    CmdCancel = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
+                                  QStringLiteral("CmdCancel"));
+    CmdCancel->setEnabled(false);
+    CmdCancel->setAutoDefault(false);
+    OKButton =
+        platform::Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    OKButton->setDefault(true);
+    TmrCompile = platform::Control(new QTimer(this), QStringLiteral("TmrCompile"));
+    TmrCompile->setInterval(50);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(ChkViewAfterCompile);
+    buttons->addStretch();
+    buttons->addWidget(CmdLocalise);
+    buttons->addWidget(CmdCancel);
+    buttons->addWidget(OKButton);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(List1, 1);
+    layout->addWidget(LblStatus);
+    layout->addLayout(buttons);
+
+    connect(TmrCompile, &QTimer::timeout, this, &DlgCompile::TmrCompile_Timer);
+    connect(OKButton, &QPushButton::clicked, this, &DlgCompile::OKButton_Click);
+    connect(CmdCancel, &QPushButton::clicked, this, &DlgCompile::CmdCancel_Click);
+    connect(CmdLocalise, &QPushButton::clicked, this, &DlgCompile::CmdLocalise_Click);
+
+    Form_Load();
+}
+
+DlgCompile::~DlgCompile() = default;
+
+QString DlgCompile::Ids(int id) const {
+    return QString::fromStdString(state_.IdsTexts[static_cast<std::size_t>(id)]);
+}
+
+void DlgCompile::Form_Load() {
+    ApplyLanguage(state_, services_, this);
+    setWindowTitle(Ids(IDS_COMPILE) + QLatin1Char(' ') + QString::fromStdString(state_.Doc.QcFile));
+    // TmrCompile is started when the form comes up (showEvent).
+    OKButton->setEnabled(false);
+    const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+    if (!viewer.isEmpty() && platform::ProgramExists(viewer)) {
+        ChkViewAfterCompile->setEnabled(true);
+    }
+    AddRow(Ids(IDS_CHECKMODELINFO));
+    if (state_.LocalisationMode) {
+        CmdLocalise->setVisible(true);
+    }
+}
+
+void DlgCompile::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!ticked_ && !TmrCompile->isActive()) {
+        TmrCompile->start();
+    }
+}
+
+void DlgCompile::AddRow(const QString& text, int kind) {
+    auto* item = new QListWidgetItem(text);
+    item->setData(KindRole, kind);
+    // Plain rows get an empty picture, so that every row's text starts
+    // in the same column.
+    static const QIcon none = [] {
+        QPixmap empty(14, 14);
+        empty.fill(Qt::transparent);
+        return QIcon(empty);
+    }();
+    item->setIcon(none);
+    if (kind == ErrorRow) {
+        item->setForeground(QColor(0xb0, 0x00, 0x20));
+        item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxCritical));
+    } else if (kind == WarningRow) {
+        item->setForeground(QColor(0x9a, 0x5b, 0x00));
+        item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    }
+    List1->addItem(item);
+}
+
+void DlgCompile::Repaint(bool userInput) {
+    List1->scrollToBottom();
+    QCoreApplication::processEvents(userInput ? QEventLoop::AllEvents
+                                              : QEventLoop::ExcludeUserInputEvents);
+}
+
+void DlgCompile::TmrCompile_Timer() {
+    TmrCompile->stop();
+    if (ticked_) {
+        return;
+    }
+    ticked_ = true;
+    running_ = true;
+    CmdLocalise->setEnabled(false);
+
+    compile::CheckInput input;
+    input.StudioMdlPath = &state_.Settings.StudioMdlPath;
+    input.AnimationRows = animationRows_;
+    input.Texts = &state_.IdsTexts;
+    RowHost host(*this);
+    const compile::CheckResult checks = compile::CheckModelData(state_.Doc, input, &host);
+    outcome_ = {};
+    outcome_.CheckErrors = checks.ErrorCount;
+
+    AddRow(QStringLiteral(" "));
+    Repaint(false);
+
+    if (checks.ErrorCount == 0) {
+        AddRow(Ids(IDS_COMPILEMODEL));
+        Repaint(false);
+        RunCompiler();
+    } else {
+        AddRow(Ids(IDS_CANTCOMPILE));
+    }
+
+    AddRow(Ids(IDS_DONE) + QStringLiteral(" (") + QString::number(checks.ErrorCount) +
+           QLatin1Char(' ') + Ids(IDS_ERRORS) + QLatin1Char(')'));
+    LblStatus->setText(QString::fromStdString(compile::DescribeOutcome(outcome_)));
+    CmdCancel->setEnabled(false);
+    CmdLocalise->setEnabled(true);
+    running_ = false;
+    OKButton->setEnabled(true);
+    OKButton->setFocus();
+    List1->scrollToBottom();
+}
+
+void DlgCompile::RunCompiler() {
+    const std::string folder = Utf8(folder_);
+    const compile::ScriptStyle style = compile::HostScriptStyle();
+    const QString scriptName = QString::fromLatin1(compile::ScriptFileName(style));
+    outcome_.ModelPath = state_.Doc.ModelName;
+
+    // A marker left from an earlier run would end the wait at once.
+    const std::string deleteFailure = compile::DeleteRunFiles(folder);
+    const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
+    if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
+        AddRow(QStringLiteral("The compile cannot start: ") + QString::fromStdString(deleteFailure),
+               ErrorRow);
+        outcome_.End = compile::RunEnd::NotStarted;
+        return;
+    }
+
+    const std::string writeFailure = compile::WriteCompileScript(
+        folder, style, state_.Settings.StudioMdlPath, state_.Doc.QcFile);
+    if (!writeFailure.empty()) {
+        AddRow(scriptName + QStringLiteral(" cannot be written in ") + folder_ +
+                   QStringLiteral(": ") + QString::fromStdString(writeFailure),
+               ErrorRow);
+        outcome_.End = compile::RunEnd::NotStarted;
+        return;
+    }
+
+    const compile::FileStamp before = compile::StampOf(state_.Doc.ModelName);
+    const compile::ScriptLaunch launch = compile::LaunchForScript(style);
+    QStringList arguments;
+    for (const std::string& a : launch.Arguments) {
+        arguments << QString::fromStdString(a);
+    }
+    delete run_;
+    run_ = new platform::ProgramRun(this);
+    QElapsedTimer clock;
+    clock.start();
+    if (!run_->Start(QString::fromStdString(launch.Program), arguments, folder_,
+                     platform::WindowStyle::Minimised)) {
+        AddRow(scriptName + QStringLiteral(" cannot be started: ") + run_->ErrorText(), ErrorRow);
+        outcome_.End = compile::RunEnd::NotStarted;
+        return;
+    }
+
+    outcome_.End = WaitForMarker(marker);
+    outcome_.Seconds = static_cast<double>(clock.elapsed()) / 1000.0;
+    switch (outcome_.End) {
+    case compile::RunEnd::Cancelled:
+        run_->Kill();
+        AddRow(QStringLiteral("Compile cancelled; the compiler was stopped."), ErrorRow);
+        break;
+    case compile::RunEnd::TimedOut:
+        run_->Kill();
+        AddRow(QStringLiteral("Compile stopped: no result after %1 s.")
+                   .arg(static_cast<double>(options_.TimeLimit.count()) / 1000.0),
+               ErrorRow);
+        break;
+    case compile::RunEnd::ScriptEnded:
+        AddRow(scriptName + QStringLiteral(" ended without writing ") +
+                   QString::fromLatin1(compile::MarkerFileName) + QLatin1Char('.'),
+               ErrorRow);
+        break;
+    default:
+        outcome_.ExitStatus = compile::MarkerExitStatus(Utf8(marker));
+        break;
+    }
+    Repaint(false);
+
+    const QString log = QDir(folder_).filePath(QString::fromLatin1(compile::LogFileName));
+    for (const std::string& line : compile::ReadLines(Utf8(log))) {
+        const compile::LogKind kind = compile::ClassifyLogLine(line);
+        outcome_.LogErrors += kind == compile::LogKind::Error ? 1 : 0;
+        outcome_.LogWarnings += kind == compile::LogKind::Warning ? 1 : 0;
+        AddRow(QLatin1Char(' ') + LogLineText(line), KindOf(kind));
+    }
+    outcome_.Model = compile::CompareStamps(before, compile::StampOf(state_.Doc.ModelName));
+}
+
+compile::RunEnd DlgCompile::WaitForMarker(const QString& marker) {
+    cancelRequested_ = false;
+    CmdCancel->setEnabled(true);
+    QElapsedTimer clock;
+    clock.start();
+    QEventLoop loop;
+    QTimer poll;
+    poll.setInterval(static_cast<int>(options_.PollInterval.count()));
+    compile::RunEnd end = compile::RunEnd::Finished;
+    bool done = false;
+    auto check = [&] {
+        if (done) {
+            return;
+        }
+        if (QFileInfo::exists(marker)) {
+            end = compile::RunEnd::Finished;
+        } else if (cancelRequested_) {
+            end = compile::RunEnd::Cancelled;
+        } else if (clock.elapsed() >= options_.TimeLimit.count()) {
+            end = compile::RunEnd::TimedOut;
+        } else if (run_->Finished()) {
+            // The script writes the marker as its last act; look once more.
+            end = QFileInfo::exists(marker) ? compile::RunEnd::Finished
+                                            : compile::RunEnd::ScriptEnded;
+        } else {
+            return;
+        }
+        done = true;
+        poll.stop();
+        loop.quit();
+    };
+    connect(&poll, &QTimer::timeout, &loop, check);
+    connect(CmdCancel, &QPushButton::clicked, &loop, check);
+    check();
+    if (!done) {
+        poll.start();
+        loop.exec();
+    }
+    CmdCancel->setEnabled(false);
+    return end;
+}
+
+void DlgCompile::CmdCancel_Click() {
+    if (running_) {
+        cancelRequested_ = true;
+    }
+}
+
+void DlgCompile::reject() {
+    if (running_) {
+        cancelRequested_ = true;
+        return;
+    }
+    TmrCompile->stop();
+    QDialog::reject();
+}
+
+void DlgCompile::OKButton_Click() {
+    if (running_) {
+        return;
+    }
+    if (ChkViewAfterCompile->isEnabled() && ChkViewAfterCompile->isChecked()) {
+        const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+        // The model's path is one argument, blanks and all.
+        if (!services_.StartProgram(viewer, {QString::fromStdString(state_.Doc.ModelName)})) {
+            services_.MsgBox(QStringLiteral("The model viewer could not be started:\n") + viewer,
+                             platform::Buttons::Ok, platform::Icon::Critical, Ids(IDS_ERROR));
+        }
+    }
+    accept();
+}
+
+void DlgCompile::CmdLocalise_Click() {
+    emit LocaliseRequested(this);
+}
+
+} // namespace quarle::ui

@@ -1,0 +1,102 @@
+// The compile dialog: checks the model, runs the compiler through a small
+// script in the working folder, waits for the script's marker file and shows
+// the compiler's log. Everything happens in the one tick of TmrCompile; the
+// form repaints between rows and stays responsive during the wait, which can
+// be cancelled and gives up after a time limit.
+#pragma once
+
+#include "AppState.h"
+#include "compile/CheckModelData.h"
+#include "compile/CompileFiles.h"
+#include "platform/ProgramRun.h"
+#include "platform/Services.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+#include <chrono>
+
+namespace quarle::ui {
+
+struct CompileOptions {
+    // Where compile.log, fert.dat and the script stand; empty: the
+    // process's working folder.
+    QString WorkingFolder;
+    // How long the wait for the marker may take.
+    std::chrono::milliseconds TimeLimit = std::chrono::minutes(10);
+    // How often the wait looks for the marker.
+    std::chrono::milliseconds PollInterval = std::chrono::milliseconds(50);
+};
+
+class DlgCompile : public QDialog {
+    Q_OBJECT
+
+public:
+    // The kind of a row of List1 (compile::RowKind / compile::LogKind) as an
+    // int in this role: 0 plain, 1 warning, 2 error.
+    static constexpr int KindRole = Qt::UserRole + 1;
+
+    // animationRows: the rows of the main window's animation list.
+    DlgCompile(AppState& state, platform::Services& services, int animationRows,
+               QWidget* parent = nullptr, CompileOptions options = {});
+    ~DlgCompile() override;
+
+    QListWidget* List1;
+    QTimer* TmrCompile;
+    QPushButton* OKButton;
+    QCheckBox* ChkViewAfterCompile;
+    QPushButton* CmdLocalise;
+    // Ends the wait for the compiler; enabled only while it runs.
+    QPushButton* CmdCancel;
+    // What the compiler itself did: its exit status and the model file.
+    QLabel* LblStatus;
+
+    void TmrCompile_Timer();
+    void OKButton_Click();
+    void CmdCancel_Click();
+    void CmdLocalise_Click();
+
+    // Closing the window while the compile runs asks it to stop instead.
+    void reject() override;
+
+    // True from the first tick until the closing row.
+    bool Running() const { return running_; }
+    const compile::RunOutcome& Outcome() const { return outcome_; }
+
+signals:
+    // The language editor is to open on this form.
+    void LocaliseRequested(QWidget* form);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    class RowHost;
+
+    void Form_Load();
+    void AddRow(const QString& text, int kind = 0);
+    void Repaint(bool userInput);
+    void RunCompiler();
+    compile::RunEnd WaitForMarker(const QString& marker);
+    QString Ids(int id) const;
+
+    AppState& state_;
+    platform::Services& services_;
+    int animationRows_;
+    CompileOptions options_;
+    QString folder_;
+    platform::ProgramRun* run_ = nullptr;
+    bool ticked_ = false;
+    bool running_ = false;
+    bool cancelRequested_ = false;
+    compile::RunOutcome outcome_;
+};
+
+// A line of the compiler's log as text: UTF-8 when it is valid UTF-8, else
+// the single-byte code page the compiler writes on Windows.
+QString LogLineText(const std::string& bytes);
+
+} // namespace quarle::ui

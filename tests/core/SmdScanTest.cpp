@@ -1,0 +1,450 @@
+#include "document/SmdScan.h"
+
+#include "document/Text.h"
+
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <optional>
+#include <random>
+
+namespace quarle {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+
+class SmdScan : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() /
+               ("quarle-smd-" +
+                std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    std::string Write(const std::string& name, const std::string& bytes) {
+        const fs::path path = dir_ / name;
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path.string();
+    }
+
+    fs::path dir_;
+};
+
+// The answers of the reference test for one file, by all three routes.
+void ExpectReference(const std::string& path, bool expected) {
+    int line = 1;
+    EXPECT_EQ(FindFileValue(path, "triangles", line) != NoToken, expected);
+    EXPECT_EQ(IsReferenceSmd(path), expected);
+    EXPECT_EQ(ScanSmdFile(path).Reference, expected);
+}
+
+TEST_F(SmdScan, ReferenceTestLooksAtTheStartOfValuesOutsideComments) {
+    const struct {
+        const char* text;
+        bool reference;
+    } cases[] = {
+        {"", false},
+        {"triangles\n", true},
+        {"Triangles\n", false}, // exact case
+        {"triangles2\n", true}, // the start of the value
+        {"   triangles\n", true},
+        {"\ttriangles\n", true},
+        {"x triangles\n", false},
+        {"/*\ntriangles\n*/\n", false},
+        {"/*\ntriangles\n*/\ntriangles\n", true},
+        {"nodes /* bones\ntriangles\n", false}, // "/*" anywhere in a value
+        {"/* a */\ntriangles\n", true},         // one value with both leaves the mark off
+        {"/*\n*/ triangles\n", false},          // a value that starts with "*/"
+        {"\"triangles\"\n", true},
+        {"a,triangles\n", true},
+        {"\"a,triangles\"\n", false}, // a comma inside quotes does not cut
+        {"\"a\" x,triangles\n", true},
+        {"nodes\r\ntriangles\r\n", true},
+        {"nodes\rtriangles\r", true},
+        {"nodes\ntriangles", true}, // no line end at the end of the file
+        {"triangle\n", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        ExpectReference(Write("case.smd", c.text), c.reference);
+    }
+    ExpectReference((dir_ / "missing.smd").string(), false);
+}
+
+TEST_F(SmdScan, FindFileValueCountsValuesAndReturnsTheTextBehindTheWord) {
+    int line = 1;
+    const std::string plain = Write("plain.smd", "nodes\r\ntriangles\r\n");
+    EXPECT_EQ(FindFileValue(plain, "triangles", line), ""); // found, and not the sentinel
+    EXPECT_EQ(line, 2);
+
+    // Empty lines are values, a comma starts one more, CR LF and a lone CR end a line.
+    const std::string counted =
+        Write("counted.smd", "\n\na,b\r\nc\rkey\"x\" \"y\"\r\nkey2\nkey \"c:\\m\"");
+    line = 1;
+    EXPECT_EQ(FindFileValue(counted, "key", line), "x\" \"y"); // one quote cut at each end
+    EXPECT_EQ(line, 6);
+    line = 7;
+    EXPECT_EQ(FindFileValue(counted, "key", line), "2");
+    EXPECT_EQ(line, 7);
+    line = 8;
+    EXPECT_EQ(FindFileValue(counted, "key", line), " \"c:\\m"); // a quote cut only at the end
+    EXPECT_EQ(line, 8);
+
+    // A match in front of Line is passed over; no match leaves Line alone.
+    const std::string twice = Write("twice.smd", "a\nb\ntriangles one\nc\nd\ntriangles two\n");
+    line = 5;
+    EXPECT_EQ(FindFileValue(twice, "triangles", line), " two");
+    EXPECT_EQ(line, 6);
+    line = 7;
+    EXPECT_EQ(FindFileValue(twice, "triangles", line), NoToken);
+    EXPECT_EQ(line, 7);
+    line = 3;
+    EXPECT_EQ(FindFileValue((dir_ / "missing.smd").string(), "x", line), NoToken);
+    EXPECT_EQ(line, 3);
+    EXPECT_EQ(FindFileValue(twice, "a\nb", line), NoToken);
+
+    // An empty word matches the first value at Line or later.
+    line = 2;
+    EXPECT_EQ(FindFileValue(twice, "", line), "b");
+    EXPECT_EQ(line, 2);
+}
+
+// Frames from a file, by ScanSmdFrames from a start value and by ScanSmdFile.
+std::optional<int> Frames(const std::string& path, i16 start = 99) {
+    i16 frames = start;
+    ScanSmdFrames(path, frames);
+    const SmdFacts facts = ScanSmdFile(path);
+    EXPECT_EQ(facts.HasTime ? facts.LastFrame : start, frames);
+    if (!facts.HasTime) {
+        return std::nullopt;
+    }
+    return frames;
+}
+
+TEST_F(SmdScan, LastTimeValueGivesTheFrameCount) {
+    std::string run = "version 1\nskeleton\n";
+    for (int i = 0; i <= 12; ++i) {
+        run += "time " + std::to_string(i) + "\n  0 0.0 0.0 0.0 0.0 0.0 0.0\n";
+    }
+    EXPECT_EQ(Frames(Write("run.smd", run + "end\n")), 12);
+    EXPECT_EQ(Frames(Write("empty.smd", "")), std::nullopt); // 99 stays
+    EXPECT_EQ(Frames(Write("none.smd", "triangles\nskin.bmp\n")), std::nullopt);
+    EXPECT_EQ(Frames(Write("case.smd", "TIME 3\nTime 7\n")), 7);
+    EXPECT_EQ(Frames(Write("comment.smd", "time 1\n/*\ntime 3\n*/\n")), 3);
+    EXPECT_EQ(Frames(Write("crlf.smd", "time 1\r\n  time 2")), 2);
+    EXPECT_EQ(Frames(Write("values.smd", "a,time 4\n\"time 5\"\n\"a,time 6\"\n")), 5);
+    // The number stands from the sixth character of the value on.
+    EXPECT_EQ(Frames(Write("sixth.smd", "time12\n")), 2);
+    EXPECT_EQ(Frames(Write("blanks.smd", "time   8 \n")), 8);
+}
+
+TEST_F(SmdScan, TimeValuesThatAreNoWholeI16AreRoundedClampedOrPassedOver) {
+    EXPECT_EQ(Frames(Write("a.smd", "time 2.5\n")), 2); // halves to even
+    EXPECT_EQ(Frames(Write("b.smd", "time 3.5\n")), 4);
+    EXPECT_EQ(Frames(Write("c.smd", "time 2.50001\n")), 3);
+    EXPECT_EQ(Frames(Write("d.smd", "time 6.49\n")), 6);
+    EXPECT_EQ(Frames(Write("e.smd", "time -4\n")), -4);
+    EXPECT_EQ(Frames(Write("f.smd", "time 40000\n")), 32767);
+    EXPECT_EQ(Frames(Write("g.smd", "time -99999999999999999999\n")), -32768);
+    EXPECT_EQ(Frames(Write("h.smd", "time .7\n")), 1);
+    EXPECT_EQ(Frames(Write("i.smd", "time 12abc\n")), 12);
+    // No digit: the line does not count and the earlier frame stands.
+    EXPECT_EQ(Frames(Write("j.smd", "time 4\ntime abc\ntime\ntime -\ntime .\n")), 4);
+    EXPECT_EQ(Frames(Write("k.smd", "time x\n")), std::nullopt);
+}
+
+TEST_F(SmdScan, BmpLinesAreCollectedOnceUnderTheFirstSpelling) {
+    const std::string mesh =
+        Write("mesh.smd", "triangles\r\nArm.bmp\r\n 0 1.0 2.0\r\nARM.BMP\r\nleg.Bmp\r\n"
+                          "face.jpg\r\nskin.tga\r\nArm.bmp \r\nbmp\r\nleg.bmp");
+    std::vector<std::string> names(11);
+    int count = 0;
+    EXPECT_TRUE(CollectBmpLines(mesh, names, count));
+    EXPECT_EQ(count, 3);
+    EXPECT_THAT(std::vector<std::string>(names.begin() + 1, names.begin() + 4),
+                ElementsAre("Arm.bmp", "leg.Bmp", "Arm.bmp ")); // a closing blank stays
+    EXPECT_THAT(ScanSmdFile(mesh).Textures, ElementsAre("Arm.bmp", "leg.Bmp", "Arm.bmp "));
+
+    // The count carries on over parts, and names already there are not added again.
+    const std::string second = Write("second.smd", "triangles\nLEG.BMP\nhead.bmp\n");
+    EXPECT_TRUE(CollectBmpLines(second, names, count));
+    EXPECT_EQ(count, 4);
+    EXPECT_EQ(names[4], "head.bmp");
+
+    // A full table drops the new name and says so.
+    std::vector<std::string> small(3); // two slots
+    count = 0;
+    EXPECT_FALSE(CollectBmpLines(mesh, small, count));
+    EXPECT_EQ(count, 2);
+    EXPECT_THAT(small, ElementsAre("", "Arm.bmp", "leg.Bmp"));
+    count = 0;
+    EXPECT_FALSE(CollectBmpLines(mesh, std::span<std::string>(), count));
+    EXPECT_EQ(count, 0);
+}
+
+TEST_F(SmdScan, ScansFollowTheCaseFallbackOfPaths) {
+    Write("Ref.SMD", "triangles\nSkin.BMP\ntime 3\n");
+    const std::string named = (dir_ / "ref.smd").string();
+    if (fs::exists(named)) {
+        GTEST_SKIP() << "the file system ignores case";
+    }
+    EXPECT_TRUE(IsReferenceSmd(named));
+    EXPECT_EQ(Frames(named), 3);
+    EXPECT_THAT(ScanSmdFile(named).Textures, ElementsAre("Skin.BMP"));
+    EXPECT_TRUE(ScanSmdFile(named).Readable);
+    EXPECT_FALSE(ScanSmdFile((dir_ / "other.smd").string()).Readable);
+}
+
+TEST_F(SmdScan, HugeLinesAndBinaryJunkDoNotStopTheScan) {
+    // A line far longer than a read block, full of bytes the scans look for.
+    std::string text(300 * 1024, 'b');
+    text += "\r\ntime 5\r\n" + std::string(200 * 1024, 'x') + "\r\ntriangles\r\nskin.bmp\r\n";
+    const std::string huge = Write("huge.smd", text);
+    const SmdFacts facts = ScanSmdFile(huge);
+    EXPECT_TRUE(facts.Reference);
+    EXPECT_EQ(facts.LastFrame, 5);
+    EXPECT_THAT(facts.Textures, ElementsAre("skin.bmp"));
+    int line = 1;
+    EXPECT_EQ(FindFileValue(huge, "triangles", line), "");
+    EXPECT_EQ(line, 4);
+
+    std::mt19937 random(7);
+    std::string junk;
+    for (int i = 0; i < 600 * 1024; ++i) {
+        junk += static_cast<char>(random() & 0xFF);
+    }
+    const std::string binary = Write("junk.smd", junk + "\ntriangles\n");
+    EXPECT_TRUE(IsReferenceSmd(binary) || junk.find("/*") != std::string::npos);
+    i16 frames = 0;
+    ScanSmdFrames(binary, frames);
+    std::vector<std::string> names(11);
+    int count = 0;
+    CollectBmpLines(binary, names, count);
+    ScanSmdFile(binary);
+}
+
+TEST_F(SmdScan, LineEndsSplitAcrossReadBlocksCountOnce) {
+    // A CR at each place around the usual block sizes, with its LF (or the
+    // next line) behind the cut; the line numbers behind it must not move.
+    for (const std::size_t block : {64 * 1024, 128 * 1024, 256 * 1024}) {
+        for (std::size_t cr = block - 2; cr <= block + 1; ++cr) {
+            for (const char* end : {"\r\n", "\r"}) {
+                std::string text;
+                int lines = 0;
+                while (text.size() + 100 < cr) {
+                    text += std::string(98, '7') + "\r\n";
+                    ++lines;
+                }
+                text += std::string(cr - text.size(), '7') + end + "a\r\ntriangles\r\ntime 4\r\n";
+                SCOPED_TRACE(::testing::Message() << "CR at " << cr << (end[1] ? " LF" : ""));
+                const std::string path = Write("split.smd", text);
+                int line = 1;
+                EXPECT_EQ(FindFileValue(path, "triangles", line), "");
+                EXPECT_EQ(line, lines + 3);
+                EXPECT_EQ(Frames(path), 4);
+            }
+        }
+    }
+}
+
+// The reading rules in their plainest form, one byte at a time over the
+// whole file in memory: the scans must agree with it on any file.
+struct PlainReading {
+    static std::vector<std::string> Lines(const std::string& text) {
+        std::vector<std::string> lines;
+        std::string current;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] == '\r' || text[i] == '\n') {
+                lines.push_back(current);
+                current.clear();
+                if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+                    ++i;
+                }
+            } else {
+                current += text[i];
+            }
+        }
+        if (!current.empty()) {
+            lines.push_back(current);
+        }
+        return lines;
+    }
+
+    static std::vector<std::string> Values(const std::string& line) {
+        std::vector<std::string> values;
+        std::size_t i = 0;
+        for (;;) {
+            while (i < line.size() && (line[i] == ' ' || line[i] == '\t')) {
+                ++i;
+            }
+            std::string value;
+            bool quoted = i < line.size() && line[i] == '"';
+            i += quoted ? 1 : 0;
+            for (; i < line.size() && (quoted ? line[i] != '"' : line[i] != ','); ++i) {
+                value += line[i];
+            }
+            if (quoted) {
+                while (i < line.size() && line[i] != ',') {
+                    ++i;
+                }
+            }
+            values.push_back(value);
+            if (i >= line.size()) {
+                return values;
+            }
+            ++i; // the comma
+        }
+    }
+
+    static std::string Upper(std::string s) {
+        for (char& c : s) {
+            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        }
+        return s;
+    }
+
+    explicit PlainReading(const std::string& text) {
+        bool comment = false;
+        for (const std::string& line : Lines(text)) {
+            if (Upper(line).find(".BMP") != std::string::npos) {
+                bool known = false;
+                for (const std::string& t : Textures) {
+                    known = known || Upper(t) == Upper(line);
+                }
+                if (!known) {
+                    Textures.push_back(line);
+                }
+            }
+            for (const std::string& value : Values(line)) {
+                const int number = static_cast<int>(Triangles.size()) + 1;
+                comment = value.find("/*") != std::string::npos || comment;
+                comment = value.find("*/") == std::string::npos && comment;
+                Triangles.push_back(!comment && value.starts_with("triangles") ? number : 0);
+                if (Upper(value.substr(0, 4)) == "TIME" && value.size() > 5) {
+                    std::string rest = value.substr(5);
+                    rest.erase(0, rest.find_first_not_of(" \t"));
+                    int frame = 0;
+                    if (std::from_chars(rest.data(), rest.data() + rest.size(), frame).ec ==
+                        std::errc{}) {
+                        LastFrame = frame;
+                    }
+                }
+            }
+        }
+    }
+
+    std::vector<int> Triangles; // per value: its number when it is a match, else 0
+    std::optional<int> LastFrame;
+    std::vector<std::string> Textures;
+};
+
+// Random files from the pieces the scans care about, with every kind of line
+// end and some long lines, so that lines and CR LF pairs fall across the read
+// blocks at many places.
+std::string RandomSmd(std::mt19937& random) {
+    static const char* const pieces[] = {
+        "  0 1.000000 -2.500000 3.250000 0.0 0.0 1.0 0.5 0.5",
+        "  12 0.1 0.2 0.3",
+        "",
+        " ",
+        "triangles",
+        "Triangles",
+        "  triangles",
+        "triangles extra",
+        "\"triangles\"",
+        "a,triangles",
+        "\"a,triangles\"",
+        "/*",
+        "*/",
+        "/* both */",
+        "x /* open",
+        "close */ x",
+        "time 3",
+        "TIME 17",
+        " time 9",
+        "time",
+        "timex 4",
+        "a,time 21",
+        "\"time 11\"",
+        "\"a,time 8\"",
+        "time abc",
+        "skin.bmp",
+        "SKIN.BMP",
+        "arm.Bmp ",
+        "face.jpg",
+        "x.bmp,y",
+        "\"quoted.bmp\"",
+        "Bip01 \"Bone\" 0",
+        "end",
+        "nodes",
+        "t",
+        "b",
+        "*",
+        ",",
+        ",,",
+        "\"",
+    };
+    static const char* const ends[] = {"\n", "\r\n", "\r"};
+    std::string text;
+    const std::size_t size = 100 * 1024 + random() % (400 * 1024);
+    while (text.size() < size) {
+        if (random() % 500 == 0) {
+            text += std::string(1000 + random() % 60000, static_cast<char>('0' + random() % 10));
+        } else {
+            text += pieces[random() % std::size(pieces)];
+        }
+        text += ends[random() % 3];
+    }
+    if (random() % 2 == 0) {
+        text += "triangles"; // no line end at the end
+    }
+    return text;
+}
+
+TEST_F(SmdScan, BlockwiseScansAgreeWithAPlainReadingOfTheRules) {
+    std::mt19937 random(2024);
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        const std::string text = RandomSmd(random);
+        const PlainReading plain(text);
+        const std::string path = Write("random.smd", text);
+
+        std::vector<int> matches;
+        for (int number : plain.Triangles) {
+            if (number != 0) {
+                matches.push_back(number);
+            }
+        }
+        // Each match in turn, starting behind the last one, then none.
+        int line = 1;
+        for (int expected : matches) {
+            ASSERT_NE(FindFileValue(path, "triangles", line), NoToken);
+            ASSERT_EQ(line, expected);
+            ++line;
+        }
+        EXPECT_EQ(FindFileValue(path, "triangles", line), NoToken);
+
+        const SmdFacts facts = ScanSmdFile(path);
+        EXPECT_EQ(facts.Reference, !matches.empty());
+        EXPECT_EQ(IsReferenceSmd(path), !matches.empty());
+        EXPECT_EQ(facts.HasTime ? std::optional<int>(facts.LastFrame) : std::nullopt,
+                  plain.LastFrame);
+        i16 frames = -1;
+        ScanSmdFrames(path, frames);
+        EXPECT_EQ(frames, plain.LastFrame.value_or(-1));
+        EXPECT_EQ(facts.Textures, plain.Textures);
+        std::vector<std::string> names(plain.Textures.size() + 1);
+        int count = 0;
+        EXPECT_TRUE(CollectBmpLines(path, names, count));
+        EXPECT_EQ(std::vector<std::string>(names.begin() + 1, names.end()), plain.Textures);
+    }
+}
+
+} // namespace
+} // namespace quarle

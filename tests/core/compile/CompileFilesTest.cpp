@@ -1,0 +1,96 @@
+#include "compile/CompileFiles.h"
+
+#include "CompileTestSupport.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace quarle::compile {
+namespace {
+
+using testing::ReadFile;
+using testing::TempDir;
+using testing::WriteFile;
+
+TEST(CompileScript, BatchAndPosixLines) {
+    // The batch keeps the compiler bare and quotes the script; '%' is doubled.
+    EXPECT_EQ(CompileScriptText(ScriptStyle::Batch, "c:\\100%\\studiomdl.exe", "c:\\m 1\\r.qc"),
+              "c:\\100%%\\studiomdl.exe \"c:\\m 1\\r.qc\" >>compile.log\r\n"
+              "echo Fertig >fert.dat\r\n");
+    // POSIX quotes both paths, runs an .exe through wine, and keeps the status.
+    EXPECT_EQ(CompileScriptText(ScriptStyle::Posix, "/opt/hl/StudioMdl.EXE", "/m/it's $HOME.qc"),
+              "wine '/opt/hl/StudioMdl.EXE' '/m/it'\\''s $HOME.qc' >>compile.log\n"
+              "echo Fertig $? >fert.dat\n");
+    EXPECT_EQ(CompileScriptText(ScriptStyle::Posix, "/opt/exe", "/m/r.qc"),
+              "'/opt/exe' '/m/r.qc' >>compile.log\necho Fertig $? >fert.dat\n");
+    EXPECT_EQ(LaunchForScript(ScriptStyle::Batch).Arguments,
+              (std::vector<std::string>{"/c", "compile.bat"}));
+    EXPECT_EQ(LaunchForScript(ScriptStyle::Posix).Program, "/bin/sh");
+}
+
+TEST(CompileFiles, WorkingFilesReadBack) {
+    TempDir dir;
+    WriteFile(dir / "log", "one\r\ntwo\n\r\nlast");
+    EXPECT_EQ(ReadLines(dir / "log"), (std::vector<std::string>{"one", "two", "", "last"}));
+
+    WriteFile(dir / "m1", "Fertig 3\n");
+    WriteFile(dir / "m2", "Fertig \r\n");
+    EXPECT_EQ(MarkerExitStatus(dir / "m1"), 3);
+    EXPECT_EQ(MarkerExitStatus(dir / "m2"), std::nullopt) << "the plain batch marker";
+    EXPECT_EQ(MarkerExitStatus(dir / "missing"), std::nullopt);
+
+    WriteFile(dir / "compile.log", "x");
+    WriteFile(dir / "fert.dat", "x");
+    EXPECT_EQ(DeleteRunFiles(dir.Path()), "");
+    EXPECT_FALSE(std::filesystem::exists(dir / "compile.log"));
+    EXPECT_FALSE(std::filesystem::exists(dir / "fert.dat"));
+    EXPECT_EQ(DeleteRunFiles(dir.Path()), "") << "nothing to delete is no failure";
+
+    EXPECT_EQ(WriteFileReplacing(dir / "log", "new"), "");
+    EXPECT_EQ(ReadFile(dir / "log"), "new");
+    EXPECT_NE(WriteFileReplacing(dir / "no folder/x", "new"), "");
+    for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+        EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos)
+            << "a temporary file was left behind: " << entry.path();
+    }
+}
+
+TEST(CompileFiles, LogLinesThatReportProblems) {
+    EXPECT_EQ(ClassifyLogLine("************ ERROR ************"), LogKind::Error);
+    EXPECT_EQ(ClassifyLogLine("warning, Error: both"), LogKind::Error);
+    EXPECT_EQ(ClassifyLogLine("WARNING: sequence idle has no frames"), LogKind::Warning);
+    EXPECT_EQ(ClassifyLogLine("grabbing terrorist.smd"), LogKind::Plain);
+    EXPECT_EQ(ClassifyLogLine("0 errors, 0 warnings"), LogKind::Plain);
+}
+
+TEST(CompileFiles, ModelStampsAndTheStatusLine) {
+    TempDir dir;
+    const std::string mdl = dir / "robot.mdl";
+    const FileStamp none = StampOf(mdl);
+    WriteFile(mdl, "IDST");
+    const FileStamp first = StampOf(mdl);
+    EXPECT_EQ(CompareStamps(none, first), ModelChange::Created);
+    EXPECT_EQ(CompareStamps(first, StampOf(mdl)), ModelChange::Unchanged);
+    WriteFile(mdl, "IDST2");
+    EXPECT_EQ(CompareStamps(first, StampOf(mdl)), ModelChange::Rewritten);
+    EXPECT_EQ(CompareStamps(first, none), ModelChange::NotWritten);
+
+    RunOutcome o;
+    o.End = RunEnd::Finished;
+    o.LogWarnings = 1;
+    o.Model = ModelChange::Unchanged;
+    o.ModelPath = "/m/robot.mdl";
+    EXPECT_EQ(DescribeOutcome(o), "Compiler finished (exit status not reported); log: 0 errors, "
+                                  "1 warning; model not changed: /m/robot.mdl.");
+    o.End = RunEnd::TimedOut;
+    o.Seconds = 4.6;
+    o.Model = ModelChange::NotWritten;
+    EXPECT_EQ(DescribeOutcome(o), "Compile stopped: no result after 5 s; log: 0 errors, 1 warning; "
+                                  "no model written.");
+    o.End = RunEnd::Finished;
+    o.ExitStatus = 127;
+    EXPECT_EQ(DescribeOutcome(o).rfind("Compiler could not be run (exit status 127)", 0), 0u);
+}
+
+} // namespace
+} // namespace quarle::compile

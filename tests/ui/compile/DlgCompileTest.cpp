@@ -1,0 +1,315 @@
+// The compile dialog end to end: checks, the script, the stand-in compiler,
+// the wait, the log, the closing row and the viewer.
+#include "ui/compile/DlgCompile.h"
+
+#include "FakeCompiler.h"
+#include "localisation/GlobalStrings.h"
+#include "support/ScriptedServices.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace quarle::ui {
+namespace {
+
+using namespace std::chrono_literals;
+
+QString FromBytes(const QByteArray& bytes) {
+    return QString::fromUtf8(bytes);
+}
+
+class DlgCompileTest : public ::testing::Test {
+protected:
+    DlgCompileTest() {
+        for (std::size_t i = 0; i < IdsKeyTable.size(); ++i) {
+            state_->IdsTexts[i] = IdsKeyTable[i];
+        }
+        state_->Settings.StudioMdlPath = QUARLE_FAKE_COMPILER;
+        options_.WorkingFolder = work_.path();
+        options_.PollInterval = 10ms;
+    }
+
+    QString Work(const QString& name) const { return QDir(work_.path()).filePath(name); }
+
+    static void Write(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+        file.write(bytes);
+    }
+    static QByteArray Read(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    // A model that passes the checks, saved with the extra lines given;
+    // fake compiler directives go there.
+    void SaveModel(const QByteArray& extra = {}, const QString& qcName = "robot.qc",
+                   bool withAnimation = true) {
+        Document& doc = state_->Doc;
+        doc.ModelPath = models_.path().toStdString();
+        doc.TexturePath = doc.ModelPath;
+        doc.BodyGroups[1].PartCount = 1;
+        doc.BodyGroups[1].Parts[1] = "robot_ref";
+        if (withAnimation) {
+            doc.Anims[0][0].Name = "walk";
+            doc.Anims[0][0].SmdFile = "walk";
+        }
+        doc.QcFile = QDir(models_.path()).filePath(qcName).toStdString();
+        doc.ModelName = QDir(models_.path()).filePath("robot.mdl").toStdString();
+        QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n";
+        if (withAnimation) {
+            qc += "$sequence walk \"walk\"\r\n";
+        }
+        Write(QString::fromStdString(doc.QcFile), qc + extra);
+    }
+
+    std::unique_ptr<DlgCompile> Make(int animationRows = 1) {
+        return std::make_unique<DlgCompile>(*state_, services_, animationRows, nullptr, options_);
+    }
+
+    // Shows the dialog and waits for its closing row.
+    static void RunToEnd(DlgCompile& dlg) {
+        dlg.show();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return dlg.OKButton->isEnabled(); }, 20000));
+    }
+
+    static QStringList Rows(const DlgCompile& dlg) {
+        QStringList rows;
+        for (int i = 0; i < dlg.List1->count(); ++i) {
+            rows << dlg.List1->item(i)->text();
+        }
+        return rows;
+    }
+    static int KindOfRow(const DlgCompile& dlg, const QString& text) {
+        const auto items = dlg.List1->findItems(text, Qt::MatchExactly);
+        return items.isEmpty() ? -1 : items.front()->data(DlgCompile::KindRole).toInt();
+    }
+
+    QTemporaryDir work_;
+    QTemporaryDir models_;
+    std::unique_ptr<AppState> state_ = std::make_unique<AppState>();
+    test::ScriptedServices services_;
+    CompileOptions options_;
+};
+
+TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) {
+    const QString qc = QDir(models_.path()).filePath("new.qc");
+    state_->Doc.QcFile = qc.toStdString();
+    Write(qc, "// saved\r\n");
+    for (const char* name : {"compile.sh", "compile.log", "fert.dat"}) {
+        Write(Work(name), "old");
+    }
+    auto dlg = Make(0);
+    EXPECT_EQ(dlg->objectName(), "DlgCompile");
+    EXPECT_EQ(dlg->windowTitle(), "IDS_COMPILE " + qc);
+    EXPECT_FALSE(dlg->OKButton->isEnabled());
+    EXPECT_EQ(Rows(*dlg), QStringList{"IDS_CHECKMODELINFO"})
+        << "nothing runs before the form is up";
+
+    RunToEnd(*dlg);
+    EXPECT_EQ(Rows(*dlg),
+              (QStringList{"IDS_CHECKMODELINFO", "IDS_WARNING_TEXTUREPATH", "IDS_ERROR_MODELPATH",
+                           "IDS_WARNING_BODYGROUP_PART1 \"body\" IDS_WARNING_BODYGROUP_PART2",
+                           "IDS_ERROR_NOREFERENCEMODEL", "IDS_WARNING_IDLEANIMATION", " ",
+                           "IDS_CANTCOMPILE", "IDS_DONE (2 IDS_ERRORS)"}));
+    EXPECT_EQ(FromBytes(Read(qc)), "// saved\r\n$sequence idle \"\"\r\n");
+    for (const char* name : {"compile.sh", "compile.log", "fert.dat"}) {
+        EXPECT_EQ(Read(Work(name)), "old") << name;
+    }
+    EXPECT_EQ(dlg->LblStatus->text(), "Not compiled: the checks found 2 errors.");
+    EXPECT_EQ(KindOfRow(*dlg, "IDS_ERROR_MODELPATH"), 2);
+    EXPECT_EQ(KindOfRow(*dlg, "IDS_WARNING_TEXTUREPATH"), 1);
+    EXPECT_EQ(KindOfRow(*dlg, "IDS_CHECKMODELINFO"), 0);
+}
+
+TEST_F(DlgCompileTest, ModelWithoutAnimationsCompilesWithTheIdleLine) {
+    SaveModel({}, "robot.qc", false);
+    auto dlg = Make(0);
+    RunToEnd(*dlg);
+    const QString qc = QString::fromStdString(state_->Doc.QcFile);
+    const QString mdl = QString::fromStdString(state_->Doc.ModelName);
+    EXPECT_EQ(Rows(*dlg),
+              (QStringList{"IDS_CHECKMODELINFO", "IDS_WARNING_IDLEANIMATION", " ",
+                           "IDS_COMPILEMODEL", " fake studiomdl 1.0", " arguments: 1", " qc: " + qc,
+                           " grabbing sequence idle \"robot_ref\"", " sequences: 1",
+                           " writing " + mdl, "IDS_DONE (0 IDS_ERRORS)"}));
+    EXPECT_EQ(Read(mdl), "IDST1");
+    EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::Finished);
+    EXPECT_EQ(dlg->LblStatus->text(), "Compiler finished with exit status 0; log: 0 errors, "
+                                      "0 warnings; model written: " +
+                                          mdl + ".");
+    EXPECT_TRUE(QFileInfo::exists(Work("compile.sh")));
+    EXPECT_TRUE(QFileInfo::exists(Work("fert.dat")));
+    EXPECT_FALSE(dlg->CmdCancel->isEnabled());
+}
+
+TEST_F(DlgCompileTest, CompilerPathWithABlankWarnsTwiceAndStillCompiles) {
+    QDir(work_.path()).mkdir("my tools");
+    const QString compiler = Work("my tools/studiomdl");
+    ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, compiler));
+    state_->Settings.StudioMdlPath = compiler.toStdString();
+    SaveModel();
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    const QStringList rows = Rows(*dlg);
+    EXPECT_EQ(rows.mid(0, 4), (QStringList{"IDS_CHECKMODELINFO", "IDS_WARNING_SPACES_PART1",
+                                           "IDS_WARNING_SPACES_PART2", " "}));
+    EXPECT_TRUE(rows.contains(" sequences: 1"));
+    EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
+}
+
+TEST_F(DlgCompileTest, StaleMarkerDoesNotEndTheWait) {
+    SaveModel("// fake: sleep 400\r\n");
+    Write(Work("fert.dat"), "Fertig 9\r\n");
+    Write(Work("compile.log"), "stale line\r\n");
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    const QStringList rows = Rows(*dlg);
+    EXPECT_FALSE(rows.contains(" stale line"));
+    EXPECT_TRUE(rows.contains(" sequences: 1")) << "printed only after the compiler's pause";
+    EXPECT_EQ(dlg->Outcome().ExitStatus, 0);
+    EXPECT_EQ(dlg->Outcome().Model, compile::ModelChange::Created);
+}
+
+TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
+    SaveModel("// fake: sleep 800\r\n");
+    auto dlg = Make();
+    // The wait runs inside the timer's tick, so the user's part is played
+    // from a timer of its own while the compiler is running.
+    bool stayedOpen = false;
+    bool clicked = false;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, dlg.get(), [&] {
+        if (clicked || !dlg->CmdCancel->isEnabled()) {
+            return;
+        }
+        EXPECT_TRUE(dlg->Running());
+        dlg->reject(); // the window's close box: a request to stop, not a close
+        stayedOpen = dlg->isVisible();
+        QTest::mouseClick(dlg->CmdCancel, Qt::LeftButton);
+        clicked = true;
+    });
+    user.start(20);
+    dlg->show();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dlg->OKButton->isEnabled(); }, 5000));
+
+    EXPECT_TRUE(clicked);
+    EXPECT_TRUE(stayedOpen);
+    const QStringList rows = Rows(*dlg);
+    const int cancelled = rows.indexOf("Compile cancelled; the compiler was stopped.");
+    ASSERT_GT(cancelled, rows.indexOf("IDS_COMPILEMODEL"));
+    EXPECT_EQ(KindOfRow(*dlg, rows[cancelled]), 2);
+    EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
+    EXPECT_FALSE(rows.contains(" sequences: 1"));
+    EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::Cancelled);
+    EXPECT_TRUE(dlg->LblStatus->text().startsWith("Compile cancelled after"));
+    // The compiler went with the script: its model never appears.
+    QTest::qWait(1200);
+    EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(state_->Doc.ModelName)));
+    dlg->reject();
+    EXPECT_FALSE(dlg->isVisible()) << "once finished, the close box closes";
+}
+
+TEST_F(DlgCompileTest, TimeLimitEndsTheWait) {
+    options_.TimeLimit = 300ms;
+    SaveModel("// fake: sleep 5000\r\n");
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    const QStringList rows = Rows(*dlg);
+    EXPECT_TRUE(rows.contains("Compile stopped: no result after 0.3 s."))
+        << rows.join('|').toStdString();
+    EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
+    EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::TimedOut);
+    EXPECT_TRUE(dlg->LblStatus->text().startsWith("Compile stopped: no result after"));
+}
+
+TEST_F(DlgCompileTest, HostileScriptPathReachesTheCompilerWhole) {
+    const QString hostile = "a b'c\"d $(touch pwned1) `touch pwned2`; touch pwned3 & x.qc";
+    SaveModel({}, hostile);
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    EXPECT_TRUE(Rows(*dlg).contains(" qc: " + QString::fromStdString(state_->Doc.QcFile)));
+    EXPECT_TRUE(Rows(*dlg).contains(" arguments: 1"));
+    for (const QString& folder : {work_.path(), models_.path()}) {
+        for (const char* name : {"pwned1", "pwned2", "pwned3"}) {
+            EXPECT_FALSE(QFileInfo::exists(QDir(folder).filePath(name))) << name;
+        }
+    }
+}
+
+TEST_F(DlgCompileTest, LogRowsThatReportProblemsStandOutAndTheStatusLineTellsTheResult) {
+    SaveModel("// fake: say WARNING: texture arm.bmp has odd size\r\n"
+              "// fake: say ************ ERROR ************\r\n"
+              "// fake: exit 2\r\n// fake: nomdl\r\n");
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    EXPECT_EQ(KindOfRow(*dlg, " WARNING: texture arm.bmp has odd size"), 1);
+    EXPECT_EQ(KindOfRow(*dlg, " ************ ERROR ************"), 2);
+    EXPECT_EQ(KindOfRow(*dlg, " sequences: 1"), 0);
+    const auto items = dlg->List1->findItems(" ************ ERROR ************", Qt::MatchExactly);
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_FALSE(items.front()->icon().isNull());
+    EXPECT_NE(
+        items.front()->foreground().color(),
+        dlg->List1->findItems(" sequences: 1", Qt::MatchExactly).front()->foreground().color());
+    EXPECT_EQ(Rows(*dlg).last(), "IDS_DONE (0 IDS_ERRORS)") << "the log does not count";
+    EXPECT_EQ(dlg->LblStatus->text(), "Compiler finished with exit status 2; log: 1 error, "
+                                      "1 warning; no model written.");
+    EXPECT_TRUE(dlg->List1->findItems(dlg->LblStatus->text(), Qt::MatchExactly).isEmpty());
+}
+
+TEST_F(DlgCompileTest, OkOpensTheViewerWithTheModelAsOneArgument) {
+    state_->Settings.ModelViewerPath = QUARLE_FAKE_COMPILER; // any existing program
+    SaveModel();
+    state_->Doc.ModelName = "/models/my robot.mdl";
+    auto dlg = Make();
+    EXPECT_TRUE(dlg->ChkViewAfterCompile->isEnabled());
+    EXPECT_FALSE(dlg->ChkViewAfterCompile->isChecked());
+    RunToEnd(*dlg);
+    dlg->ChkViewAfterCompile->setChecked(true);
+    QTest::mouseClick(dlg->OKButton, Qt::LeftButton);
+    ASSERT_EQ(services_.Starts.size(), 1);
+    EXPECT_EQ(services_.Starts[0].Program, QUARLE_FAKE_COMPILER);
+    EXPECT_EQ(services_.Starts[0].Arguments, QStringList{"/models/my robot.mdl"});
+    EXPECT_EQ(dlg->result(), QDialog::Accepted);
+
+    // A viewer that fails to start is reported.
+    services_.StartResult = false;
+    services_.QueueMsgBox(platform::Answer::Ok);
+    auto failing = Make();
+    RunToEnd(*failing);
+    failing->ChkViewAfterCompile->setChecked(true);
+    failing->OKButton_Click();
+    ASSERT_EQ(services_.Prompts().size(), 1);
+    EXPECT_EQ(services_.Prompts()[0].Title, "IDS_ERROR");
+
+    // A missing viewer keeps the box disabled, also after a refused compile.
+    services_.Starts.clear();
+    state_->Settings.ModelViewerPath = Work("no viewer").toStdString();
+    state_->Settings.StudioMdlPath.clear();
+    auto refused = Make();
+    RunToEnd(*refused);
+    EXPECT_TRUE(Rows(*refused).contains("IDS_ERROR_STUDIOMDLPATH"));
+    EXPECT_FALSE(refused->ChkViewAfterCompile->isEnabled());
+    QTest::mouseClick(refused->OKButton, Qt::LeftButton);
+    EXPECT_TRUE(services_.Starts.isEmpty());
+    EXPECT_FALSE(refused->isVisible());
+}
+
+TEST(LogLineText, ReadsUtf8AndFallsBackToTheCodePage) {
+    EXPECT_EQ(LogLineText("Gr\xc3\xb6\xc3\x9f"
+                          "e"),
+              QString::fromUtf8("Größe"));
+    EXPECT_EQ(LogLineText("Gr\xf6\xdf"
+                          "e"),
+              QString::fromUtf8("Größe"));
+}
+
+} // namespace
+} // namespace quarle::ui
