@@ -19,6 +19,9 @@
 #include <cstdio>
 #include <memory>
 
+// The two pages and their dialogs (PagesGallery.cpp); returns its failures.
+int PagesGallery(const QString& folder, const char* languageFile);
+
 namespace {
 
 using quarle::AppState;
@@ -141,6 +144,7 @@ int main(int argc, char** argv) {
         MainWindow(folder, language.file);
         failures += quarle::gallery::RunExtras(folder, language.file);
         MainWindowLocalising(folder, language.file);
+        failures += PagesGallery(folder, language.file);
     }
     return failures == 0 ? 0 : 1;
 }

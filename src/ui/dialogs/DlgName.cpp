@@ -28,14 +28,15 @@ DlgName::DlgName(AppState& state, platform::Services& services, QComboBox* group
     TxtName = Control(new QLineEdit(this), QStringLiteral("TxtName"));
     TxtName->setMinimumWidth(180);
     Label1->setBuddy(TxtName);
-    CmdOK = Control(new QPushButton(QStringLiteral("Hinzuf\u00fcgen"), this), QStringLiteral("CmdOK"));
+    CmdOK =
+        Control(new QPushButton(QStringLiteral("Hinzuf\u00fcgen"), this), QStringLiteral("CmdOK"));
     CmdOK->setDefault(true);
     CmdAbbrechen =
         Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CmdAbbrechen"));
     CmdLocalise = Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
     const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView)
-                                           : localise);
+    CmdLocalise->setIcon(
+        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
     CmdLocalise->setFixedSize(26, 26);
     CmdLocalise->setAutoDefault(false);
     CmdLocalise->setVisible(false);

@@ -4,10 +4,10 @@
 // deleted when it closes.
 #pragma once
 
-#include <QDialog>
-
 #include "AppState.h"
 #include "platform/Services.h"
+
+#include <QDialog>
 
 class QComboBox;
 class QLabel;

@@ -34,8 +34,8 @@ DlgRenameGroup::DlgRenameGroup(AppState& state, platform::Services& services, QC
         Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CancelButton"));
     CmdLocalise = Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
     const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView)
-                                           : localise);
+    CmdLocalise->setIcon(
+        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
     CmdLocalise->setFixedSize(26, 26);
     CmdLocalise->setAutoDefault(false);
     CmdLocalise->setVisible(false);

@@ -2,10 +2,10 @@
 // main window. It opens with the group's current name.
 #pragma once
 
-#include <QDialog>
-
 #include "AppState.h"
 #include "platform/Services.h"
+
+#include <QDialog>
 
 class QComboBox;
 class QLabel;

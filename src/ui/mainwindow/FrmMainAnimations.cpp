@@ -6,10 +6,9 @@
 // LstAnimations; every handler reads both from the controls again. Entry s of
 // the list stands for slot s of the group, which adding, deleting and moving
 // keep so.
-#include "ui/mainwindow/FrmMain.h"
-
 #include "document/Paths.h"
 #include "document/SmdScan.h"
+#include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>

@@ -4,11 +4,10 @@
 // Every action writes straight into BodyGroups. A part's Reverse flag travels
 // with the part when parts move, so that a part never shows or writes the
 // flag of another; a new part starts without the flag.
-#include "ui/mainwindow/FrmMain.h"
-
 #include "document/Paths.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
+#include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 
 #include <QApplication>

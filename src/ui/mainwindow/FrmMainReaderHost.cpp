@@ -37,16 +37,15 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
                             Q(missingFile) + QStringLiteral("\" ") +
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-    const platform::Answer answer = form_.services_.MsgBox(
-        message, platform::Buttons::OkCancel, platform::Icon::Question,
-        Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
+    const platform::Answer answer =
+        form_.services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
+                               Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
     if (answer != platform::Answer::Ok) {
         return Refused;
     }
     const std::optional<std::string> startIn = paths::Resolve(modelPath);
-    const std::optional<platform::FilePick> pick =
-        form_.services_.ShowOpen(Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"),
-                                 startIn ? Q(*startIn) : QString());
+    const std::optional<platform::FilePick> pick = form_.services_.ShowOpen(
+        Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Q(*startIn) : QString());
     if (!pick || pick->FileName.isEmpty()) {
         return Refused;
     }

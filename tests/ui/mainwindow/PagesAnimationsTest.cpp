@@ -1,7 +1,6 @@
 // Page "Animationsdateien": the animations of one sequence group, driven
 // through the controls.
 #include "PagesTestSupport.h"
-
 #include "ui/mainwindow/ActivityIds.h"
 
 #include <QLineEdit>

@@ -1,7 +1,6 @@
 // Page "Modeldateien": the files of the model folder, body groups and their
 // parts, driven through the controls.
 #include "PagesTestSupport.h"
-
 #include "localisation/GlobalStrings.h"
 #include "support/ModalScript.h"
 #include "ui/dialogs/DlgName.h"
@@ -40,13 +39,14 @@ TEST_F(PagesTest, RefillSortsTheFolderIntoMeshesAndAnimations) {
     changed.write("triangles\r\nend\r\n");
     changed.close();
     ShowPage(0);
-    EXPECT_EQ(Items(form->LstFiles), (QStringList{"robot_head", "robot_helmet", "robot_ref", "run",
-                                                  "zombie"}));
+    EXPECT_EQ(Items(form->LstFiles),
+              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run", "zombie"}));
     // Files gone from the folder leave the list and the cache.
     ASSERT_TRUE(QFile::remove(Model("zombie.smd")));
     ShowPage(1);
     ShowPage(0);
-    EXPECT_EQ(Items(form->LstFiles), (QStringList{"robot_head", "robot_helmet", "robot_ref", "run"}));
+    EXPECT_EQ(Items(form->LstFiles),
+              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run"}));
     EXPECT_EQ(form->ModelFolderKinds().Entries(), 10u);
 }
 

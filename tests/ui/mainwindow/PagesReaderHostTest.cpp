@@ -2,7 +2,6 @@
 // through the window's message boxes and Open dialog, the sequences of group 0
 // land in LstAnimations, and the end of the load refreshes the window.
 #include "PagesTestSupport.h"
-
 #include "document/QcReader.h"
 #include "localisation/GlobalStrings.h"
 
@@ -55,10 +54,11 @@ TEST_F(ReaderHostTest, AMissingFolderIsAskedForAndTheLoadFillsTheWindow) {
     form->TxtAnimNr->setText(QStringLiteral("4"));
     services.QueueMsgBox(Answer::Ok);
     services.QueueOpen(Pick(QStringLiteral("walk.smd")));
-    const ReadOutcome outcome = Load(Head() + "$cd \"c:\\gone\\robot\"\r\n"
-                                              "$bodygroup body\r\n{\r\nstudio \"robot_ref\"\r\n}\r\n"
-                                              "$sequence \"stand\" \"idle\" fps 20\r\n"
-                                              "$sequence \"walk\" \"walk\" loop\r\n");
+    const ReadOutcome outcome =
+        Load(Head() + "$cd \"c:\\gone\\robot\"\r\n"
+                      "$bodygroup body\r\n{\r\nstudio \"robot_ref\"\r\n}\r\n"
+                      "$sequence \"stand\" \"idle\" fps 20\r\n"
+                      "$sequence \"walk\" \"walk\" loop\r\n");
     ASSERT_EQ(outcome, ReadOutcome::Loaded);
 
     ASSERT_EQ(services.Prompts().size(), 2);

@@ -3,11 +3,10 @@
 // the clicks a user makes in the lists.
 #pragma once
 
-#include "ui/mainwindow/FrmMain.h"
-
 #include "AppState.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
+#include "ui/mainwindow/FrmMain.h"
 
 #include <QComboBox>
 #include <QDir>
