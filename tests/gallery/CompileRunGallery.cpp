@@ -3,7 +3,6 @@
 //   DlgCompile-Refused.png    a fresh document, saved and refused by the checks
 #include "AppState.h"
 #include "FakeCompiler.h"
-#include "gallery/GalleryExtras.h"
 #include "support/ModalScript.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
@@ -58,7 +57,9 @@ int ShootCompile(FrmMain& form, const QString& folder, const QString& name) {
     return failures;
 }
 
-int CompilePictures(const QString& folder, const char* languageFile) {
+} // namespace
+
+int CompileRunGallery(const QString& folder, const char* languageFile) {
     QTemporaryDir models;
     QTemporaryDir work;
     const QDir dir(models.path());
@@ -108,7 +109,3 @@ int CompilePictures(const QString& folder, const char* languageFile) {
     }
     return failures;
 }
-
-const quarle::gallery::GalleryExtra registered("DlgCompile", &CompilePictures);
-
-} // namespace

@@ -3,7 +3,6 @@
 // (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
 // language file is missing or a form asked an unexpected question.
 #include "AppState.h"
-#include "gallery/GalleryExtras.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
 #include "ui/mainwindow/FrmMain.h"
@@ -21,6 +20,9 @@
 
 // The two pages and their dialogs (PagesGallery.cpp); returns its failures.
 int PagesGallery(const QString& folder, const char* languageFile);
+// The compile dialog after a run and after a refusal (CompileRunGallery.cpp);
+// returns its failures.
+int CompileRunGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -142,9 +144,9 @@ int main(int argc, char** argv) {
             continue;
         }
         MainWindow(folder, language.file);
-        failures += quarle::gallery::RunExtras(folder, language.file);
         MainWindowLocalising(folder, language.file);
         failures += PagesGallery(folder, language.file);
+        failures += CompileRunGallery(folder, language.file);
     }
     return failures == 0 ? 0 : 1;
 }
