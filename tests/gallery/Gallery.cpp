@@ -18,6 +18,12 @@
 #include <cstdio>
 #include <memory>
 
+// The two pages and their dialogs (PagesGallery.cpp); returns its failures.
+int PagesGallery(const QString& folder, const char* languageFile);
+// The compile dialog after a run and after a refusal (CompileRunGallery.cpp);
+// returns its failures.
+int CompileRunGallery(const QString& folder, const char* languageFile);
+
 namespace {
 
 using quarle::AppState;
@@ -139,6 +145,8 @@ int main(int argc, char** argv) {
         }
         MainWindow(folder, language.file);
         MainWindowLocalising(folder, language.file);
+        failures += PagesGallery(folder, language.file);
+        failures += CompileRunGallery(folder, language.file);
     }
     return failures == 0 ? 0 : 1;
 }

@@ -15,13 +15,16 @@
 #pragma once
 
 #include "AppState.h"
+#include "document/ModelFolderCache.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "ui/mainwindow/FrmMainReaderHost.h"
 
 #include <QGroupBox>
 #include <QList>
 #include <QMainWindow>
 #include <QPixmap>
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 #include <array>
@@ -42,6 +45,8 @@ class QScrollBar;
 class QTabWidget;
 
 namespace quarle::ui {
+
+class DlgName;
 
 class FrmMain : public QMainWindow {
     Q_OBJECT
@@ -262,6 +267,23 @@ public:
     i16 DragX = 0;
     i16 DragY = 0;
 
+    // ---- The two pages and the script reader's host
+    // (FrmMainModelFiles.cpp, FrmMainAnimations.cpp, FrmMainReaderHost.cpp)
+
+    // "1" while LstParts sets ChkReverse, so that showing a part never
+    // changes its flag; empty otherwise.
+    QString ChkReverseTag;
+    // The sequence group on show: the number in TxtAnimNr when it is a whole
+    // number from 0 to 10; nothing for any other text.
+    std::optional<int> AnimGroup() const;
+    // What a load asks of the user goes through this window:
+    //     ReadQcFile(doc, form.ScriptReaderHost(), workFolder);
+    quarle::ReaderHost& ScriptReaderHost() { return readerHost_; }
+    // The dialog of CmdNewGroup while it is open (it does not block the window).
+    DlgName* OpenDlgName() const;
+    // Which files of the model folder are meshes, remembered between refills.
+    const ModelFolderCache& ModelFolderKinds() const { return modelFolderKinds_; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -285,6 +307,48 @@ private:
     platform::SettingsStore& settings_;
     QString fileListPath_;
     bool stopped_ = false;
+
+    // ---- The two pages and the script reader's host
+    friend class FrmMainReaderHost;
+    // The selected body group, BodyGroups(index + 1), or nothing.
+    std::optional<int> SelectedBodyGroup() const;
+    void AddPartsFromFiles();
+    void AddAnimationsFromFiles();
+    void DeleteSelectedParts();
+    void DeleteSelectedAnimations();
+    QPointer<DlgName> dlgName_;
+    ModelFolderCache modelFolderKinds_;
+    FrmMainReaderHost readerHost_{*this};
+
+    // ======== Document commands: open, save, compile, viewer, editor,
+    // recent entries (FrmMainFile.cpp) ========
+public:
+    // Where the working files of a load and a compile stand (loadbuffer.dat,
+    // the compile script, compile.log, fert.dat); empty: the process's
+    // working directory.
+    QString WorkFolder;
+
+    // The load behind the open command and the recent entries: empties
+    // LstAnimations, resets the document, sets QcFile and reads the script.
+    void OpenQcFile(const std::string& path);
+    // Puts QcFile on the recent list, then rewrites the script from the
+    // document with the user's decimal separator. A write that fails is
+    // reported and changes nothing: the old script stays whole, and the
+    // recent list stays as it was. False then.
+    bool WriteQcFile();
+
+private:
+    // The save and save-as commands; true when the script was written.
+    bool SaveQcFile();
+    bool SaveQcFileAs();
+    // Starts program with file as its one argument; a program that is
+    // missing or does not start is reported. what names it in the message.
+    void StartWithFile(const std::string& program, const std::string& file, const QString& what);
+    // The folder a file dialog opens in: that of the script, else the model
+    // folder, else the dialog's own choice.
+    QString DialogFolder() const;
+    QString IdsText(int key) const;
+    // ======== end of the document commands ========
 };
 
 } // namespace quarle::ui

@@ -1,13 +1,47 @@
 // The commands of the file menu and the compile button: open, save, save
 // under a new name, compile, the viewer and the editor, and the four recent
 // entries. The new document and the end of the program are the shell's
-// (FrmMain.cpp). The handlers are wired; their work comes with the commands.
+// (FrmMain.cpp).
+//
+// The commands are thin: they decide the file name and hand over to the
+// script reader, the script writer or the compile dialog. There is no mark
+// that the document changed, so no command asks about unsaved work.
+#include "document/Paths.h"
+#include "document/QcReader.h"
+#include "document/QcWriter.h"
+#include "localisation/GlobalStrings.h"
+#include "ui/compile/DlgCompile.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QListWidget>
+#include <QLocale>
 #include <QPushButton>
 
 namespace quarle::ui {
+namespace {
+
+QString Text(const std::string& s) {
+    return QString::fromStdString(s);
+}
+
+// The two script dialogs share their filter: "QC-" and the word for file.
+QString ScriptFilter(const QString& fileWord) {
+    return QStringLiteral("QC-") + fileWord + QStringLiteral("|*.qc");
+}
+
+// The separator of the locale form of numbers in the script. The script is
+// single-byte text, so a separator outside ASCII falls back to the point.
+char UserDecimalSeparator() {
+    const QString point = QLocale::system().decimalPoint();
+    if (point.size() == 1 && point.front().unicode() > 0x20 && point.front().unicode() < 0x7f) {
+        return static_cast<char>(point.front().unicode());
+    }
+    return '.';
+}
+
+} // namespace
 
 void FrmMain::ConnectFileCommands() {
     connect(MnuDateiOeffnen, &QAction::triggered, this, &FrmMain::MnuDateiOeffnen_Click);
@@ -24,22 +58,210 @@ void FrmMain::ConnectFileCommands() {
     connect(MnuDateiLast4, &QAction::triggered, this, &FrmMain::MnuDateiLast4_Click);
 }
 
-void FrmMain::MnuDateiOeffnen_Click() {}
+QString FrmMain::IdsText(int key) const {
+    return Text(state_.IdsTexts[static_cast<std::size_t>(key)]);
+}
 
-void FrmMain::MnuDateiSpeichern_Click() {}
+QString FrmMain::DialogFolder() const {
+    const Document& doc = state_.Doc;
+    if (!doc.QcFile.empty()) {
+        const std::string folder = paths::FolderOf(doc.QcFile);
+        if (paths::FolderExists(folder)) {
+            return Text(paths::Resolve(folder).value_or(folder));
+        }
+    }
+    if (paths::FolderExists(doc.ModelPath)) {
+        return Text(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
+    }
+    return {};
+}
 
-void FrmMain::MnuDateiSpeichernunter_Click() {}
+// ---------------------------------------------------------------------------
+// Open
 
-void FrmMain::MnuDateiComp_Click() {}
+void FrmMain::MnuDateiOeffnen_Click() {
+    const std::optional<platform::FilePick> pick = services_.ShowOpen(
+        IdsText(IDS_OPEN) + QStringLiteral("..."), ScriptFilter(IdsText(IDS_FILE)), DialogFolder());
+    // A cancelled dialog, or one that reports no file, chose nothing.
+    if (!pick || pick->FileName.isEmpty()) {
+        return;
+    }
+    OpenQcFile(pick->FileName.toStdString());
+}
+
+void FrmMain::OpenQcFile(const std::string& path) {
+    LstAnimations->clear();
+    InitVars();
+    state_.Doc.QcFile = path;
+    // A refused question or an unreadable script ends in a new document;
+    // the host has said what went wrong.
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString());
+}
+
+// ---------------------------------------------------------------------------
+// Save
+
+void FrmMain::MnuDateiSpeichern_Click() {
+    SaveQcFile();
+}
+
+void FrmMain::MnuDateiSpeichernunter_Click() {
+    SaveQcFileAs();
+}
+
+bool FrmMain::SaveQcFile() {
+    if (state_.Doc.QcFile.empty()) {
+        return SaveQcFileAs();
+    }
+    // Over the old file, without a question.
+    return WriteQcFile();
+}
+
+bool FrmMain::SaveQcFileAs() {
+    const std::optional<platform::FilePick> pick =
+        services_.ShowSave(IdsText(IDS_SAVEAS) + QStringLiteral("..."),
+                           ScriptFilter(IdsText(IDS_FILE)), DialogFolder());
+    if (!pick || pick->FileName.isEmpty()) {
+        return false;
+    }
+    std::string path = pick->FileName.toStdString();
+    // Only ".qc" in lower case counts: "robot.QC" becomes "robot.QC.qc".
+    if (!path.ends_with(".qc")) {
+        path += ".qc";
+    }
+    Document& doc = state_.Doc;
+    const std::string oldQcFile = doc.QcFile;
+    const std::string oldModelName = doc.ModelName;
+    doc.QcFile = path;
+    // The model lies beside the script under the same name; this replaces
+    // a name the script's $modelname gave.
+    doc.ModelName = path.substr(0, path.size() - 3) + ".mdl";
+    if (!WriteQcFile()) {
+        // The document stays with the file it had.
+        doc.QcFile = oldQcFile;
+        doc.ModelName = oldModelName;
+        return false;
+    }
+    return true;
+}
+
+bool FrmMain::WriteQcFile() {
+    auto& recent = state_.Settings.RecentFiles;
+    const auto recentBefore = recent;
+    PushRecentFile();
+    const WriteResult result =
+        quarle::WriteQcFile(state_.Doc, state_.Doc.QcFile, UserDecimalSeparator());
+    if (result.Ok) {
+        return true;
+    }
+    // Nothing was written: the list does not take a file that is not there.
+    if (recent != recentBefore) {
+        recent = recentBefore;
+        ShowRecentFiles();
+    }
+    // The reason names the file or the folder that failed; the script's
+    // path is added when it does not.
+    const QString file = Text(state_.Doc.QcFile);
+    const QString reason = Text(result.Error);
+    QString message = QStringLiteral("The script could not be saved.\n\n") + reason;
+    if (!reason.contains(file)) {
+        message += QStringLiteral("\n\nScript: ") + file;
+    }
+    message += QStringLiteral("\n\nAn old file of that name is unchanged.");
+    services_.MsgBox(message, platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+    return false;
+}
+
+// ---------------------------------------------------------------------------
+// Compile
+
+void FrmMain::MnuDateiComp_Click() {
+    // The compile always works on a script written just before. A cancelled
+    // save dialog or a failed write ends the command.
+    if (!SaveQcFile() || state_.Doc.QcFile.empty()) {
+        return;
+    }
+    CompileOptions options;
+    options.WorkingFolder = WorkFolder;
+    DlgCompile dialog(state_, services_, LstAnimations->count(), this, options);
+    connect(&dialog, &DlgCompile::LocaliseRequested, this, &FrmMain::Localise);
+    dialog.exec();
+}
 
 void FrmMain::CmdCompile_Click() {
     MnuDateiComp_Click();
 }
 
-void FrmMain::MnuDateiView_Click() {}
+// ---------------------------------------------------------------------------
+// The viewer and the editor
 
-void FrmMain::MnuDateiViewCode_Click() {}
+void FrmMain::StartWithFile(const std::string& program, const std::string& file,
+                            const QString& what) {
+    const QString programText = Text(program);
+    // A file found only in another case is handed over as it is on disk.
+    const QString fileText = Text(paths::Resolve(file).value_or(file));
+    if (!platform::ProgramExists(programText)) {
+        services_.MsgBox(QStringLiteral("The %1 cannot be found:\n%2\n\n"
+                                        "Choose it under the general settings.")
+                             .arg(what, programText),
+                         platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+        return;
+    }
+    // The file's path is one argument, blanks and all; nothing is waited for.
+    if (!services_.StartProgram(programText, {fileText})) {
+        services_.MsgBox(QStringLiteral("The %1 could not be started:\n%2").arg(what, programText),
+                         platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+    }
+}
 
-void FrmMain::MnuDateiLast_Click(int /*i*/) {}
+void FrmMain::MnuDateiView_Click() {
+    const Document& doc = state_.Doc;
+    if (doc.ModelName.empty() || !paths::FileExists(doc.ModelName)) {
+        MnuDateiComp_Click();
+    }
+    // No model after the compile (refused, failed, cancelled): nothing more.
+    if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
+        StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName,
+                      QStringLiteral("model viewer"));
+    }
+}
+
+void FrmMain::MnuDateiViewCode_Click() {
+    const Document& doc = state_.Doc;
+    // An existing script is shown as last saved; it is not written here.
+    if (doc.QcFile.empty() || !paths::FileExists(doc.QcFile)) {
+        SaveQcFileAs();
+    }
+    if (!doc.QcFile.empty() && paths::FileExists(doc.QcFile)) {
+        StartWithFile(state_.Settings.TextEditorPath, doc.QcFile, QStringLiteral("text editor"));
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Recent entries
+
+void FrmMain::MnuDateiLast_Click(int i) {
+    auto& recent = state_.Settings.RecentFiles;
+    const auto index = static_cast<std::size_t>(i);
+    if (index >= recent.size()) {
+        return;
+    }
+    // The entry's caption shows this text; it is what the click works with.
+    const std::string file = recent[index];
+    if (file == EmptyRecentFile) {
+        return;
+    }
+    if (paths::FileExists(file)) {
+        // The list keeps its order: only a save puts a file on top.
+        OpenQcFile(file);
+        return;
+    }
+    services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Text(file) +
+                         QLatin1Char(' ') + IdsText(IDS_CANTFINDFILE_PART2),
+                     platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+    // The other entries stay where they are, so a gap can stand between two.
+    recent[index] = EmptyRecentFile;
+    ShowRecentFiles();
+}
 
 } // namespace quarle::ui

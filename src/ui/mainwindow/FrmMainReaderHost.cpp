@@ -1,0 +1,90 @@
+#include "ui/mainwindow/FrmMainReaderHost.h"
+
+#include "document/Paths.h"
+#include "localisation/GlobalStrings.h"
+#include "ui/mainwindow/FrmMain.h"
+
+#include <QAction>
+#include <QDir>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+
+namespace quarle::ui {
+namespace {
+
+QString Q(const std::string& s) {
+    return QString::fromStdString(s);
+}
+
+} // namespace
+
+std::string FrmMainReaderHost::Text(Ids key) {
+    return form_.state_.IdsTexts[static_cast<std::size_t>(key)];
+}
+
+std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra,
+                                      FolderQuestion /*what*/) {
+    return form_.NewDir(oldDir, extra);
+}
+
+std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
+                                            const std::string& extra,
+                                            const std::string& modelPath) {
+    // The same question as for a folder, but the pick is the part's own file.
+    const auto& ids = form_.state_.IdsTexts;
+    const QString message = Q(extra) + QStringLiteral(": ") +
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
+                            Q(missingFile) + QStringLiteral("\" ") +
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
+    const platform::Answer answer =
+        form_.services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
+                               Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
+    if (answer != platform::Answer::Ok) {
+        return Refused;
+    }
+    const std::optional<std::string> startIn = paths::Resolve(modelPath);
+    const std::optional<platform::FilePick> pick = form_.services_.ShowOpen(
+        Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Q(*startIn) : QString());
+    if (!pick || pick->FileName.isEmpty()) {
+        return Refused;
+    }
+    return pick->FileName.toStdString();
+}
+
+void FrmMainReaderHost::NewDocument() {
+    form_.MnuDateiNeu_Click();
+}
+
+void FrmMainReaderHost::AddAnimation(const std::string& name) {
+    form_.LstAnimations->addItem(Q(name));
+}
+
+void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
+    const bool loadEnds =
+        kind == ReadProblem::ScriptUnreadable || kind == ReadProblem::WorkFileUnwritable;
+    form_.services_.MsgBox(Q(DescribeProblem(kind, detail)), platform::Buttons::Ok,
+                           loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,
+                           Q(form_.state_.IdsTexts[IDS_ERROR]));
+}
+
+void FrmMainReaderHost::LoadFinished() {
+    form_.FrmModelfiles->setEnabled(true);
+    // The folder as it is spelt on the disk: scripts from Windows may write
+    // it in other capitals.
+    if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath)) {
+        const QDir dir(Q(*folder));
+        if (!dir.entryList(QDir::Files | QDir::Hidden).isEmpty()) {
+            form_.SetFileListPath(Q(*folder));
+        }
+    }
+    form_.Update();
+    form_.MnuWizardsAnimWiz->setEnabled(true);
+    // The reader listed the animations of group 0: let the number say so, or
+    // the page would add to and delete from another group than it shows.
+    if (form_.AnimGroup() != 0) {
+        form_.TxtAnimNr->setText(QStringLiteral("0"));
+    }
+}
+
+} // namespace quarle::ui

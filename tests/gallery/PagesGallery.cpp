@@ -1,0 +1,128 @@
+// The two pages of the main window filled from the sample model folder, as a
+// user builds them through the controls, and the two dialogs of the body
+// groups. Part of the form gallery (Gallery.cpp calls PagesGallery).
+#include "AppState.h"
+#include "support/ScriptedServices.h"
+#include "support/TempSettings.h"
+#include "ui/dialogs/DlgName.h"
+#include "ui/dialogs/DlgRenameGroup.h"
+#include "ui/mainwindow/FrmMain.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+using quarle::AppState;
+using quarle::test::ScriptedServices;
+using quarle::test::TempSettings;
+using quarle::ui::DlgName;
+using quarle::ui::DlgRenameGroup;
+using quarle::ui::FrmMain;
+
+int pageFailures = 0;
+
+void Fail(const QString& what) {
+    std::fprintf(stderr, "gallery: %s\n", qPrintable(what));
+    ++pageFailures;
+}
+
+void Save(QWidget* form, const QString& folder, const QString& name) {
+    QApplication::processEvents();
+    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
+    if (!form->grab().save(path)) {
+        Fail(QStringLiteral("cannot write %1").arg(path));
+    } else {
+        std::printf("%s\n", qPrintable(path));
+    }
+}
+
+void SelectFiles(QListWidget* list, std::initializer_list<const char*> names) {
+    list->clearSelection();
+    for (const char* name : names) {
+        const auto found = list->findItems(QString::fromLatin1(name), Qt::MatchExactly);
+        if (found.size() != 1) {
+            Fail(QStringLiteral("%1 is not listed").arg(QLatin1String(name)));
+            continue;
+        }
+        list->setCurrentItem(found.first(), QItemSelectionModel::Select);
+    }
+}
+
+} // namespace
+
+// Renders the pages and the dialogs into folder, in the language of
+// languageFile. Returns the number of failures.
+int PagesGallery(const QString& folder, const char* languageFile) {
+    pageFailures = 0;
+    TempSettings settings;
+    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
+    ScriptedServices services;
+    auto state = std::make_unique<AppState>();
+    FrmMain form(*state, services, settings.Store());
+    form.Form_Load();
+    form.show();
+
+    QTemporaryDir model;
+    const QDir sample(QStringLiteral(QUARLE_TEST_DATA "/model"));
+    for (const QString& name : sample.entryList(QDir::Files)) {
+        if (!QFile::copy(sample.filePath(name), QDir(model.path()).filePath(name))) {
+            Fail(QStringLiteral("cannot copy %1").arg(name));
+        }
+    }
+    state->Doc.ModelPath = model.path().toStdString();
+    state->Doc.TexturePath = model.path().toStdString();
+    form.Update();
+
+    // Page 0: the body with its reference mesh, and a head group of three
+    // parts, one of them empty and one reversed.
+    SelectFiles(form.LstFiles, {"robot_ref"});
+    form.CmdAdd->click();
+    form.CmdNewGroup->click();
+    DlgName* name = form.OpenDlgName();
+    name->TxtName->setText(QStringLiteral("head"));
+    Save(name, folder, QStringLiteral("DlgName"));
+    name->CmdOK->click();
+    form.CmbBodyGroup->setCurrentIndex(1);
+    SelectFiles(form.LstFiles, {"robot_head", "robot_helmet"});
+    form.CmdAdd->click();
+    form.CmdBlank->click();
+    form.LstParts->setCurrentRow(1);
+    form.ChkReverse->click();
+    Save(&form, folder, QStringLiteral("Pages-ModelFiles"));
+
+    {
+        DlgRenameGroup rename(*state, services, form.CmbBodyGroup, &form);
+        rename.setModal(false);
+        rename.show();
+        Save(&rename, folder, QStringLiteral("DlgRenameGroup"));
+    }
+
+    // Page 1: four animations of group 0, the walk on show with its activity.
+    form.TabSmd->setCurrentIndex(1);
+    SelectFiles(form.LstFiles, {"idle", "walk", "run", "jump"});
+    form.CmdAdd->click();
+    form.LstAnimations->setCurrentRow(3);
+    form.TxtAnimID->setCurrentIndex(form.TxtAnimID->findText(QStringLiteral("ACT_WALK 1")));
+    form.LstFiles->clearSelection();
+    Save(&form, folder, QStringLiteral("Pages-Animations"));
+
+    if (state->Doc.SmdFrameCount != 12) {
+        Fail(QStringLiteral("walk.smd has %1 frames, not 12").arg(state->Doc.SmdFrameCount));
+    }
+    if (!services.Prompts().isEmpty()) {
+        Fail(QStringLiteral("the pages (%1) asked: %2")
+                 .arg(QLatin1String(languageFile), services.Prompts().first().Text));
+    }
+    return pageFailures;
+}

@@ -1,0 +1,212 @@
+// Page "Animationsdateien": the animations of one sequence group, driven
+// through the controls.
+#include "PagesTestSupport.h"
+#include "ui/mainwindow/ActivityIds.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+
+namespace quarle::ui::pages {
+namespace {
+
+using platform::Answer;
+
+class AnimationsTest : public PagesTest {
+protected:
+    AnimationsTest() {
+        OpenModelFolder();
+        ShowPage(1);
+    }
+
+    // Adds these files of the folder, one click of CmdAdd each.
+    void Add(std::initializer_list<const char*> files) {
+        for (const char* file : files) {
+            SelectTexts(form->LstFiles, {file});
+            form->CmdAdd->click();
+        }
+    }
+
+    AnimRec& Anim(int group, int slot) {
+        return Doc().Anims[static_cast<std::size_t>(group)][static_cast<std::size_t>(slot)];
+    }
+};
+
+TEST_F(AnimationsTest, ArrowsWrapAndTheBoxTakesOnlyGroupNumbers) {
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("0"));
+    form->CmdAnimPfeill->click();
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("10"));
+    form->CmdAnimPfeilr->click();
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("0"));
+    form->CmdAnimPfeilr->click();
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+
+    // Typing: a letter and a number above 10 are not taken.
+    form->TxtAnimNr->selectAll();
+    QTest::keyClicks(form->TxtAnimNr, QStringLiteral("x1"));
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+    QTest::keyClicks(form->TxtAnimNr, QStringLiteral("2"));
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+    QTest::keyClicks(form->TxtAnimNr, QStringLiteral("0"));
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("10"));
+
+    // A text set by code that is no group number reaches no table.
+    form->TxtAnimNr->setText(QStringLiteral("-3"));
+    EXPECT_FALSE(form->AnimGroup().has_value());
+    Add({"idle"});
+    EXPECT_EQ(form->LstAnimations->count(), 0);
+    form->CmdAnimPfeilr->click();
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+}
+
+TEST_F(AnimationsTest, EachGroupListsItsOwnAnimations) {
+    form->TxtAnimNr->setText(QStringLiteral("3"));
+    Select(form->LstFiles, {6, 2}); // walk, idle: added in list order
+    form->CmdAdd->click();
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"idle", "walk"}));
+    EXPECT_EQ(form->LstAnimations->currentRow(), -1);
+    EXPECT_EQ(Anim(3, 1).Name, "walk");
+    EXPECT_EQ(Anim(3, 1).SmdFile, "walk");
+    EXPECT_EQ(Anim(3, 1).Fps, 30);
+
+    form->CmdAnimPfeilr->click();
+    EXPECT_EQ(form->LstAnimations->count(), 0);
+    EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral(".smd"));
+    form->CmdAnimPfeill->click();
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"idle", "walk"}));
+    // Slot 0 is on show, though nothing is selected.
+    EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("idle"));
+    EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral("idle.smd"));
+
+    // A slot with a name but no file ends the listing.
+    Anim(0, 0).Name = "stand";
+    Anim(0, 0).SmdFile = "idle";
+    Anim(0, 1).Name = "nofile";
+    Anim(0, 2).Name = "run";
+    Anim(0, 2).SmdFile = "run";
+    form->TxtAnimNr->setText(QStringLiteral("0"));
+    EXPECT_EQ(Items(form->LstAnimations), QStringList{"stand"});
+}
+
+TEST_F(AnimationsTest, AClickShowsTheAnimationAndItsLastFrame) {
+    Add({"idle", "walk"});
+    Anim(0, 1).ActivityId = "ACT_WALK 1";
+    Doc().SmdFrameCount = 3;
+    Click(form->LstAnimations, 1);
+    EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("walk"));
+    EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral("walk.smd"));
+    EXPECT_EQ(form->TxtAnimID->currentText(), QStringLiteral("ACT_WALK 1"));
+    EXPECT_EQ(Doc().SmdFrameCount, 12);
+
+    // A rename shows in the list at once and leaves the file alone.
+    form->TxtAnimName->setText(QStringLiteral("walk_fast"));
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"idle", "walk_fast"}));
+    EXPECT_EQ(Anim(0, 1).Name, "walk_fast");
+    EXPECT_EQ(Anim(0, 1).SmdFile, "walk");
+    EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral("walk.smd"));
+
+    // The activities as the box offers them, odd ones included, and typed text.
+    ASSERT_EQ(form->TxtAnimID->count(), 76);
+    EXPECT_EQ(form->TxtAnimID->itemText(0), QStringLiteral("ACT_ARM 1"));
+    EXPECT_EQ(form->TxtAnimID->itemText(75), QStringLiteral("ACT_WALK_SCARED 1"));
+    form->TxtAnimID->setCurrentIndex(11);
+    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_DETECT_SCENT 1 ");
+    form->TxtAnimID->setCurrentIndex(7);
+    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_COMBAT_IDLE. 1");
+    form->TxtAnimID->setEditText(QStringLiteral("ACT_RUN 4"));
+    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_RUN 4");
+
+    // A file that is gone leaves the frame number as it was.
+    ASSERT_TRUE(QFile::remove(Model("walk.smd")));
+    Click(form->LstAnimations, 0);
+    EXPECT_EQ(Doc().SmdFrameCount, 20);
+    Click(form->LstAnimations, 1);
+    EXPECT_EQ(Doc().SmdFrameCount, 20);
+    EXPECT_EQ(Anim(0, 0).Name, "idle"); // showing wrote the same values back
+}
+
+TEST_F(AnimationsTest, DeletingMovesTheRestUpWithEverythingTheyHold) {
+    Add({"idle", "walk", "run"});
+    Anim(0, 1).EventCount = 1;
+    Anim(0, 1).Events[1].EventId = 1004;
+    Anim(0, 1).BlendOn = 1;
+    Anim(0, 2).FrameLimit = 1;
+    Anim(0, 2).FrameEnd = 8;
+    Anim(0, 512).Name = "far";
+    Click(form->LstAnimations, 0);
+    form->CmdDelAnimation->click();
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "run"}));
+    EXPECT_EQ(Anim(0, 0).Name, "walk");
+    EXPECT_EQ(Anim(0, 0).Events[1].EventId, 1004);
+    EXPECT_EQ(Anim(0, 0).BlendOn, 1);
+    EXPECT_EQ(Anim(0, 1).FrameEnd, 8);
+    EXPECT_EQ(Anim(0, 2).Name, "");
+    EXPECT_EQ(Anim(0, 2).SmdFile, "");
+    // The last slot of the table falls free; its record moved up.
+    EXPECT_EQ(Anim(0, 511).Name, "far");
+    EXPECT_EQ(Anim(0, 512).Name, "");
+    // The fields keep their text; nothing is selected.
+    EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("idle"));
+    EXPECT_EQ(form->LstAnimations->currentRow(), -1);
+    form->TxtAnimName->setText(QStringLiteral("ignored"));
+    EXPECT_EQ(Anim(0, 0).Name, "walk");
+
+    // Several at once: exactly the selected ones go.
+    Add({"jump", "idle"}); // walk, run, jump, idle
+    Select(form->LstAnimations, {3, 1});
+    form->CmdDelAnimation->click();
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "jump"}));
+    EXPECT_EQ(Anim(0, 1).Name, "jump");
+    EXPECT_EQ(Anim(0, 2).Name, "");
+}
+
+TEST_F(AnimationsTest, TheScrollBarMovesTheSelectedAnimation) {
+    Add({"idle", "walk", "run"});
+    Anim(0, 1).Fps = 12;
+    QScrollBar* bar = form->VScrAnim;
+
+    Click(form->LstAnimations, 1);
+    bar->triggerAction(QAbstractSlider::SliderSingleStepSub); // the upper arrow
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "idle", "run"}));
+    EXPECT_EQ(Anim(0, 0).Fps, 12);
+    EXPECT_EQ(Anim(0, 1).Name, "idle");
+    EXPECT_EQ(form->LstAnimations->currentRow(), 0);
+    EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("walk"));
+    EXPECT_EQ(bar->value(), 0);
+
+    // The last entry cannot go further down: the bar stays at 1, and the
+    // next click on the upper arrow only brings it back.
+    Click(form->LstAnimations, 2);
+    bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(bar->value(), 1);
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "idle", "run"}));
+    bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(bar->value(), 1);
+    bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(bar->value(), 0);
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "idle", "run"}));
+    EXPECT_EQ(form->LstAnimations->currentRow(), 2);
+}
+
+TEST_F(AnimationsTest, AFullGroupRefusesFurtherAnimations) {
+    for (int s = 0; s < 100; ++s) {
+        Anim(5, s).Name = Anim(5, s).SmdFile = "a" + std::to_string(s);
+    }
+    Anim(5, 101).Name = "kept";
+    form->TxtAnimNr->setText(QStringLiteral("5"));
+    ASSERT_EQ(form->LstAnimations->count(), 100);
+
+    services.QueueMsgBox(Answer::Ok);
+    Select(form->LstFiles, {0, 1, 2});
+    form->CmdAdd->click();
+    EXPECT_EQ(form->LstAnimations->count(), 101);
+    EXPECT_EQ(Anim(5, 100).SmdFile, "die_back");
+    EXPECT_EQ(Anim(5, 101).Name, "kept");
+    EXPECT_EQ(Anim(5, 101).SmdFile, "");
+    ASSERT_EQ(services.Prompts().size(), 1);
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(QStringLiteral("101")));
+}
+
+} // namespace
+} // namespace quarle::ui::pages

@@ -1,0 +1,294 @@
+// Page "Modeldateien": the files of the model folder, body groups and their
+// parts, driven through the controls.
+#include "PagesTestSupport.h"
+#include "localisation/GlobalStrings.h"
+#include "support/ModalScript.h"
+#include "ui/dialogs/DlgName.h"
+#include "ui/dialogs/DlgRenameGroup.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace quarle::ui::pages {
+namespace {
+
+using platform::Answer;
+
+const QStringList Meshes{"robot_head", "robot_helmet", "robot_ref"};
+
+TEST_F(PagesTest, RefillSortsTheFolderIntoMeshesAndAnimations) {
+    OpenModelFolder();
+    EXPECT_EQ(Items(form->LstFiles), Meshes);
+
+    // A mesh whose only triangles are commented out is an animation; the
+    // listing ignores the case of names and of the extension.
+    ShowPage(1);
+    EXPECT_EQ(Items(form->LstFiles),
+              (QStringList{"die_back", "draft", "idle", "jump", "run", "Shoot", "walk"}));
+
+    // A change of the page reads the folder again: a file that appeared and
+    // one that changed its kind show up where they now belong.
+    QFile added(Model("zombie.smd"));
+    ASSERT_TRUE(added.open(QIODevice::WriteOnly));
+    added.write("version 1\r\ntriangles\r\nend\r\n");
+    added.close();
+    QFile changed(Model("run.smd"));
+    ASSERT_TRUE(changed.open(QIODevice::Append));
+    changed.write("triangles\r\nend\r\n");
+    changed.close();
+    ShowPage(0);
+    EXPECT_EQ(Items(form->LstFiles),
+              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run", "zombie"}));
+    // Files gone from the folder leave the list and the cache.
+    ASSERT_TRUE(QFile::remove(Model("zombie.smd")));
+    ShowPage(1);
+    ShowPage(0);
+    EXPECT_EQ(Items(form->LstFiles),
+              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run"}));
+    EXPECT_EQ(form->ModelFolderKinds().Entries(), 10u);
+}
+
+TEST_F(PagesTest, AddTakesEverySelectedFileInListOrder) {
+    OpenModelFolder();
+    Select(form->LstFiles, {2, 0, 1});
+    form->CmdAdd->click();
+    EXPECT_EQ(Items(form->LstParts), Meshes);
+    const BodyGroupRec& body = Doc().BodyGroups[1];
+    EXPECT_EQ(body.PartCount, 3);
+    EXPECT_EQ(body.Parts[1], "robot_head");
+    EXPECT_EQ(body.Parts[3], "robot_ref");
+    EXPECT_EQ(form->LstFiles->selectedItems().size(), 3); // the selection stays
+
+    // A double click adds what is selected, not only the entry under the
+    // pointer; the same file twice gives two parts.
+    Select(form->LstFiles, {0, 2});
+    emit form->LstFiles->itemDoubleClicked(form->LstFiles->item(2));
+    EXPECT_EQ(body.PartCount, 5);
+    EXPECT_EQ(body.Parts[4], "robot_head");
+    EXPECT_EQ(body.Parts[5], "robot_ref");
+    EXPECT_TRUE(services.Prompts().isEmpty());
+}
+
+TEST_F(PagesTest, AFullGroupRefusesFurtherParts) {
+    OpenModelFolder();
+    for (int i = 0; i < 14; ++i) {
+        form->CmdBlank->click();
+    }
+    // Room for two of the three: the third is refused, once.
+    services.QueueMsgBox(Answer::Ok);
+    Select(form->LstFiles, {0, 1, 2});
+    form->CmdAdd->click();
+    BodyGroupRec& body = Doc().BodyGroups[1];
+    EXPECT_EQ(body.PartCount, 16);
+    EXPECT_EQ(body.Parts[16], "robot_helmet");
+    EXPECT_EQ(form->LstParts->count(), 16);
+    ASSERT_EQ(services.Prompts().size(), 1);
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(QStringLiteral("16")));
+    EXPECT_EQ(services.Prompts()[0].Title, QString::fromStdString(state->IdsTexts[IDS_ERROR]));
+
+    services.QueueMsgBox(Answer::Ok);
+    form->CmdBlank->click();
+    EXPECT_EQ(body.PartCount, 16);
+    EXPECT_EQ(services.Prompts().size(), 2);
+}
+
+TEST_F(PagesTest, ReverseFlagsBelongToTheirParts) {
+    OpenModelFolder();
+    // Blank works from the other page too, on the group of page 0.
+    SelectTexts(form->LstFiles, {"robot_ref"});
+    form->CmdAdd->click();
+    ShowPage(1);
+    form->CmdBlank->click();
+    ShowPage(0);
+    SelectTexts(form->LstFiles, {"robot_head"});
+    form->CmdAdd->click();
+    EXPECT_EQ(Items(form->LstParts), (QStringList{"robot_ref", "<blank>", "robot_head"}));
+
+    BodyGroupRec& body = Doc().BodyGroups[1];
+    Click(form->LstParts, 0);
+    form->ChkReverse->click();
+    EXPECT_EQ(body.Reverse[1], -1);
+    Click(form->LstParts, 1);
+    EXPECT_FALSE(form->ChkReverse->isEnabled());
+    EXPECT_FALSE(form->ChkReverse->isChecked());
+    Click(form->LstParts, 2);
+    EXPECT_TRUE(form->ChkReverse->isEnabled());
+    EXPECT_FALSE(form->ChkReverse->isChecked());
+    form->ChkReverse->click();
+    Click(form->LstParts, 0);
+    EXPECT_TRUE(form->ChkReverse->isChecked());
+    EXPECT_EQ(body.Reverse[1], -1); // showing a part leaves its flag alone
+
+    // Deleting the blank moves robot_head up with its flag; the slot that
+    // falls free keeps no flag for the next part.
+    Click(form->LstParts, 1);
+    form->CmdDelAnimation->click();
+    EXPECT_EQ(body.PartCount, 2);
+    EXPECT_EQ(body.Parts[2], "robot_head");
+    EXPECT_EQ(body.Reverse[2], -1);
+    EXPECT_EQ(body.Reverse[3], 0);
+    form->CmdBlank->click();
+    EXPECT_EQ(body.Reverse[3], 0);
+
+    // No part selected: a click on the box changes nothing.
+    EXPECT_EQ(form->LstParts->currentRow(), -1);
+    const auto before = body.Reverse;
+    form->ChkReverse->click();
+    EXPECT_EQ(body.Reverse, before);
+}
+
+TEST_F(PagesTest, DeletingSelectedPartsRemovesExactlyThose) {
+    OpenModelFolder();
+    BodyGroupRec& body = Doc().BodyGroups[1];
+    for (const char* name : {"robot_ref", "robot_head", "robot_helmet"}) {
+        SelectTexts(form->LstFiles, {name});
+        form->CmdAdd->click();
+    }
+    form->CmdBlank->click();
+    body.Reverse[4] = -1;
+    SelectTexts(form->LstFiles, {"robot_ref"});
+    form->CmdAdd->click();
+    // robot_ref, robot_head, robot_helmet, <blank>, robot_ref
+    Select(form->LstParts, {0, 2});
+    form->CmdDelAnimation->click();
+    EXPECT_EQ(Items(form->LstParts), (QStringList{"robot_head", "<blank>", "robot_ref"}));
+    EXPECT_EQ(body.PartCount, 3);
+    EXPECT_EQ(body.Parts[1], "robot_head");
+    EXPECT_EQ(body.Parts[2], Blank);
+    EXPECT_EQ(body.Reverse[2], -1);
+    EXPECT_EQ(body.Parts[3], "robot_ref");
+    EXPECT_EQ(body.Parts[4], "");
+    EXPECT_EQ(body.Parts[5], "");
+}
+
+TEST_F(PagesTest, DeletingAGroupMovesTheOnesBehindIt) {
+    OpenModelFolder();
+    Document& doc = Doc();
+    doc.BodyGroupCount = 3;
+    doc.BodyGroups[2].Name = "arms";
+    doc.BodyGroups[2].PartCount = 1;
+    doc.BodyGroups[2].Parts[1] = "arm";
+    doc.BodyGroups[2].Reverse[1] = -1;
+    doc.BodyGroups[3].Name = "legs";
+    form->Update();
+    form->CmdDel->click();
+    EXPECT_EQ(doc.BodyGroupCount, 2);
+    EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"arms", "legs"}));
+    EXPECT_EQ(form->CmbBodyGroup->currentIndex(), -1);
+    EXPECT_EQ(doc.BodyGroups[1].Name, "arms");
+    EXPECT_EQ(doc.BodyGroups[1].Parts[1], "arm");
+    EXPECT_EQ(doc.BodyGroups[1].Reverse[1], -1);
+    EXPECT_EQ(doc.BodyGroups[2].Name, "legs");
+    EXPECT_EQ(doc.BodyGroups[3].Name, "");
+    EXPECT_EQ(doc.BodyGroups[3].PartCount, 0);
+}
+
+TEST_F(PagesTest, DeletingTheOnlyGroupLeavesNothingSelected) {
+    OpenModelFolder();
+    form->CmdDel->click();
+    EXPECT_EQ(Doc().BodyGroupCount, 0);
+    EXPECT_EQ(form->CmbBodyGroup->count(), 0);
+    EXPECT_EQ(form->LstParts->count(), 0);
+    EXPECT_TRUE(form->CmdDel->isEnabled());
+    EXPECT_TRUE(form->CmdRename->isEnabled());
+
+    // Without a selected group the buttons do nothing, the rename included.
+    Select(form->LstFiles, {0});
+    form->CmdAdd->click();
+    form->CmdBlank->click();
+    form->CmdDel->click();
+    form->CmdRename->click();
+    EXPECT_EQ(Doc().BodyGroupCount, 0);
+    EXPECT_EQ(Doc().BodyGroups[1].PartCount, 0);
+    EXPECT_EQ(form->LstParts->count(), 0);
+    EXPECT_TRUE(services.Prompts().isEmpty());
+
+    // A new group is listed but not selected.
+    form->CmdNewGroup->click();
+    DlgName* dialog = form->OpenDlgName();
+    ASSERT_NE(dialog, nullptr);
+    dialog->TxtName->setText(QStringLiteral("torso"));
+    dialog->CmdOK->click();
+    EXPECT_EQ(Doc().BodyGroupCount, 1);
+    EXPECT_EQ(Doc().BodyGroups[1].Name, "torso");
+    EXPECT_EQ(Items(form->CmbBodyGroup), QStringList{"torso"});
+    EXPECT_EQ(form->CmbBodyGroup->currentIndex(), -1);
+}
+
+TEST_F(PagesTest, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
+    OpenModelFolder();
+    Select(form->LstFiles, {2});
+    form->CmdAdd->click();
+    form->CmdNewGroup->click();
+    QPointer<DlgName> dialog = form->OpenDlgName();
+    ASSERT_FALSE(dialog.isNull());
+    EXPECT_FALSE(dialog->isModal());
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Gib den Namen der Gruppe ein"));
+    form->CmdNewGroup->click(); // the open dialog comes forward, no second one
+    EXPECT_EQ(form->OpenDlgName(), dialog.data());
+
+    // The window stays usable meanwhile; the slot is the one behind the
+    // last group when OK is pressed.
+    form->CmdBlank->click();
+    dialog->TxtName->setText(QStringLiteral("head"));
+    dialog->CmdOK->click();
+    EXPECT_EQ(Doc().BodyGroupCount, 2);
+    EXPECT_EQ(Doc().BodyGroups[2].Name, "head");
+    EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"body", "head"}));
+    EXPECT_EQ(form->CmbBodyGroup->currentIndex(), 0);
+    EXPECT_EQ(Items(form->LstParts), (QStringList{"robot_ref", "<blank>"}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isNull(); }, 2000));
+
+    // At 32 groups the dialog refuses and stays open for a cancel.
+    Doc().BodyGroupCount = 32;
+    form->CmdNewGroup->click();
+    dialog = form->OpenDlgName();
+    services.QueueMsgBox(Answer::Ok);
+    dialog->CmdOK->click();
+    EXPECT_EQ(Doc().BodyGroupCount, 32);
+    EXPECT_EQ(form->CmbBodyGroup->count(), 2);
+    ASSERT_EQ(services.Prompts().size(), 1);
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(QStringLiteral("32")));
+    EXPECT_TRUE(dialog->isVisible());
+    dialog->CmdAbbrechen->click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isNull(); }, 2000));
+}
+
+TEST_F(PagesTest, RenameChangesTheGroupAndItsEntryAtOnce) {
+    OpenModelFolder();
+    Doc().BodyGroupCount = 2;
+    Doc().BodyGroups[2].Name = "head";
+    form->Update();
+    form->CmbBodyGroup->setCurrentIndex(1);
+
+    QString shown;
+    test::ModalScript script([&](QWidget* modal) {
+        auto* dialog = qobject_cast<DlgRenameGroup*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        shown = dialog->TxtNewCaption->text();
+        dialog->TxtNewCaption->setText(QStringLiteral("helmet"));
+        dialog->OKButton->click();
+    });
+    form->CmdRename->click();
+    EXPECT_TRUE(script.Ran());
+    EXPECT_EQ(shown, QStringLiteral("head"));
+    EXPECT_EQ(Doc().BodyGroups[2].Name, "helmet");
+    EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"body", "helmet"}));
+    EXPECT_EQ(form->CmbBodyGroup->currentText(), QStringLiteral("helmet"));
+
+    test::ModalScript cancel([](QWidget* modal) {
+        auto* dialog = qobject_cast<DlgRenameGroup*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        dialog->TxtNewCaption->setText(QStringLiteral("gone"));
+        dialog->CancelButton->click();
+    });
+    form->CmdRename->click();
+    EXPECT_TRUE(cancel.Ran());
+    EXPECT_EQ(Doc().BodyGroups[2].Name, "helmet");
+}
+
+} // namespace
+} // namespace quarle::ui::pages
