@@ -7,6 +7,7 @@
 #include <string>
 
 #include "document/Document.h"
+#include "localisation/MessageTexts.h"
 
 namespace quarle {
 
@@ -26,6 +27,9 @@ struct AppState {
     ToolSettings Settings;
     std::array<std::string, LastIds + 1> IdsNames{};
     std::array<std::string, LastIds + 1> IdsTexts{};
+    // Messages that have no global string; English until a language file
+    // with a messages section is read.
+    MessageTexts MsgTexts = DefaultMessageTexts();
     bool LocalisationMode = false;
     i16 OriginEditX = 0;
     i16 OriginEditY = 0;

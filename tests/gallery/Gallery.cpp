@@ -2,51 +2,29 @@
 // PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
 // (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
 // language file is missing or a form asked an unexpected question.
-#include "AppState.h"
-#include "support/ScriptedServices.h"
-#include "support/TempSettings.h"
-#include "ui/mainwindow/FrmMain.h"
+#include "GallerySupport.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QListWidget>
 #include <QLocale>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <cstdio>
-#include <memory>
 
-// The two pages and their dialogs (PagesGallery.cpp); returns its failures.
-int PagesGallery(const QString& folder, const char* languageFile);
-// The compile dialog after a run and after a refusal (CompileRunGallery.cpp);
-// returns its failures.
-int CompileRunGallery(const QString& folder, const char* languageFile);
+// The two pages and their dialogs (PagesGallery.cpp).
+void PagesGallery(const QString& folder, const char* languageFile);
+// The compile dialog after a run and after a refusal (CompileRunGallery.cpp).
+void CompileRunGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
 using quarle::AppState;
-using quarle::test::ScriptedServices;
-using quarle::test::TempSettings;
+using quarle::gallery::Fail;
+using quarle::gallery::Save;
 using quarle::ui::FrmMain;
-
-int failures = 0;
-
-void Fail(const QString& what) {
-    std::fprintf(stderr, "gallery: %s\n", qPrintable(what));
-    ++failures;
-}
-
-void Save(QWidget* form, const QString& folder, const QString& name) {
-    QApplication::processEvents();
-    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
-    if (!form->grab().save(path)) {
-        Fail(QStringLiteral("cannot write %1").arg(path));
-    } else {
-        std::printf("%s\n", qPrintable(path));
-    }
-}
 
 void WriteFile(const QString& path, const QByteArray& text) {
     QFile file(path);
@@ -85,41 +63,32 @@ void FillModel(FrmMain& form, AppState& state, const QString& folder) {
 }
 
 void MainWindow(const QString& folder, const char* languageFile) {
-    TempSettings settings;
-    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
-    ScriptedServices services;
-    if (!QFile::exists(QDir(services.ProgramFolderPath).filePath(languageFile))) {
-        Fail(QStringLiteral("%1 is missing beside the program").arg(languageFile));
-    }
-    auto state = std::make_unique<AppState>();
-    FrmMain form(*state, services, settings.Store());
-    form.Form_Load();
-    form.show();
+    quarle::gallery::Window window(languageFile);
+    // Two recent files, so that the file menu shows both kinds of entry.
+    window.Settings.Store().Set(QStringLiteral("RecentFile0"), QStringLiteral("c:\\models\\robot.qc"));
+    window.Settings.Store().Set(QStringLiteral("RecentFile1"), QStringLiteral("c:\\models\\scientist.qc"));
+    FrmMain& form = window.Start();
     Save(&form, folder, QStringLiteral("FrmMain"));
 
+    // The file menu, open: entries, separator lines and the recent files.
+    form.MnuDatei->popup(form.mapToGlobal(QPoint(0, 0)));
+    Save(form.MnuDatei, folder, QStringLiteral("FrmMain-MnuDatei"));
+    form.MnuDatei->hide();
+
     QTemporaryDir model;
-    FillModel(form, *state, model.path());
+    FillModel(form, *window.State, model.path());
     Save(&form, folder, QStringLiteral("FrmMain-ModelFiles"));
     form.TabSmd->setCurrentIndex(1);
     Save(&form, folder, QStringLiteral("FrmMain-Animations"));
-
-    if (!services.Prompts().isEmpty()) {
-        Fail(QStringLiteral("FrmMain (%1) asked: %2")
-                 .arg(languageFile, services.Prompts().first().Text));
-    }
+    quarle::gallery::ExpectNoPrompts(window.Services,
+                                     QStringLiteral("FrmMain (%1)").arg(languageFile));
 }
 
 // A start in localisation mode shows the localise button.
 void MainWindowLocalising(const QString& folder, const char* languageFile) {
-    TempSettings settings;
-    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
-    ScriptedServices services;
-    auto state = std::make_unique<AppState>();
-    state->LocalisationMode = true;
-    FrmMain form(*state, services, settings.Store());
-    form.Form_Load();
-    form.show();
-    Save(&form, folder, QStringLiteral("FrmMain-Localisation"));
+    quarle::gallery::Window window(languageFile);
+    window.State->LocalisationMode = true;
+    Save(&window.Start(), folder, QStringLiteral("FrmMain-Localisation"));
 }
 
 } // namespace
@@ -145,8 +114,8 @@ int main(int argc, char** argv) {
         }
         MainWindow(folder, language.file);
         MainWindowLocalising(folder, language.file);
-        failures += PagesGallery(folder, language.file);
-        failures += CompileRunGallery(folder, language.file);
+        PagesGallery(folder, language.file);
+        CompileRunGallery(folder, language.file);
     }
-    return failures == 0 ? 0 : 1;
+    return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

@@ -1,14 +1,10 @@
 // The two pages of the main window filled from the sample model folder, as a
 // user builds them through the controls, and the two dialogs of the body
 // groups. Part of the form gallery (Gallery.cpp calls PagesGallery).
-#include "AppState.h"
-#include "support/ScriptedServices.h"
-#include "support/TempSettings.h"
+#include "GallerySupport.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
-#include "ui/mainwindow/FrmMain.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -18,34 +14,14 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <cstdio>
-#include <memory>
 
 namespace {
 
-using quarle::AppState;
-using quarle::test::ScriptedServices;
-using quarle::test::TempSettings;
+using quarle::gallery::Fail;
+using quarle::gallery::Save;
 using quarle::ui::DlgName;
 using quarle::ui::DlgRenameGroup;
 using quarle::ui::FrmMain;
-
-int pageFailures = 0;
-
-void Fail(const QString& what) {
-    std::fprintf(stderr, "gallery: %s\n", qPrintable(what));
-    ++pageFailures;
-}
-
-void Save(QWidget* form, const QString& folder, const QString& name) {
-    QApplication::processEvents();
-    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
-    if (!form->grab().save(path)) {
-        Fail(QStringLiteral("cannot write %1").arg(path));
-    } else {
-        std::printf("%s\n", qPrintable(path));
-    }
-}
 
 void SelectFiles(QListWidget* list, std::initializer_list<const char*> names) {
     list->clearSelection();
@@ -62,16 +38,11 @@ void SelectFiles(QListWidget* list, std::initializer_list<const char*> names) {
 } // namespace
 
 // Renders the pages and the dialogs into folder, in the language of
-// languageFile. Returns the number of failures.
-int PagesGallery(const QString& folder, const char* languageFile) {
-    pageFailures = 0;
-    TempSettings settings;
-    settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
-    ScriptedServices services;
-    auto state = std::make_unique<AppState>();
-    FrmMain form(*state, services, settings.Store());
-    form.Form_Load();
-    form.show();
+// languageFile.
+void PagesGallery(const QString& folder, const char* languageFile) {
+    quarle::gallery::Window window(languageFile);
+    FrmMain& form = window.Start();
+    auto& state = window.State;
 
     QTemporaryDir model;
     const QDir sample(QStringLiteral(QUARLE_TEST_DATA "/model"));
@@ -102,7 +73,7 @@ int PagesGallery(const QString& folder, const char* languageFile) {
     Save(&form, folder, QStringLiteral("Pages-ModelFiles"));
 
     {
-        DlgRenameGroup rename(*state, services, form.CmbBodyGroup, &form);
+        DlgRenameGroup rename(*state, window.Services, form.CmbBodyGroup, &form);
         rename.setModal(false);
         rename.show();
         Save(&rename, folder, QStringLiteral("DlgRenameGroup"));
@@ -120,9 +91,6 @@ int PagesGallery(const QString& folder, const char* languageFile) {
     if (state->Doc.SmdFrameCount != 12) {
         Fail(QStringLiteral("walk.smd has %1 frames, not 12").arg(state->Doc.SmdFrameCount));
     }
-    if (!services.Prompts().isEmpty()) {
-        Fail(QStringLiteral("the pages (%1) asked: %2")
-                 .arg(QLatin1String(languageFile), services.Prompts().first().Text));
-    }
-    return pageFailures;
+    quarle::gallery::ExpectNoPrompts(window.Services,
+                                     QStringLiteral("the pages (%1)").arg(languageFile));
 }

@@ -2,15 +2,20 @@
 """Writes the language files data/deutsch.lng and data/english.lng.
 
 The tables below are the one place where the shipped texts are kept: one
-table per form that reads a language file when it loads, and the table of
-the 93 global strings. Edit them here and run
+table per form that reads a language file when it loads, the German texts of
+the messages (their keys and English texts are the program's own, read from
+MessageTexts.h), and the table of the 93 global strings. Edit them here and
+run
 
     python3 tools/lng/generate.py          # rewrite both files
     python3 tools/lng/generate.py --check  # exit 1 when a file is out of date
 
 The files are cp1252 with CR LF line ends. Each form section holds "Titel"
 and two lines per control: the caption line and the tool tip line, both with
-the control's key. A property the control doesn't have is written as
+the control's key. Menu separators are lines, not controls with a caption, and
+have no entry. The messages section ("Quarle Messages", one line per key)
+stands behind the form sections and ahead of "Global Strings", where readers
+that do not know it skip it. A property the control doesn't have is written as
 "<not available>", as the language editor writes it. An empty value keeps the
 designed text, so the German file repeats the designed German texts and the
 English file must give every one of them.
@@ -23,6 +28,8 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 DATA = ROOT / "data"
 KEY_TABLE = ROOT / "src" / "core" / "localisation" / "GlobalStrings.h"
+MESSAGE_TABLE = ROOT / "src" / "core" / "localisation" / "MessageTexts.h"
+MESSAGES_LINE = "Quarle Messages"
 
 VERSION = "0.8.4"
 SEPARATOR = "-" * 22
@@ -465,6 +472,83 @@ FORMS = [
     ]),
 ]
 
+# The German texts of the messages beyond the key table. %1, %2, ... are the
+# variable parts, in the order the English text has them.
+GERMAN_MESSAGES = {
+    "MSG_PARTS_FULL": "Diese Bodygruppe hat schon %1 Teile, mehr kann eine Gruppe nicht "
+                      "aufnehmen. Es wurde kein Teil hinzugefügt.",
+    "MSG_GROUPS_FULL": "Das Modell hat schon %1 Bodygruppen, mehr kann es nicht aufnehmen. Es "
+                       "wurde keine Gruppe hinzugefügt.",
+    "MSG_ANIMATIONS_FULL": "Diese Sequenzgruppe hat schon %1 Animationen, mehr kann eine Gruppe "
+                           "nicht aufnehmen. Es wurde keine Animation hinzugefügt.",
+    "MSG_SAVE_FAILED": "Die qc-Datei konnte nicht gespeichert werden.",
+    "MSG_SAVE_SCRIPT": "Datei: %1",
+    "MSG_SAVE_OLD_FILE_KEPT": "Eine ältere Datei dieses Namens ist unverändert.",
+    "MSG_VIEWER_MISSING": "Der Modelviewer wurde nicht gefunden:",
+    "MSG_EDITOR_MISSING": "Der Texteditor wurde nicht gefunden:",
+    "MSG_VIEWER_NOT_STARTED": "Der Modelviewer konnte nicht gestartet werden:",
+    "MSG_EDITOR_NOT_STARTED": "Der Texteditor konnte nicht gestartet werden:",
+    "MSG_CHOOSE_PROGRAM": "Trage ihn unter Einstellungen - Allgemeine Einstellungen ein.",
+    "MSG_COMPILE_CANNOT_START": "Das Kompilieren kann nicht beginnen: %1",
+    "MSG_SCRIPT_NOT_WRITTEN": "%1 kann in %2 nicht geschrieben werden: %3",
+    "MSG_SCRIPT_NOT_STARTED": "%1 kann nicht gestartet werden: %2",
+    "MSG_COMPILE_CANCELLED": "Kompilieren abgebrochen; der Compiler wurde beendet.",
+    "MSG_COMPILE_TIMED_OUT": "Kompilieren beendet: kein Ergebnis nach %1 s.",
+    "MSG_SCRIPT_NO_MARKER": "%1 endete, ohne %2 zu schreiben.",
+    "MSG_STATUS_LINE": "%1; %2; %3.",
+    "MSG_STATUS_REFUSED": "Nicht kompiliert: die Prüfung fand %1.",
+    "MSG_STATUS_NOT_STARTED": "Nicht kompiliert: das Compile-Skript konnte nicht gestartet "
+                              "werden.",
+    "MSG_STATUS_FINISHED": "Compiler fertig mit Rückgabewert %1",
+    "MSG_STATUS_NO_EXIT_STATUS": "Compiler fertig (Rückgabewert unbekannt)",
+    "MSG_STATUS_NOT_RUNNABLE": "Compiler konnte nicht laufen (Rückgabewert %1)",
+    "MSG_STATUS_CANCELLED": "Kompilieren nach %1 s abgebrochen",
+    "MSG_STATUS_TIMED_OUT": "Kompilieren beendet: kein Ergebnis nach %1 s",
+    "MSG_STATUS_NO_MARKER": "Das Compile-Skript endete, ohne seine Fertig-Datei zu schreiben",
+    "MSG_STATUS_LOG": "Log: %1, %2",
+    "MSG_STATUS_MODEL_WRITTEN": "Modell geschrieben: %1",
+    "MSG_STATUS_MODEL_REWRITTEN": "Modell neu geschrieben: %1",
+    "MSG_STATUS_MODEL_UNCHANGED": "Modell nicht verändert: %1",
+    "MSG_STATUS_NO_MODEL": "kein Modell geschrieben",
+    "MSG_ONE_ERROR": "1 Fehler",
+    "MSG_ERRORS": "%1 Fehler",
+    "MSG_ONE_WARNING": "1 Warnung",
+    "MSG_WARNINGS": "%1 Warnungen",
+    "MSG_READ_SCRIPT_UNREADABLE": "Die qc-Datei kann nicht geöffnet werden",
+    "MSG_READ_WORK_FILE_UNWRITABLE": "Die Arbeitsdatei kann nicht geschrieben werden",
+    "MSG_READ_INCLUDE_UNREADABLE": "Eine eingebundene Datei kann nicht geöffnet werden und wurde "
+                                   "übersprungen",
+    "MSG_READ_INCLUDE_LOOP": "Eine Datei bindet sich selbst ein; das $include wurde übersprungen",
+    "MSG_READ_INCLUDE_TOO_DEEP": "Die Include-Dateien sind zu tief verschachtelt; das $include "
+                                 "wurde übersprungen",
+    "MSG_READ_TOO_MANY_BODY_GROUPS": "Mehr als 32 Bodygruppen; der Rest wurde übersprungen",
+    "MSG_READ_TOO_MANY_PARTS": "Mehr als 16 Teile in einer Bodygruppe; der Rest wurde "
+                               "übersprungen",
+    "MSG_READ_ATTACHMENT_INDEX": "Eine Attachment-Nummer außerhalb von 0 bis 3 wurde "
+                                 "übersprungen",
+    "MSG_READ_CONTROLLER_INDEX": "Eine Controller-Nummer außerhalb von 0 bis 3 wurde "
+                                 "übersprungen",
+    "MSG_READ_TOO_MANY_SEQUENCE_GROUPS": "Mehr als 10 Sequenzgruppen; ihre Sequenzen wurden "
+                                         "übersprungen",
+    "MSG_READ_TOO_MANY_SEQUENCES": "Mehr als 513 Sequenzen in einer Gruppe; der Rest wurde "
+                                   "übersprungen",
+    "MSG_READ_TOO_MANY_EVENTS": "Mehr als 255 Events in einer Sequenz; der Rest wurde "
+                                "übersprungen",
+    "MSG_READ_TOO_MANY_TEXTURES": "Mehr als 10 Texturen in den Teilen; der Rest wurde "
+                                  "weggelassen",
+    "MSG_READ_TOO_MANY_TEXTURE_COLUMNS": "Mehr als 10 Texturen in einer Zeile einer "
+                                         "Texturgruppe; der Rest wurde übersprungen",
+    "MSG_READ_TOO_MANY_TEXTURE_ROWS": "Mehr als 100 Zeilen in den Texturgruppen; der Rest wurde "
+                                      "übersprungen",
+    "MSG_READ_NUMBER_OUT_OF_RANGE": "Eine Zahl war zu groß für ihr Feld und wurde auf dessen "
+                                    "Grenze gekürzt",
+    "MSG_READ_PART_FILE_MISSING": "Die Datei eines Teils fehlt; ihre Texturen wurden nicht "
+                                  "gelesen",
+    "MSG_READ_PART_NOT_IN_MODEL_PATH": "Die gewählte Datei ist keine smd-Datei im Modellordner; "
+                                       "das Teil bleibt, wie es war",
+    "MSG_READ_DETAIL": "%1: „%2“",
+}
+
 # The texts of the global strings, in the order of the key table (index 1 to
 # 93). Pieces of one sentence (_PART1, _PART2, ...) are joined by the code
 # with a blank and a name or a path between them.
@@ -648,8 +732,37 @@ def key_table():
     return re.findall(r'"(IDS_[A-Z0-9_]+)"', table)
 
 
+def message_table():
+    """(key, English text) of every message, in the program's order."""
+    text = MESSAGE_TABLE.read_text(encoding="utf-8")
+    table = text[text.index("MessageTable{{"):text.index("}};")]
+    rows = re.findall(r'\{(MSG_\w+), "(MSG_\w+)",((?:\s*"(?:[^"\\]|\\.)*")+)\}', table)
+    messages = []
+    for name, key, pieces in rows:
+        if name != key:
+            sys.exit(f"generate.py: {name} has the key {key}")
+        english = "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', pieces))
+        messages.append((key, re.sub(r"\\(.)", r"\1", english)))
+    return messages
+
+
+def messages():
+    """(key, German, English) of every message."""
+    return [(key, GERMAN_MESSAGES.get(key), en) for key, en in message_table()]
+
+
 def check_tables():
     keys = key_table()
+    table = message_table()
+    if not table or {k for k, _ in table} != set(GERMAN_MESSAGES):
+        sys.exit("generate.py: the German messages do not follow MessageTexts.h")
+    for key, de, en in messages():
+        for text in (de, en):
+            if not text or text != text.strip(" ") or "\n" in text:
+                sys.exit(f"generate.py: {key} must be one line without outer blanks: {text!r}")
+        placeholders = sorted(set(re.findall(r"%[1-9]", en)))
+        if sorted(set(re.findall(r"%[1-9]", de))) != placeholders:
+            sys.exit(f"generate.py: {key} does not have the placeholders {placeholders}")
     if len(keys) != 94 or [k for k, _, _ in GLOBAL_STRINGS] != keys[1:]:
         sys.exit("generate.py: the global strings do not follow the key table")
     for name, _, rows in FORMS:
@@ -678,6 +791,11 @@ def lines_for(column, description, count_key):
             out.append(f"{key} = {value(tips[column])}")
         out.append("")
         out.append(SEPARATOR)
+    out.append(MESSAGES_LINE)
+    for key, de, en in messages():
+        out.append(f"{key} = {(de, en)[column]}")
+    out.append("")
+    out.append(SEPARATOR)
     out.append("Global Strings")
     out.append(f"{count_key} = {len(GLOBAL_STRINGS)}")
     for key, de, en in GLOBAL_STRINGS:

@@ -18,65 +18,13 @@
 
 namespace quarle {
 
-std::string DescribeProblem(ReadProblem kind, const std::string& detail) {
-    const char* text = "";
-    switch (kind) {
-    case ReadProblem::ScriptUnreadable:
-        text = "The script cannot be opened";
-        break;
-    case ReadProblem::WorkFileUnwritable:
-        text = "The working file cannot be written";
-        break;
-    case ReadProblem::IncludeUnreadable:
-        text = "An included file cannot be opened and was skipped";
-        break;
-    case ReadProblem::IncludeLoop:
-        text = "A file includes itself; the include was skipped";
-        break;
-    case ReadProblem::IncludeTooDeep:
-        text = "Includes are nested too deeply; the include was skipped";
-        break;
-    case ReadProblem::TooManyBodyGroups:
-        text = "More than 32 body groups; the rest were skipped";
-        break;
-    case ReadProblem::TooManyParts:
-        text = "More than 16 parts in a body group; the rest were skipped";
-        break;
-    case ReadProblem::AttachmentIndex:
-        text = "An attachment number outside 0 to 3 was skipped";
-        break;
-    case ReadProblem::ControllerIndex:
-        text = "A controller number outside 0 to 3 was skipped";
-        break;
-    case ReadProblem::TooManySequenceGroups:
-        text = "More than 10 sequence groups; their sequences were skipped";
-        break;
-    case ReadProblem::TooManySequences:
-        text = "More than 513 sequences in a group; the rest were skipped";
-        break;
-    case ReadProblem::TooManyEvents:
-        text = "More than 255 events in a sequence; the rest were skipped";
-        break;
-    case ReadProblem::TooManyTextures:
-        text = "More than 10 textures in the parts; the rest were left out";
-        break;
-    case ReadProblem::TooManyTextureColumns:
-        text = "More than 10 textures in a texture group row; the rest were skipped";
-        break;
-    case ReadProblem::TooManyTextureRows:
-        text = "More than 100 texture group rows; the rest were skipped";
-        break;
-    case ReadProblem::NumberOutOfRange:
-        text = "A number too large for its field was cut to the field's limit";
-        break;
-    case ReadProblem::PartFileMissing:
-        text = "A part file is missing; its textures were not read";
-        break;
-    case ReadProblem::PartNotInModelPath:
-        text = "The chosen file is not an .smd file in the model folder; the part was kept";
-        break;
+std::string DescribeProblem(ReadProblem kind, const std::string& detail,
+                            const MessageTexts& texts) {
+    const std::string& text = texts[static_cast<std::size_t>(ProblemMessage(kind))];
+    if (detail.empty()) {
+        return text;
     }
-    return detail.empty() ? std::string(text) : std::string(text) + ": \"" + detail + "\"";
+    return FormatMessage(texts[MSG_READ_DETAIL], {text, detail});
 }
 
 namespace {

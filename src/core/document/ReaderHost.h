@@ -4,6 +4,7 @@
 #pragma once
 
 #include "localisation/GlobalStrings.h"
+#include "localisation/MessageTexts.h"
 
 #include <bitset>
 #include <string>
@@ -87,8 +88,8 @@ public:
     // may be empty; the list row is the slot.
     virtual void AddAnimation(const std::string& name) = 0;
 
-    // A problem of the script; see ReadProblem. DescribeProblem gives an
-    // English sentence for it.
+    // A problem of the script; see ReadProblem. DescribeProblem gives a
+    // sentence for it.
     virtual void Problem(ReadProblem kind, const std::string& detail) = 0;
 
     // The load went through: enable the model files page, point FileList at
@@ -96,8 +97,19 @@ public:
     virtual void LoadFinished() = 0;
 };
 
-// An English sentence for a problem, for hosts without texts of their own.
-std::string DescribeProblem(ReadProblem kind, const std::string& detail);
+// The message that tells of a problem: the messages follow the kinds.
+inline Msg ProblemMessage(ReadProblem kind) {
+    static_assert(MSG_READ_PART_NOT_IN_MODEL_PATH - MSG_READ_SCRIPT_UNREADABLE + 1 ==
+                      ReadProblemKinds,
+                  "one message for each kind of problem, in the same order");
+    return static_cast<Msg>(MSG_READ_SCRIPT_UNREADABLE + static_cast<int>(kind));
+}
+
+// The sentence for a problem in the given texts (English unless a host
+// passes those of the active language), with the detail, where there is one,
+// as MSG_READ_DETAIL puts it.
+std::string DescribeProblem(ReadProblem kind, const std::string& detail,
+                            const MessageTexts& texts = EnglishMessageTexts());
 
 // Passes each kind of problem to the host once per load.
 class ProblemOnce {

@@ -1,6 +1,7 @@
 #include "localisation/LanguageFile.h"
 
 #include "localisation/Cp1252.h"
+#include "localisation/MessageTexts.h"
 
 #include <fstream>
 #include <iterator>
@@ -233,11 +234,14 @@ LngContents ParseLanguageFile(const std::vector<std::string>& lines) {
             auto entry = *SplitEntry(line);
             if (section != nullptr) {
                 section->Entries.push_back(std::move(entry));
-            } else if (contents.Sections.empty()) {
+            } else if (contents.Sections.empty() && !contents.Messages) {
                 contents.Header.push_back(std::move(entry));
             }
         } else if (IsSeparator(line) || line.front() == '=') {
             section = nullptr;
+        } else if (line == MessagesLine) {
+            contents.Messages = LngSection{line, i, {}};
+            section = &*contents.Messages;
         } else {
             contents.Sections.push_back(LngSection{line, i, {}});
             section = &contents.Sections.back();

@@ -110,7 +110,8 @@ void ApplySection(const std::vector<std::string>& lines, std::string_view formNa
 
 // The structure of a file as far as it can be told without the forms: for
 // checking files as a whole. Sections are recognised by their head lines
-// (a line that is not an entry, not empty and not the separator).
+// (a line that is not an entry, not empty and not the separator); the
+// messages section is kept apart from the forms' sections.
 struct LngSection {
     std::string Name;
     std::size_t HeadLine = 0; // 0-based line number of the head
@@ -120,6 +121,8 @@ struct LngSection {
 struct LngContents {
     std::vector<LngEntry> Header; // entry lines ahead of the first section
     std::vector<LngSection> Sections;
+    // The "Quarle Messages" section (MessageTexts.h), which is no form's.
+    std::optional<LngSection> Messages;
     bool HasGlobalStrings = false;
     std::optional<LngEntry> CountLine;
     std::vector<LngEntry> Strings;     // the entry lines behind the count line, at most 93

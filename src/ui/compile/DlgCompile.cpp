@@ -4,6 +4,7 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Reflection.h"
 #include "ui/localisation/ApplyLanguage.h"
+#include "ui/localisation/Messages.h"
 
 #include <QApplication>
 #include <QDir>
@@ -15,6 +16,7 @@
 #include <QStringDecoder>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <cmath>
 
 namespace quarle::ui {
 
@@ -52,6 +54,71 @@ std::string Utf8(const QString& text) {
 
 } // namespace
 
+namespace {
+
+QString Count(const AppState& state, int n, quarle::Msg one, quarle::Msg many) {
+    return n == 1 ? MessageText(state, one) : MessageText(state, many, {QString::number(n)});
+}
+
+} // namespace
+
+QString StatusText(const compile::RunOutcome& outcome, const AppState& state) {
+    using compile::RunEnd;
+    if (outcome.End == RunEnd::NotRun) {
+        return MessageText(state, MSG_STATUS_REFUSED,
+                           {Count(state, outcome.CheckErrors, MSG_ONE_ERROR, MSG_ERRORS)});
+    }
+    if (outcome.End == RunEnd::NotStarted) {
+        return MessageText(state, MSG_STATUS_NOT_STARTED);
+    }
+    const QString seconds = QString::number(std::llround(outcome.Seconds));
+    QString end;
+    switch (outcome.End) {
+    case RunEnd::Finished:
+        if (!outcome.ExitStatus) {
+            end = MessageText(state, MSG_STATUS_NO_EXIT_STATUS);
+        } else if (*outcome.ExitStatus == 126 || *outcome.ExitStatus == 127) {
+            // The shell's answers for a program it found but could not run,
+            // and for one it did not find.
+            end = MessageText(state, MSG_STATUS_NOT_RUNNABLE,
+                              {QString::number(*outcome.ExitStatus)});
+        } else {
+            end = MessageText(state, MSG_STATUS_FINISHED, {QString::number(*outcome.ExitStatus)});
+        }
+        break;
+    case RunEnd::Cancelled:
+        end = MessageText(state, MSG_STATUS_CANCELLED, {seconds});
+        break;
+    case RunEnd::TimedOut:
+        end = MessageText(state, MSG_STATUS_TIMED_OUT, {seconds});
+        break;
+    default:
+        end = MessageText(state, MSG_STATUS_NO_MARKER);
+        break;
+    }
+    const QString log =
+        MessageText(state, MSG_STATUS_LOG,
+                    {Count(state, outcome.LogErrors, MSG_ONE_ERROR, MSG_ERRORS),
+                     Count(state, outcome.LogWarnings, MSG_ONE_WARNING, MSG_WARNINGS)});
+    const QString model = QString::fromStdString(outcome.ModelPath);
+    QString written;
+    switch (outcome.Model) {
+    case compile::ModelChange::Created:
+        written = MessageText(state, MSG_STATUS_MODEL_WRITTEN, {model});
+        break;
+    case compile::ModelChange::Rewritten:
+        written = MessageText(state, MSG_STATUS_MODEL_REWRITTEN, {model});
+        break;
+    case compile::ModelChange::Unchanged:
+        written = MessageText(state, MSG_STATUS_MODEL_UNCHANGED, {model});
+        break;
+    case compile::ModelChange::NotWritten:
+        written = MessageText(state, MSG_STATUS_NO_MODEL);
+        break;
+    }
+    return MessageText(state, MSG_STATUS_LINE, {end, log, written});
+}
+
 QString LogLineText(const std::string& bytes) {
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
@@ -85,7 +152,13 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
 
     List1 = platform::Control(new QListWidget(this), QStringLiteral("List1"));
     List1->setSelectionMode(QAbstractItemView::SingleSelection);
-    List1->setMinimumSize(560, 260);
+    List1->setMinimumSize(640, 300);
+    // Long rows (the checks' sentences, paths in the log) wrap within the
+    // list instead of running off behind a horizontal scroll bar.
+    List1->setWordWrap(true);
+    List1->setTextElideMode(Qt::ElideNone);
+    List1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    List1->setResizeMode(QListView::Adjust);
     List1->setIconSize(QSize(14, 14));
     LblStatus = platform::Control(new QLabel(this), QStringLiteral("LblStatus"));
     LblStatus->setWordWrap(true);
@@ -135,6 +208,10 @@ DlgCompile::~DlgCompile() = default;
 
 QString DlgCompile::Ids(int id) const {
     return QString::fromStdString(state_.IdsTexts[static_cast<std::size_t>(id)]);
+}
+
+QString DlgCompile::MsgText(quarle::Msg key, std::initializer_list<QString> args) const {
+    return MessageText(state_, key, args);
 }
 
 void DlgCompile::Form_Load() {
@@ -217,7 +294,7 @@ void DlgCompile::TmrCompile_Timer() {
 
     AddRow(Ids(IDS_DONE) + QStringLiteral(" (") + QString::number(checks.ErrorCount) +
            QLatin1Char(' ') + Ids(IDS_ERRORS) + QLatin1Char(')'));
-    LblStatus->setText(QString::fromStdString(compile::DescribeOutcome(outcome_)));
+    LblStatus->setText(StatusText(outcome_, state_));
     CmdCancel->setEnabled(false);
     CmdLocalise->setEnabled(true);
     running_ = false;
@@ -236,8 +313,7 @@ void DlgCompile::RunCompiler() {
     const std::string deleteFailure = compile::DeleteRunFiles(folder);
     const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
     if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
-        AddRow(QStringLiteral("The compile cannot start: ") + QString::fromStdString(deleteFailure),
-               ErrorRow);
+        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {QString::fromStdString(deleteFailure)}), ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
     }
@@ -245,8 +321,9 @@ void DlgCompile::RunCompiler() {
     const std::string writeFailure = compile::WriteCompileScript(
         folder, style, state_.Settings.StudioMdlPath, state_.Doc.QcFile);
     if (!writeFailure.empty()) {
-        AddRow(scriptName + QStringLiteral(" cannot be written in ") + folder_ +
-                   QStringLiteral(": ") + QString::fromStdString(writeFailure),
+        AddRow(MsgText(MSG_SCRIPT_NOT_WRITTEN,
+                   {scriptName, QDir::toNativeSeparators(folder_),
+                    QString::fromStdString(writeFailure)}),
                ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
@@ -264,7 +341,7 @@ void DlgCompile::RunCompiler() {
     clock.start();
     if (!run_->Start(QString::fromStdString(launch.Program), arguments, folder_,
                      platform::WindowStyle::Minimised)) {
-        AddRow(scriptName + QStringLiteral(" cannot be started: ") + run_->ErrorText(), ErrorRow);
+        AddRow(MsgText(MSG_SCRIPT_NOT_STARTED, {scriptName, run_->ErrorText()}), ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
     }
@@ -274,17 +351,17 @@ void DlgCompile::RunCompiler() {
     switch (outcome_.End) {
     case compile::RunEnd::Cancelled:
         run_->Kill();
-        AddRow(QStringLiteral("Compile cancelled; the compiler was stopped."), ErrorRow);
+        AddRow(MsgText(MSG_COMPILE_CANCELLED), ErrorRow);
         break;
     case compile::RunEnd::TimedOut:
         run_->Kill();
-        AddRow(QStringLiteral("Compile stopped: no result after %1 s.")
-                   .arg(static_cast<double>(options_.TimeLimit.count()) / 1000.0),
+        AddRow(MsgText(MSG_COMPILE_TIMED_OUT,
+                   {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
                ErrorRow);
         break;
     case compile::RunEnd::ScriptEnded:
-        AddRow(scriptName + QStringLiteral(" ended without writing ") +
-                   QString::fromLatin1(compile::MarkerFileName) + QLatin1Char('.'),
+        AddRow(MsgText(MSG_SCRIPT_NO_MARKER,
+                   {scriptName, QString::fromLatin1(compile::MarkerFileName)}),
                ErrorRow);
         break;
     default:
@@ -368,7 +445,7 @@ void DlgCompile::OKButton_Click() {
         const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
         // The model's path is one argument, blanks and all.
         if (!services_.StartProgram(viewer, {QString::fromStdString(state_.Doc.ModelName)})) {
-            services_.MsgBox(QStringLiteral("The model viewer could not be started:\n") + viewer,
+            services_.MsgBox(MsgText(MSG_VIEWER_NOT_STARTED) + QLatin1Char('\n') + viewer,
                              platform::Buttons::Ok, platform::Icon::Critical, Ids(IDS_ERROR));
         }
     }

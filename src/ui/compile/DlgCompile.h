@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <chrono>
+#include <initializer_list>
 
 namespace quarle::ui {
 
@@ -82,6 +83,7 @@ private:
     void RunCompiler();
     compile::RunEnd WaitForMarker(const QString& marker);
     QString Ids(int id) const;
+    QString MsgText(quarle::Msg key, std::initializer_list<QString> args = {}) const;
 
     AppState& state_;
     platform::Services& services_;
@@ -94,6 +96,10 @@ private:
     bool cancelRequested_ = false;
     compile::RunOutcome outcome_;
 };
+
+// The status line after a run, in the active language: how the run ended,
+// what the log reported and what became of the model file.
+QString StatusText(const compile::RunOutcome& outcome, const AppState& state);
 
 // A line of the compiler's log as text: UTF-8 when it is valid UTF-8, else
 // the single-byte code page the compiler writes on Windows.

@@ -1,73 +1,40 @@
 #include "ui/dialogs/DlgName.h"
 
-#include "platform/Reflection.h"
-#include "ui/localisation/ApplyLanguage.h"
 #include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QStyle>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 
-using platform::Control;
-
 DlgName::DlgName(AppState& state, platform::Services& services, QComboBox* groups, QWidget* parent)
-    : QDialog(parent), state_(state), services_(services), groups_(groups) {
-    setObjectName(QStringLiteral("DlgName"));
-    setWindowTitle(QStringLiteral("Gib den Namen der Gruppe ein"));
+    : NameDialog(state, services,
+                 {.Form = QStringLiteral("DlgName"),
+                  .Title = QStringLiteral("Gib den Namen der Gruppe ein"),
+                  .Label = QStringLiteral("Gruppenname:"),
+                  .Field = QStringLiteral("TxtName"),
+                  .FieldText = QString(),
+                  .Accept = QStringLiteral("CmdOK"),
+                  .AcceptCaption = QStringLiteral("Hinzuf\u00fcgen"),
+                  .Cancel = QStringLiteral("CmdAbbrechen"),
+                  .CancelCaption = QStringLiteral("Abbrechen"),
+                  .LabelBesideField = true,
+                  .FieldWidth = 180},
+                 parent),
+      TxtName(field_), CmdOK(accept_), CmdAbbrechen(cancel_), groups_(groups) {
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(false);
-
-    Label1 = Control(new QLabel(QStringLiteral("Gruppenname:"), this), QStringLiteral("Label1"));
-    TxtName = Control(new QLineEdit(this), QStringLiteral("TxtName"));
-    TxtName->setMinimumWidth(180);
-    Label1->setBuddy(TxtName);
-    CmdOK =
-        Control(new QPushButton(QStringLiteral("Hinzuf\u00fcgen"), this), QStringLiteral("CmdOK"));
-    CmdOK->setDefault(true);
-    CmdAbbrechen =
-        Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CmdAbbrechen"));
-    CmdLocalise = Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
-    const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(
-        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
-    CmdLocalise->setFixedSize(26, 26);
-    CmdLocalise->setAutoDefault(false);
-    CmdLocalise->setVisible(false);
-
-    auto* name = new QHBoxLayout;
-    name->addWidget(Label1);
-    name->addWidget(TxtName, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(CmdLocalise);
-    buttons->addStretch(1);
-    buttons->addWidget(CmdOK);
-    buttons->addWidget(CmdAbbrechen);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(name);
-    layout->addSpacing(6);
-    layout->addLayout(buttons);
-
     connect(CmdOK, &QPushButton::clicked, this, &DlgName::CmdOK_Click);
     connect(CmdAbbrechen, &QPushButton::clicked, this, &DlgName::CmdAbbrechen_Click);
-    connect(CmdLocalise, &QPushButton::clicked, this, &DlgName::CmdLocalise_Click);
-
     Form_Load();
 }
 
 DlgName::~DlgName() = default;
 
 void DlgName::Form_Load() {
-    ApplyLanguage(state_, services_, this);
-    if (state_.LocalisationMode) {
-        CmdLocalise->setVisible(true);
-    }
+    LoadForm();
 }
 
 void DlgName::CmdOK_Click() {
@@ -75,7 +42,7 @@ void DlgName::CmdOK_Click() {
     // The main window may have changed the groups while this stood open: the
     // slot is the one behind the last group now.
     if (doc.BodyGroupCount >= limits::LastBodyGroup) {
-        RefuseAtLimit(state_, services_, GroupsFullText);
+        RefuseAtLimit(state_, services_, MSG_GROUPS_FULL, limits::LastBodyGroup);
         return;
     }
     ++doc.BodyGroupCount;
@@ -94,10 +61,6 @@ void DlgName::CmdOK_Click() {
 
 void DlgName::CmdAbbrechen_Click() {
     close();
-}
-
-void DlgName::CmdLocalise_Click() {
-    emit LocaliseRequested(this);
 }
 
 } // namespace quarle::ui

@@ -4,19 +4,13 @@
 // deleted when it closes.
 #pragma once
 
-#include "AppState.h"
-#include "platform/Services.h"
-
-#include <QDialog>
+#include "ui/dialogs/NameDialog.h"
 
 class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 
 namespace quarle::ui {
 
-class DlgName : public QDialog {
+class DlgName : public NameDialog {
     Q_OBJECT
 
 public:
@@ -26,27 +20,19 @@ public:
             QWidget* parent = nullptr);
     ~DlgName() override;
 
-    QLabel* Label1 = nullptr;
+    // Label1 and CmdLocalise come with NameDialog.
     QLineEdit* TxtName = nullptr;
     QPushButton* CmdOK = nullptr;
     QPushButton* CmdAbbrechen = nullptr;
-    QPushButton* CmdLocalise = nullptr;
 
     // Adds the group behind the last one; at 32 groups it refuses with a
     // message and stays open.
     void CmdOK_Click();
     void CmdAbbrechen_Click();
-    void CmdLocalise_Click();
-
-signals:
-    // The language editor is to open on this form.
-    void LocaliseRequested(QWidget* form);
 
 private:
     void Form_Load();
 
-    AppState& state_;
-    platform::Services& services_;
     QComboBox* groups_;
 };
 

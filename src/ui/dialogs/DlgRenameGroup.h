@@ -2,19 +2,13 @@
 // main window. It opens with the group's current name.
 #pragma once
 
-#include "AppState.h"
-#include "platform/Services.h"
-
-#include <QDialog>
+#include "ui/dialogs/NameDialog.h"
 
 class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 
 namespace quarle::ui {
 
-class DlgRenameGroup : public QDialog {
+class DlgRenameGroup : public NameDialog {
     Q_OBJECT
 
 public:
@@ -24,25 +18,17 @@ public:
                    QWidget* parent = nullptr);
     ~DlgRenameGroup() override;
 
-    QLabel* Label1 = nullptr;
+    // Label1 and CmdLocalise come with NameDialog.
     QLineEdit* TxtNewCaption = nullptr;
     QPushButton* OKButton = nullptr;
     QPushButton* CancelButton = nullptr;
-    QPushButton* CmdLocalise = nullptr;
 
     void OKButton_Click();
     void CancelButton_Click();
-    void CmdLocalise_Click();
-
-signals:
-    // The language editor is to open on this form.
-    void LocaliseRequested(QWidget* form);
 
 private:
     void Form_Load();
 
-    AppState& state_;
-    platform::Services& services_;
     QComboBox* groups_;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/localisation/ApplyLanguage.h"
 
 #include "localisation/LanguageFile.h"
+#include "localisation/MessageTexts.h"
 #include "platform/Reflection.h"
 
 #include <QDir>
@@ -90,6 +91,9 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
         if (!lines) {
             return;
         }
+        // The messages the key table has no place for: English wherever the
+        // file gives none, so no text of an earlier language stays behind.
+        ReadMessageTexts(*lines, state.MsgTexts);
         MessageHost host(services);
         if (!ReadGlobalStrings(*lines, state.IdsTexts, host)) {
             return;

@@ -10,7 +10,8 @@
 namespace quarle::ui {
 
 // The form's section is its object name ("FrmMain", "DlgCompile", ...).
-// Run for FrmMain it also loads IdsTexts and the recent-file entries.
+// Run for FrmMain it also loads IdsTexts, the messages (MsgTexts) and the
+// recent-file entries.
 void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form);
 
 } // namespace quarle::ui

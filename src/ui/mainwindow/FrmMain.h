@@ -342,8 +342,9 @@ private:
     bool SaveQcFile();
     bool SaveQcFileAs();
     // Starts program with file as its one argument; a program that is
-    // missing or does not start is reported. what names it in the message.
-    void StartWithFile(const std::string& program, const std::string& file, const QString& what);
+    // missing or does not start is reported with the message given for it.
+    void StartWithFile(const std::string& program, const std::string& file, Msg missing,
+                       Msg notStarted);
     // The folder a file dialog opens in: that of the script, else the model
     // folder, else the dialog's own choice.
     QString DialogFolder() const;

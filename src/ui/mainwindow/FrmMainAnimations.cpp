@@ -195,7 +195,7 @@ void FrmMain::AddAnimationsFromFiles() {
         // Slots 0..100 are those the script keeps.
         const int s = LstAnimations->count();
         if (s > limits::LastWrittenAnimSlot) {
-            RefuseAtLimit(state_, services_, AnimationsFullText);
+            RefuseAtLimit(state_, services_, MSG_ANIMATIONS_FULL, limits::LastWrittenAnimSlot + 1);
             return;
         }
         const QString text = LstFiles->item(row)->text();

@@ -378,9 +378,13 @@ void FrmMain::BuildMenus() {
         menu->addAction(action);
         return action;
     };
+    // A separator is a line in the menu: it has no text (a style would draw
+    // one beside the line), and to the language files it is a line, which has
+    // neither caption nor tool tip.
     auto separator = [this](QMenu* menu, const QString& name) {
-        auto* action = Control(new QAction(QStringLiteral("-"), this), name);
+        auto* action = Control(new QAction(this), name);
         action->setSeparator(true);
+        platform::SetControlKind(action, platform::ControlKind::Line);
         menu->addAction(action);
         return action;
     };

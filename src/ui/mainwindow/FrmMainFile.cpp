@@ -11,6 +11,7 @@
 #include "document/QcWriter.h"
 #include "localisation/GlobalStrings.h"
 #include "ui/compile/DlgCompile.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/ShellSettings.h"
 
@@ -18,6 +19,7 @@
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
+#include <QStringList>
 
 namespace quarle::ui {
 namespace {
@@ -163,12 +165,13 @@ bool FrmMain::WriteQcFile() {
     // path is added when it does not.
     const QString file = Text(state_.Doc.QcFile);
     const QString reason = Text(result.Error);
-    QString message = QStringLiteral("The script could not be saved.\n\n") + reason;
+    QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {
-        message += QStringLiteral("\n\nScript: ") + file;
+        paragraphs << MessageText(state_, MSG_SAVE_SCRIPT, {file});
     }
-    message += QStringLiteral("\n\nAn old file of that name is unchanged.");
-    services_.MsgBox(message, platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
+    paragraphs << MessageText(state_, MSG_SAVE_OLD_FILE_KEPT);
+    services_.MsgBox(paragraphs.join(QStringLiteral("\n\n")), platform::Buttons::Ok,
+                     platform::Icon::Critical, IdsText(IDS_ERROR));
     return false;
 }
 
@@ -195,21 +198,20 @@ void FrmMain::CmdCompile_Click() {
 // ---------------------------------------------------------------------------
 // The viewer and the editor
 
-void FrmMain::StartWithFile(const std::string& program, const std::string& file,
-                            const QString& what) {
+void FrmMain::StartWithFile(const std::string& program, const std::string& file, Msg missing,
+                            Msg notStarted) {
     const QString programText = Text(program);
     // A file found only in another case is handed over as it is on disk.
     const QString fileText = Text(paths::Resolve(file).value_or(file));
     if (!platform::ProgramExists(programText)) {
-        services_.MsgBox(QStringLiteral("The %1 cannot be found:\n%2\n\n"
-                                        "Choose it under the general settings.")
-                             .arg(what, programText),
+        services_.MsgBox(MessageText(state_, missing) + QLatin1Char('\n') + programText +
+                             QStringLiteral("\n\n") + MessageText(state_, MSG_CHOOSE_PROGRAM),
                          platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
         return;
     }
     // The file's path is one argument, blanks and all; nothing is waited for.
     if (!services_.StartProgram(programText, {fileText})) {
-        services_.MsgBox(QStringLiteral("The %1 could not be started:\n%2").arg(what, programText),
+        services_.MsgBox(MessageText(state_, notStarted) + QLatin1Char('\n') + programText,
                          platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
     }
 }
@@ -221,8 +223,8 @@ void FrmMain::MnuDateiView_Click() {
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
     if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
-        StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName,
-                      QStringLiteral("model viewer"));
+        StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName, MSG_VIEWER_MISSING,
+                      MSG_VIEWER_NOT_STARTED);
     }
 }
 
@@ -233,7 +235,8 @@ void FrmMain::MnuDateiViewCode_Click() {
         SaveQcFileAs();
     }
     if (!doc.QcFile.empty() && paths::FileExists(doc.QcFile)) {
-        StartWithFile(state_.Settings.TextEditorPath, doc.QcFile, QStringLiteral("text editor"));
+        StartWithFile(state_.Settings.TextEditorPath, doc.QcFile, MSG_EDITOR_MISSING,
+                      MSG_EDITOR_NOT_STARTED);
     }
 }
 

@@ -126,7 +126,7 @@ void FrmMain::CmdBlank_Click() {
     }
     BodyGroupRec& group = state_.Doc.BodyGroups[Slot(*k + 1)];
     if (group.PartCount >= limits::LastPart) {
-        RefuseAtLimit(state_, services_, PartsFullText);
+        RefuseAtLimit(state_, services_, MSG_PARTS_FULL, limits::LastPart);
         return;
     }
     ++group.PartCount;
@@ -155,7 +155,7 @@ void FrmMain::AddPartsFromFiles() {
     // The selection in LstFiles stays.
     for (const int row : SelectedRows(LstFiles)) {
         if (group.PartCount >= limits::LastPart) {
-            RefuseAtLimit(state_, services_, PartsFullText);
+            RefuseAtLimit(state_, services_, MSG_PARTS_FULL, limits::LastPart);
             return;
         }
         const QString text = LstFiles->item(row)->text();

@@ -63,7 +63,8 @@ void FrmMainReaderHost::AddAnimation(const std::string& name) {
 void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
     const bool loadEnds =
         kind == ReadProblem::ScriptUnreadable || kind == ReadProblem::WorkFileUnwritable;
-    form_.services_.MsgBox(Q(DescribeProblem(kind, detail)), platform::Buttons::Ok,
+    form_.services_.MsgBox(Q(DescribeProblem(kind, detail, form_.state_.MsgTexts)),
+                           platform::Buttons::Ok,
                            loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,
                            Q(form_.state_.IdsTexts[IDS_ERROR]));
 }

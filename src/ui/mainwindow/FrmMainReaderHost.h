@@ -1,8 +1,8 @@
 // The main window as the script reader's host: the folder and part questions
 // go to the user through the window's message boxes and Open dialog, read
 // sequences of group 0 land in LstAnimations, problems are shown as message
-// boxes (the reader passes each kind once per load), and the end of a load
-// refreshes the window.
+// boxes in the active language (the reader passes each kind once per load),
+// and the end of a load refreshes the window.
 #pragma once
 
 #include "document/ReaderHost.h"

@@ -1,0 +1,67 @@
+#include "ui/dialogs/NameDialog.h"
+
+#include "platform/Reflection.h"
+#include "ui/localisation/ApplyLanguage.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+
+namespace quarle::ui {
+
+using platform::Control;
+
+NameDialog::NameDialog(AppState& state, platform::Services& services, const Design& design,
+                       QWidget* parent)
+    : QDialog(parent), state_(state), services_(services) {
+    setObjectName(design.Form);
+    setWindowTitle(design.Title);
+
+    Label1 = Control(new QLabel(design.Label, this), QStringLiteral("Label1"));
+    field_ = Control(new QLineEdit(design.FieldText, this), design.Field);
+    field_->setMinimumWidth(design.FieldWidth);
+    Label1->setBuddy(field_);
+    accept_ = Control(new QPushButton(design.AcceptCaption, this), design.Accept);
+    accept_->setDefault(true);
+    cancel_ = Control(new QPushButton(design.CancelCaption, this), design.Cancel);
+    CmdLocalise = Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
+    const QIcon localise(QStringLiteral(":/icons/localise.png"));
+    CmdLocalise->setIcon(
+        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
+    CmdLocalise->setFixedSize(26, 26); // 390 twips
+    CmdLocalise->setAutoDefault(false);
+    CmdLocalise->setVisible(false);
+
+    auto* name = new QBoxLayout(design.LabelBesideField ? QBoxLayout::LeftToRight
+                                                        : QBoxLayout::TopToBottom);
+    name->addWidget(Label1);
+    name->addWidget(field_, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(CmdLocalise);
+    buttons->addStretch(1);
+    buttons->addWidget(accept_);
+    buttons->addWidget(cancel_);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(name);
+    layout->addSpacing(6);
+    layout->addLayout(buttons);
+
+    connect(CmdLocalise, &QPushButton::clicked, this, &NameDialog::CmdLocalise_Click);
+}
+
+NameDialog::~NameDialog() = default;
+
+void NameDialog::LoadForm() {
+    ApplyLanguage(state_, services_, this);
+    if (state_.LocalisationMode) {
+        CmdLocalise->setVisible(true);
+    }
+}
+
+void NameDialog::CmdLocalise_Click() {
+    emit LocaliseRequested(this);
+}
+
+} // namespace quarle::ui

@@ -1,0 +1,55 @@
+#include "GallerySupport.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QWidget>
+#include <cstdio>
+
+namespace quarle::gallery {
+namespace {
+
+int failures = 0;
+
+} // namespace
+
+void Fail(const QString& what) {
+    std::fprintf(stderr, "gallery: %s\n", qPrintable(what));
+    ++failures;
+}
+
+int Failures() {
+    return failures;
+}
+
+void Save(QWidget* form, const QString& folder, const QString& name) {
+    QApplication::processEvents();
+    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
+    if (!form->grab().save(path)) {
+        Fail(QStringLiteral("cannot write %1").arg(path));
+    } else {
+        std::printf("%s\n", qPrintable(path));
+    }
+}
+
+void ExpectNoPrompts(const test::ScriptedServices& services, const QString& what) {
+    if (!services.Prompts().isEmpty()) {
+        Fail(QStringLiteral("%1 asked: %2").arg(what, services.Prompts().first().Text));
+    }
+}
+
+Window::Window(const char* languageFile) {
+    Settings.Store().Set(QStringLiteral("Language"), QString::fromLatin1(languageFile));
+    if (!QFile::exists(QDir(Services.ProgramFolderPath).filePath(languageFile))) {
+        Fail(QStringLiteral("%1 is missing beside the program").arg(languageFile));
+    }
+    Form = std::make_unique<ui::FrmMain>(*State, Services, Settings.Store());
+}
+
+ui::FrmMain& Window::Start() {
+    Form->Form_Load();
+    Form->show();
+    return *Form;
+}
+
+} // namespace quarle::gallery
