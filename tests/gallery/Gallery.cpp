@@ -65,8 +65,10 @@ void FillModel(FrmMain& form, AppState& state, const QString& folder) {
 void MainWindow(const QString& folder, const char* languageFile) {
     quarle::gallery::Window window(languageFile);
     // Two recent files, so that the file menu shows both kinds of entry.
-    window.Settings.Store().Set(QStringLiteral("RecentFile0"), QStringLiteral("c:\\models\\robot.qc"));
-    window.Settings.Store().Set(QStringLiteral("RecentFile1"), QStringLiteral("c:\\models\\scientist.qc"));
+    window.Settings.Store().Set(QStringLiteral("RecentFile0"),
+                                QStringLiteral("c:\\models\\robot.qc"));
+    window.Settings.Store().Set(QStringLiteral("RecentFile1"),
+                                QStringLiteral("c:\\models\\scientist.qc"));
     FrmMain& form = window.Start();
     Save(&form, folder, QStringLiteral("FrmMain"));
 

@@ -80,8 +80,8 @@ QString StatusText(const compile::RunOutcome& outcome, const AppState& state) {
         } else if (*outcome.ExitStatus == 126 || *outcome.ExitStatus == 127) {
             // The shell's answers for a program it found but could not run,
             // and for one it did not find.
-            end = MessageText(state, MSG_STATUS_NOT_RUNNABLE,
-                              {QString::number(*outcome.ExitStatus)});
+            end =
+                MessageText(state, MSG_STATUS_NOT_RUNNABLE, {QString::number(*outcome.ExitStatus)});
         } else {
             end = MessageText(state, MSG_STATUS_FINISHED, {QString::number(*outcome.ExitStatus)});
         }
@@ -313,7 +313,8 @@ void DlgCompile::RunCompiler() {
     const std::string deleteFailure = compile::DeleteRunFiles(folder);
     const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
     if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
-        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {QString::fromStdString(deleteFailure)}), ErrorRow);
+        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {QString::fromStdString(deleteFailure)}),
+               ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
     }
@@ -321,9 +322,8 @@ void DlgCompile::RunCompiler() {
     const std::string writeFailure = compile::WriteCompileScript(
         folder, style, state_.Settings.StudioMdlPath, state_.Doc.QcFile);
     if (!writeFailure.empty()) {
-        AddRow(MsgText(MSG_SCRIPT_NOT_WRITTEN,
-                   {scriptName, QDir::toNativeSeparators(folder_),
-                    QString::fromStdString(writeFailure)}),
+        AddRow(MsgText(MSG_SCRIPT_NOT_WRITTEN, {scriptName, QDir::toNativeSeparators(folder_),
+                                                QString::fromStdString(writeFailure)}),
                ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
@@ -356,12 +356,12 @@ void DlgCompile::RunCompiler() {
     case compile::RunEnd::TimedOut:
         run_->Kill();
         AddRow(MsgText(MSG_COMPILE_TIMED_OUT,
-                   {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
+                       {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
                ErrorRow);
         break;
     case compile::RunEnd::ScriptEnded:
         AddRow(MsgText(MSG_SCRIPT_NO_MARKER,
-                   {scriptName, QString::fromLatin1(compile::MarkerFileName)}),
+                       {scriptName, QString::fromLatin1(compile::MarkerFileName)}),
                ErrorRow);
         break;
     default:

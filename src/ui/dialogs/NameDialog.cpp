@@ -34,8 +34,8 @@ NameDialog::NameDialog(AppState& state, platform::Services& services, const Desi
     CmdLocalise->setAutoDefault(false);
     CmdLocalise->setVisible(false);
 
-    auto* name = new QBoxLayout(design.LabelBesideField ? QBoxLayout::LeftToRight
-                                                        : QBoxLayout::TopToBottom);
+    auto* name =
+        new QBoxLayout(design.LabelBesideField ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     name->addWidget(Label1);
     name->addWidget(field_, 1);
     auto* buttons = new QHBoxLayout;

@@ -1,10 +1,12 @@
 // The shipped language files, read as a whole without any form.
 #include "localisation/Cp1252.h"
 #include "localisation/LanguageFile.h"
+#include "localisation/MessageTexts.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <regex>
 #include <set>
 
 namespace quarle {
@@ -112,6 +114,46 @@ TEST_P(DataFile, HasEverySectionAndTheStringsBlockInShape) {
     EXPECT_EQ(contents.LinesAfterStrings, 0u);
 }
 
+// The messages: every key once, in the order of the table, with a text that
+// has the placeholders of the English one; the section stands ahead of the
+// strings and ends as a form section does.
+TEST_P(DataFile, HasEveryMessageAheadOfTheStrings) {
+    const auto lines = ReadLanguageLines(Path());
+    ASSERT_TRUE(lines);
+    const LngContents contents = ParseLanguageFile(*lines);
+    ASSERT_TRUE(contents.Messages);
+    const std::vector<LngEntry>& entries = contents.Messages->Entries;
+    ASSERT_EQ(entries.size(), MsgCount);
+    const std::regex placeholder("%[1-9]");
+    auto placeholders = [&](std::string_view text) {
+        std::set<std::string> found;
+        const std::string s(text);
+        for (auto it = std::sregex_iterator(s.begin(), s.end(), placeholder);
+             it != std::sregex_iterator(); ++it) {
+            found.insert(it->str());
+        }
+        return found;
+    };
+    for (std::size_t i = 0; i < MsgCount; ++i) {
+        EXPECT_EQ(entries[i].Key, MessageTable[i].Key);
+        EXPECT_FALSE(entries[i].Value.empty()) << entries[i].Key;
+        EXPECT_EQ(placeholders(entries[i].Value), placeholders(MessageTable[i].English))
+            << entries[i].Key;
+    }
+    const std::size_t end = contents.Messages->HeadLine + 1 + entries.size();
+    ASSERT_LT(end + 2, lines->size());
+    EXPECT_EQ((*lines)[end], "");
+    EXPECT_EQ((*lines)[end + 1], SeparatorLine);
+    EXPECT_EQ((*lines)[end + 2], GlobalStringsLine);
+
+    // And the program reads every one of them.
+    MessageTexts texts;
+    EXPECT_TRUE(ReadMessageTexts(*lines, texts));
+    for (std::size_t i = 0; i < MsgCount; ++i) {
+        EXPECT_EQ(texts[i], entries[i].Value);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Shipped, DataFile, ::testing::Values("deutsch.lng", "english.lng"),
                          [](const auto& info) { return std::string(info.param).substr(0, 7); });
 
@@ -138,6 +180,15 @@ TEST(DataFiles, EnglishTranslatesEveryGermanText) {
                 << g.Name << " " << g.Entries[i].Key;
         }
     }
+    // The English file says what the program says without a file; the
+    // German one translates every message.
+    ASSERT_TRUE(german.Messages && english.Messages);
+    for (std::size_t i = 0; i < MsgCount; ++i) {
+        EXPECT_EQ(english.Messages->Entries[i].Value, MessageTable[i].English);
+    }
+    EXPECT_EQ(german.Messages->Entries[MSG_PARTS_FULL].Value,
+              "Diese Bodygruppe hat schon %1 Teile, mehr kann eine Gruppe nicht aufnehmen. Es "
+              "wurde kein Teil hinzugef\xC3\xBCgt.");
     EXPECT_EQ(german.CountLine->Key, "Anzahl");
     EXPECT_EQ(english.CountLine->Key, "Count");
     // German umlauts arrive as UTF-8 after reading.

@@ -4,6 +4,7 @@
 
 #include "FakeCompiler.h"
 #include "localisation/GlobalStrings.h"
+#include "localisation/MessageTexts.h"
 #include "support/ScriptedServices.h"
 
 #include <QDir>
@@ -29,6 +30,16 @@ protected:
     DlgCompileTest() {
         for (std::size_t i = 0; i < IdsKeyTable.size(); ++i) {
             state_->IdsTexts[i] = IdsKeyTable[i];
+        }
+        // Each message as its key and its placeholders: "MSG_COMPILE_TIMED_OUT %1".
+        for (const MessageEntry& entry : MessageTable) {
+            std::string text(entry.Key);
+            for (char n = '1'; n <= '9'; ++n) {
+                if (entry.English.find(std::string{'%', n}) != std::string_view::npos) {
+                    text += std::string{' ', '%', n};
+                }
+            }
+            state_->MsgTexts[static_cast<std::size_t>(entry.Id)] = text;
         }
         state_->Settings.StudioMdlPath = QUARLE_FAKE_COMPILER;
         options_.WorkingFolder = work_.path();
@@ -122,7 +133,7 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     for (const char* name : {"compile.sh", "compile.log", "fert.dat"}) {
         EXPECT_EQ(Read(Work(name)), "old") << name;
     }
-    EXPECT_EQ(dlg->LblStatus->text(), "Not compiled: the checks found 2 errors.");
+    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_REFUSED MSG_ERRORS 2");
     EXPECT_EQ(KindOfRow(*dlg, "IDS_ERROR_MODELPATH"), 2);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_WARNING_TEXTUREPATH"), 1);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_CHECKMODELINFO"), 0);
@@ -141,9 +152,9 @@ TEST_F(DlgCompileTest, ModelWithoutAnimationsCompilesWithTheIdleLine) {
                            " writing " + mdl, "IDS_DONE (0 IDS_ERRORS)"}));
     EXPECT_EQ(Read(mdl), "IDST1");
     EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::Finished);
-    EXPECT_EQ(dlg->LblStatus->text(), "Compiler finished with exit status 0; log: 0 errors, "
-                                      "0 warnings; model written: " +
-                                          mdl + ".");
+    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_LINE MSG_STATUS_FINISHED 0 MSG_STATUS_LOG "
+                                      "MSG_ERRORS 0 MSG_WARNINGS 0 MSG_STATUS_MODEL_WRITTEN " +
+                                          mdl);
     EXPECT_TRUE(QFileInfo::exists(Work("compile.sh")));
     EXPECT_TRUE(QFileInfo::exists(Work("fert.dat")));
     EXPECT_FALSE(dlg->CmdCancel->isEnabled());
@@ -202,13 +213,14 @@ TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
     EXPECT_TRUE(clicked);
     EXPECT_TRUE(stayedOpen);
     const QStringList rows = Rows(*dlg);
-    const int cancelled = rows.indexOf("Compile cancelled; the compiler was stopped.");
+    const int cancelled = rows.indexOf("MSG_COMPILE_CANCELLED");
     ASSERT_GT(cancelled, rows.indexOf("IDS_COMPILEMODEL"));
     EXPECT_EQ(KindOfRow(*dlg, rows[cancelled]), 2);
     EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
     EXPECT_FALSE(rows.contains(" sequences: 1"));
     EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::Cancelled);
-    EXPECT_TRUE(dlg->LblStatus->text().startsWith("Compile cancelled after"));
+    EXPECT_TRUE(dlg->LblStatus->text().startsWith("MSG_STATUS_LINE MSG_STATUS_CANCELLED "))
+        << dlg->LblStatus->text().toStdString();
     // The compiler went with the script: its model never appears.
     QTest::qWait(1200);
     EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(state_->Doc.ModelName)));
@@ -222,11 +234,10 @@ TEST_F(DlgCompileTest, TimeLimitEndsTheWait) {
     auto dlg = Make();
     RunToEnd(*dlg);
     const QStringList rows = Rows(*dlg);
-    EXPECT_TRUE(rows.contains("Compile stopped: no result after 0.3 s."))
-        << rows.join('|').toStdString();
+    EXPECT_TRUE(rows.contains("MSG_COMPILE_TIMED_OUT 0.3")) << rows.join('|').toStdString();
     EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
     EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::TimedOut);
-    EXPECT_TRUE(dlg->LblStatus->text().startsWith("Compile stopped: no result after"));
+    EXPECT_TRUE(dlg->LblStatus->text().startsWith("MSG_STATUS_LINE MSG_STATUS_TIMED_OUT "));
 }
 
 TEST_F(DlgCompileTest, HostileScriptPathReachesTheCompilerWhole) {
@@ -259,8 +270,8 @@ TEST_F(DlgCompileTest, LogRowsThatReportProblemsStandOutAndTheStatusLineTellsThe
         items.front()->foreground().color(),
         dlg->List1->findItems(" sequences: 1", Qt::MatchExactly).front()->foreground().color());
     EXPECT_EQ(Rows(*dlg).last(), "IDS_DONE (0 IDS_ERRORS)") << "the log does not count";
-    EXPECT_EQ(dlg->LblStatus->text(), "Compiler finished with exit status 2; log: 1 error, "
-                                      "1 warning; no model written.");
+    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_LINE MSG_STATUS_FINISHED 2 MSG_STATUS_LOG "
+                                      "MSG_ONE_ERROR MSG_ONE_WARNING MSG_STATUS_NO_MODEL");
     EXPECT_TRUE(dlg->List1->findItems(dlg->LblStatus->text(), Qt::MatchExactly).isEmpty());
 }
 
@@ -288,6 +299,9 @@ TEST_F(DlgCompileTest, OkOpensTheViewerWithTheModelAsOneArgument) {
     failing->OKButton_Click();
     ASSERT_EQ(services_.Prompts().size(), 1);
     EXPECT_EQ(services_.Prompts()[0].Title, "IDS_ERROR");
+    EXPECT_EQ(services_.Prompts()[0].Text,
+              "MSG_VIEWER_NOT_STARTED\n" +
+                  QString::fromStdString(state_->Settings.ModelViewerPath));
 
     // A missing viewer keeps the box disabled, also after a refused compile.
     services_.Starts.clear();
@@ -300,6 +314,46 @@ TEST_F(DlgCompileTest, OkOpensTheViewerWithTheModelAsOneArgument) {
     QTest::mouseClick(refused->OKButton, Qt::LeftButton);
     EXPECT_TRUE(services_.Starts.isEmpty());
     EXPECT_FALSE(refused->isVisible());
+}
+
+// The status line is put together from the messages of the language, with
+// one error and one warning told apart from several.
+TEST(StatusText, TellsHowTheRunEndedWhatTheLogSaidAndWhereTheModelIs) {
+    auto state = std::make_unique<AppState>();
+    compile::RunOutcome o;
+    o.CheckErrors = 1;
+    EXPECT_EQ(StatusText(o, *state), "Not compiled: the checks found 1 error.");
+    o.End = compile::RunEnd::NotStarted;
+    EXPECT_EQ(StatusText(o, *state), "Not compiled: the compile script could not be started.");
+
+    o.End = compile::RunEnd::Finished;
+    o.ExitStatus = 127;
+    o.LogErrors = 3;
+    o.LogWarnings = 1;
+    o.Model = compile::ModelChange::Unchanged;
+    o.ModelPath = "/m/robot.mdl";
+    EXPECT_EQ(StatusText(o, *state), "Compiler could not be run (exit status 127); log: 3 errors, "
+                                     "1 warning; model not changed: /m/robot.mdl.");
+    o.ExitStatus.reset();
+    o.Model = compile::ModelChange::Rewritten;
+    EXPECT_EQ(StatusText(o, *state), "Compiler finished (exit status not reported); log: 3 "
+                                     "errors, 1 warning; model rewritten: /m/robot.mdl.");
+    o.End = compile::RunEnd::ScriptEnded;
+    o.Seconds = 2.6;
+    EXPECT_TRUE(StatusText(o, *state).startsWith("The compile script ended without leaving"));
+    o.End = compile::RunEnd::TimedOut;
+    EXPECT_TRUE(StatusText(o, *state).startsWith("Compile stopped: no result after 3 s;"));
+
+    // Another language orders the pieces its own way.
+    state->MsgTexts[MSG_STATUS_LINE] = "%3 (%1 / %2)";
+    state->MsgTexts[MSG_STATUS_TIMED_OUT] = "nach %1 s abgebrochen";
+    state->MsgTexts[MSG_STATUS_LOG] = "Log: %2, %1";
+    state->MsgTexts[MSG_ERRORS] = "%1 Fehler";
+    state->MsgTexts[MSG_ONE_WARNING] = "1 Warnung";
+    state->MsgTexts[MSG_STATUS_MODEL_REWRITTEN] = "Modell %1 neu geschrieben";
+    EXPECT_EQ(StatusText(o, *state),
+              "Modell /m/robot.mdl neu geschrieben (nach 3 s abgebrochen / Log: 1 Warnung, 3 "
+              "Fehler)");
 }
 
 TEST(LogLineText, ReadsUtf8AndFallsBackToTheCodePage) {

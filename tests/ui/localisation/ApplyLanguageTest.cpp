@@ -3,6 +3,7 @@
 #include "AppState.h"
 #include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
+#include "localisation/MessageTexts.h"
 #include "platform/Reflection.h"
 #include "support/ScriptedServices.h"
 
@@ -16,6 +17,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -104,6 +106,16 @@ protected:
         return lines;
     }
 
+    // Lines with a messages section put ahead of "Global Strings".
+    static std::vector<std::string> WithMessages(std::vector<std::string> lines,
+                                                 const std::vector<std::string>& entries) {
+        auto at = std::find(lines.begin(), lines.end(), "Global Strings");
+        at = lines.insert(at, "Quarle Messages") + 1;
+        at = lines.insert(at, entries.begin(), entries.end()) + static_cast<long>(entries.size());
+        lines.insert(at, {"", "----------------------"});
+        return lines;
+    }
+
     void ExpectWarnings(std::initializer_list<const char*> titles) {
         const auto& prompts = services.Prompts();
         ASSERT_EQ(prompts.size(), static_cast<qsizetype>(titles.size()));
@@ -148,6 +160,36 @@ TEST_F(ApplyLanguageTest, MainFormTakesStringsCaptionsTipsAndRecentFiles) {
     EXPECT_EQ(f.Tabs->tabText(1), "en 85");
     EXPECT_EQ(f.Last2->text(), "c:\\b.qc");
     EXPECT_EQ(state->Settings.LanguageFile, "english.lng");
+}
+
+// The messages load with the global strings: only for the main form, and a
+// language without them says them in English again.
+TEST_F(ApplyLanguageTest, MessagesFollowTheLanguageOfTheMainForm) {
+    Write("deutsch.lng",
+          WithMessages(Complete("de"), {"MSG_PARTS_FULL = Schon %1 Teile",
+                                        "msg_one_error = 1 Fehler", "MSG_GONE = skipped"}));
+    Write("english.lng", Complete("en"));
+    EXPECT_EQ(state->MsgTexts, EnglishMessageTexts()) << "English from the start";
+
+    state->Settings.LanguageFile = "deutsch.lng";
+    TestForm other("DlgOther");
+    ApplyLanguage(*state, services, &other.form);
+    EXPECT_EQ(state->MsgTexts, EnglishMessageTexts()) << "another form reads no messages";
+
+    TestForm main("FrmMain");
+    ApplyLanguage(*state, services, &main.form);
+    EXPECT_EQ(state->MsgTexts[MSG_PARTS_FULL], "Schon %1 Teile");
+    EXPECT_EQ(state->MsgTexts[MSG_ONE_ERROR], "1 Fehler");
+    EXPECT_EQ(state->MsgTexts[MSG_ONE_WARNING], "1 warning");
+    // The section is no form's, and the reader has nothing to warn about.
+    EXPECT_EQ(main.Cmd->text(), "Build model");
+    EXPECT_EQ(state->IdsTexts[IDS_VERYOLD], "de 93");
+    EXPECT_TRUE(services.Prompts().isEmpty());
+
+    state->Settings.LanguageFile = "english.lng";
+    ApplyLanguage(*state, services, &main.form);
+    EXPECT_EQ(state->MsgTexts, EnglishMessageTexts());
+    EXPECT_TRUE(services.Prompts().isEmpty());
 }
 
 TEST_F(ApplyLanguageTest, MissingLanguageFallsBackToGermanOnlyForTheMainForm) {

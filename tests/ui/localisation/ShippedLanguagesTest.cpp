@@ -9,6 +9,7 @@
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/mainwindow/FrmMain.h"
 
+#include <QAction>
 #include <QDir>
 #include <QTabWidget>
 #include <functional>
@@ -102,8 +103,7 @@ TEST_P(ShippedLanguage, CoversEveryControlOfEveryForm) {
             controls.insert(Upper(control.Key()));
             const QString caption = platform::Caption(control.Object).value_or(QString());
             const QString tip = platform::ToolTipText(control.Object).value_or(QString());
-            const bool designed =
-                (!caption.isEmpty() && caption != QLatin1String("-")) || !tip.isEmpty();
+            const bool designed = !caption.isEmpty() || !tip.isEmpty();
             EXPECT_TRUE(!designed || keys.count(Upper(control.Key())))
                 << "no entry for " << control.Key().toStdString();
         }
@@ -185,6 +185,25 @@ TEST(ShippedLanguageStart, FirstRunStartsInGerman) {
     EXPECT_EQ(state->IdsTexts[IDS_OPEN], "\xC3\x96"
                                          "ffnen");
     EXPECT_EQ(form.windowTitle(), "Quarle");
+    EXPECT_EQ(state->MsgTexts[MSG_WARNINGS], "%1 Warnungen");
+}
+
+// The menu's separators are lines: no text for a style to draw beside them,
+// and nothing a language file could give them.
+TEST(ShippedLanguageStart, MenuSeparatorsAreLinesWithoutACaption) {
+    test::ScriptedServices services;
+    test::TempSettings settings;
+    auto state = std::make_unique<AppState>();
+    FrmMain form(*state, services, settings.Store());
+    for (QAction* separator : {form.str, form.MnuB, form.mnustrich}) {
+        SCOPED_TRACE(separator->objectName().toStdString());
+        EXPECT_TRUE(separator->isSeparator());
+        EXPECT_TRUE(separator->text().isEmpty());
+        EXPECT_EQ(platform::Caption(separator), std::nullopt);
+        EXPECT_FALSE(platform::SetCaption(separator, "-"));
+        EXPECT_TRUE(separator->text().isEmpty());
+        EXPECT_EQ(platform::Visible(separator), true);
+    }
 }
 
 } // namespace
