@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "document/Document.h"
+
+#include <gtest/gtest.h>
 
 namespace quarle {
 namespace {

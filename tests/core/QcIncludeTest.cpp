@@ -1,6 +1,6 @@
 #include "document/QcInclude.h"
 
-#include "QcReaderTestSupport.h"
+#include "ScriptTestSupport.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -9,7 +9,6 @@ namespace quarle {
 namespace {
 
 using testing::Loader;
-using testing::ReadFile;
 
 struct Buffered {
     BufferResult Result;
@@ -24,15 +23,11 @@ Buffered Buffer(Loader& l, const std::string& script) {
 }
 
 TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
-    const auto lines = SplitLines("a\r\nb\n\nc\rd");
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[0], "a");
-    EXPECT_EQ(lines[1], "b");
-    EXPECT_EQ(lines[2], "");
-    EXPECT_EQ(lines[3], "c");
-    EXPECT_EQ(lines[4], "d");
-    EXPECT_TRUE(SplitLines("").empty());
-    EXPECT_EQ(SplitLines("x\r\n").size(), 1u);
+    using Lines = std::vector<std::string_view>;
+    EXPECT_EQ(SplitLines("a\r\nb\n\nc\rd"), (Lines{"a", "b", "", "c", "d"}));
+    EXPECT_EQ(SplitLines(""), Lines{});
+    EXPECT_EQ(SplitLines("x\r\n"), Lines{"x"});
+    EXPECT_EQ(SplitLines("\r\r\n"), (Lines{"", ""}));
 }
 
 TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
@@ -145,13 +140,6 @@ TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
     EXPECT_NE(r.Text.find("c31\r\n"), std::string::npos);
     EXPECT_EQ(r.Text.find("c32\r\n"), std::string::npos);
     EXPECT_TRUE(r.Text.ends_with("end\r\n"));
-}
-
-TEST(QcInclude, AScriptThatCannotBeOpenedIsReported) {
-    Loader l;
-    const Buffered b = Buffer(l, l.Dir / "missing.qc");
-    EXPECT_EQ(b.Result, BufferResult::Unreadable);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ScriptUnreadable), 1);
 }
 
 } // namespace

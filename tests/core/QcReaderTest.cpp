@@ -1,4 +1,4 @@
-#include "QcReaderTestSupport.h"
+#include "ScriptTestSupport.h"
 
 #include <cfloat>
 #include <filesystem>
@@ -8,7 +8,6 @@ namespace quarle {
 namespace {
 
 using testing::LinesOf;
-using testing::Loader;
 using testing::Model;
 using testing::ReadFile;
 using testing::Smd;
@@ -80,16 +79,11 @@ TEST(QcReader, DirectiveWordsLineLogicAndNumbers) {
            "$cliptotextures\n"
            "$BODYGROUPX arms\n"
            "{\nstudio \"head\"\n}\n");
-    EXPECT_EQ(l.Doc->ModelScale, 2.5f);
-    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
-    EXPECT_EQ(l.Doc->ExternalTextures, 1);
-    EXPECT_EQ(l.Doc->EyesOn, 1);
-    EXPECT_EQ(l.Doc->EyeX, 1.5f);
-    EXPECT_EQ(l.Doc->EyeY, 0.0f); // a number in quotes reads as 0
-    EXPECT_EQ(l.Doc->EyeZ, -3.0f);
-    EXPECT_EQ(l.Doc->SequenceGroupSize, 64); // halves go to the even neighbour
-    // No body directive at all: the group "body" of the reset is gone too.
-    EXPECT_EQ(l.Doc->BodyGroupCount, 0);
+    // Quotes around a number read as 0, halves go to the even neighbour, and
+    // with no body directive the group "body" of the reset is gone too.
+    EXPECT_EQ(LinesOf(l.Written(), "$"), "$modelname \"\"\n$cd \"\"\n$cdtexture \"\"\n$scale 2.5\n"
+                                         "$externaltextures\n$eyeposition 1.5 0 -3\n"
+                                         "$sequencegroupsize 64\n");
     EXPECT_TRUE(l.Host.Questions.empty());
 }
 
@@ -211,29 +205,25 @@ TEST(QcReader, AttachmentsAndControllers) {
 }
 
 TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
+    // Before any part: the scan finds nothing, and later parts are not scanned.
     Model early;
     early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
                                "$texrendermode \"a.bmp\" additive\n");
-    for (int i = 1; i <= 10; ++i) {
-        EXPECT_EQ(early.Doc->TextureModes[i].Mode, 0);
-    }
+    EXPECT_EQ(LinesOf(early.Written(), "$texrendermode"), "");
 
+    // Names match exactly; any word but "masked" is additive; an empty name
+    // matches no empty slot.
     Model l;
     l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nblank\n}\n"
                        "$texrendermode \"b.bmp\" MASKED\n"
                        "$texrendermode c.bmp chrome\n"
-                       "$texrendermode \"B.BMP\" masked\n"
+                       "$texrendermode \"B.BMP\" additive\n"
                        "$texrendermode \"zzz.bmp\" masked\n"
                        "$texrendermode\n");
-    const Document& d = *l.Doc;
-    EXPECT_EQ(d.TextureModes[1].Name, "a.bmp");
-    EXPECT_EQ(d.TextureModes[2].Name, "b.bmp");
-    EXPECT_EQ(d.TextureModes[3].Name, "c.bmp");
-    EXPECT_EQ(d.TextureModes[1].Mode, 0);
-    EXPECT_EQ(d.TextureModes[2].Mode, 1);
-    EXPECT_EQ(d.TextureModes[3].Mode, 2);
-    EXPECT_EQ(d.TextureModes[4].Mode, 0); // no texture: matches no empty slot
-    EXPECT_EQ(d.TextureCount, 0);         // render modes do not fill the base row
+    EXPECT_EQ(LinesOf(l.Written(), "$texrendermode"),
+              "$texrendermode \"b.bmp\" masked\n$texrendermode \"c.bmp\" additive\n");
+    EXPECT_EQ(l.Doc->TextureModes[1].Name, "a.bmp");
+    EXPECT_EQ(l.Doc->TextureCount, 0); // render modes do not fill the base row
 }
 
 TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
@@ -251,24 +241,15 @@ TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
            "}\n"
            "$texturegroup again {\n"
            "}\n");
-    const auto& t = l.Doc->TextureVariations;
-    ASSERT_EQ(l.Doc->TextureCount, 4); // a, b, c, d: A.BMP of leg is a.bmp again
-    EXPECT_EQ(t[1][1], "a.bmp");
-    EXPECT_EQ(t[1][2], "b.bmp");
-    EXPECT_EQ(t[1][3], "c.bmp");
-    EXPECT_EQ(t[1][4], "d.bmp");
-    // Script row 2 is table row 2; a name equal to the base is no replacement.
-    EXPECT_EQ(t[2][1], Blank);
-    EXPECT_EQ(t[2][2], "b2.bmp");
-    EXPECT_EQ(t[2][3], "c2.bmp");
-    EXPECT_EQ(t[2][4], Blank);
-    for (int c = 1; c <= 4; ++c) {
-        EXPECT_EQ(t[3][c], Blank) << c;
-    }
-    // A row that goes on in the next line: two rows, the second starting at column 1.
-    EXPECT_EQ(t[4][3], "c3.bmp");
-    EXPECT_EQ(t[4][1], "a3.bmp");
-    EXPECT_EQ(t[5][3], "b3.bmp");
+    // The base row is the scan (A.BMP of leg is a.bmp again); script row 2
+    // is table row 2, a name equal to the base is no replacement, an all-base
+    // row stays blank (and unwritten), and a row that goes on in the next line
+    // makes two rows, the second starting at column 1.
+    EXPECT_EQ(LinesOf(l.Written(), "{ \""), "{ \"a.bmp\" \"b.bmp\" \"c.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a.bmp\" \"b2.bmp\" \"c2.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a3.bmp\" \"b.bmp\" \"c3.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a.bmp\" \"b.bmp\" \"b3.bmp\" \"d.bmp\" }\n");
+    EXPECT_EQ(l.Doc->TextureVariations[3][3], Blank);
 }
 
 TEST(QcReader, ATextureGroupsBraceMayStandOnItsOwnLineOrBehindTheName) {
