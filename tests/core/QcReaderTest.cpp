@@ -1,6 +1,5 @@
 #include "ScriptTestSupport.h"
 
-#include <cfloat>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -10,6 +9,8 @@ namespace {
 using testing::LinesOf;
 using testing::Model;
 using testing::ReadFile;
+using testing::Repeat;
+using testing::Script;
 using testing::Smd;
 
 TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
@@ -174,9 +175,10 @@ TEST(QcReader, ARefusedQuestionBreaksTheLoadOffIntoANewDocument) {
     EXPECT_EQ(l.Host.Finished, 0);
     EXPECT_TRUE(l.Host.Animations.empty());
     EXPECT_TRUE(l.Doc->QcFile.empty());
-    EXPECT_EQ(l.Doc->BodyGroupCount, 1);
-    EXPECT_EQ(l.Doc->BodyGroups[1].Name, "body");
-    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
+    // The folders read before the refusal stay: the reset leaves them.
+    const std::string fresh = Script(*std::make_unique<Document>());
+    EXPECT_EQ(l.Written().substr(l.Written().find("// Model")),
+              fresh.substr(fresh.find("// Model")));
 
     Model k;
     k.Host.Answer("0");
@@ -285,58 +287,41 @@ TEST(QcReader, APartFileThatIsGoneWhenTexturesAreScannedIsReported) {
 }
 
 TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
-    Model l;
+    using P = ReadProblem;
     std::vector<std::string> many;
     for (int i = 1; i <= 12; ++i) {
         many.push_back("t" + std::to_string(i) + ".bmp");
     }
-    l.Dir.Write("m/many.smd", Smd(many));
-    std::string script = l.Paths();
-    for (int i = 0; i < 34; ++i) {
-        script += "$body b" + std::to_string(i) + " \"head\"\n";
-    }
-    script += "$bodygroup over\n{\nstudio \"arm\"\n}\n"; // a 33rd group: its block goes too
-    script += "$sequence \"big\" \"big\" fps 40000 frame -40000 1.5 scale 1e39\n";
-    for (int i = 0; i < 11; ++i) {
-        script += "$sequencegroup g\n$sequence \"s" + std::to_string(i) + "\" \"s\"\n";
-    }
-    script += "$gamma 2\n";
-    EXPECT_EQ(l.Load(script), ReadOutcome::Loaded);
+    Model l;
+    EXPECT_EQ(
+        l.Load(l.Paths() + Repeat(0, 33, [](auto i) { return "$body b" + i + " \"head\"\n"; }) +
+               "$bodygroup over\n{\nstudio \"arm\"\n}\n" // a 33rd group: its block goes too
+               "$sequence \"big\" \"big\" fps 40000 frame -40000 1.5 scale 1e39\n" +
+               Repeat(0, 10,
+                      [](auto i) { return "$sequencegroup g\n$sequence \"s" + i + "\" \"s\"\n"; }) +
+               "$gamma 2\n"),
+        ReadOutcome::Loaded);
     const Document& d = *l.Doc;
     EXPECT_EQ(d.BodyGroupCount, 32);
     EXPECT_EQ(d.BodyGroups[32].Name, "b31");
-    EXPECT_EQ(d.Anims[0][0].Fps, 32767);
-    EXPECT_EQ(d.Anims[0][0].FrameStart, -32768);
-    EXPECT_EQ(d.Anims[0][0].FrameEnd, 2);
-    EXPECT_EQ(d.Anims[0][0].Scale, FLT_MAX);
+    EXPECT_EQ(LinesOf(l.Written(), "$sequence \"big"),
+              "$sequence \"big\" \"big\" fps 32767 frame -32768 2  scale 3.402823E+38\n");
     EXPECT_EQ(d.Anims[10][0].Name, "s9");
     EXPECT_EQ(d.Gamma, 2.0f); // the load went on to the end
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManyBodyGroups), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::NumberOutOfRange), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManySequenceGroups), 1);
+    EXPECT_EQ(l.Host.ProblemKinds(),
+              (std::vector{P::TooManyBodyGroups, P::NumberOutOfRange, P::TooManySequenceGroups}));
 
     Model p;
-    std::string parts = p.Paths() + "$bodygroup many\n{\n";
-    for (int i = 0; i < 18; ++i) {
-        parts += "studio \"head\"\n";
-    }
-    parts += "studio \"many\"\n}\n$texturegroup t\n{\n{";
-    for (int i = 1; i <= 12; ++i) {
-        parts += " \"t" + std::to_string(i) + ".bmp\"";
-    }
-    parts += " }\n";
-    for (int r = 2; r <= 102; ++r) {
-        parts += "{ \"r" + std::to_string(r) + ".bmp\" }\n";
-    }
-    parts += "}\n$sequence \"ev\" \"ev\"";
-    for (int e = 1; e <= 257; ++e) {
-        parts += " { event " + std::to_string(e) + " 1 }";
-    }
-    parts += "\n";
-    for (int s = 0; s < 515; ++s) {
-        parts += "$sequence \"s\" \"s\"\n";
-    }
-    EXPECT_EQ(p.Load(parts), ReadOutcome::Loaded);
+    p.Dir.Write("m/many.smd", testing::Smd(many));
+    EXPECT_EQ(p.Load(p.Paths() + "$bodygroup many\n{\n" +
+                     Repeat(1, 18, [](auto) { return "studio \"head\"\n"; }) +
+                     "studio \"many\"\n}\n$texturegroup t\n{\n{" +
+                     Repeat(1, 12, [](auto i) { return " \"t" + i + ".bmp\""; }) + " }\n" +
+                     Repeat(2, 102, [](auto i) { return "{ \"r" + i + ".bmp\" }\n"; }) +
+                     "}\n$sequence \"ev\" \"ev\"" +
+                     Repeat(1, 257, [](auto i) { return " { event " + i + " 1 }"; }) + "\n" +
+                     Repeat(0, 514, [](auto) { return "$sequence \"s\" \"s\"\n"; })),
+              ReadOutcome::Loaded);
     const Document& q = *p.Doc;
     EXPECT_EQ(q.BodyGroups[1].PartCount, 16); // "many" was the 19th: never scanned
     EXPECT_EQ(q.TextureCount, 1);
@@ -345,19 +330,17 @@ TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
     EXPECT_EQ(q.Anims[0][512].Name, "s");
     EXPECT_EQ(p.Host.Animations.size(), 513u);
     EXPECT_EQ(q.TextureVariations[100][0], "r100.bmp");
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyParts), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureColumns), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureRows), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyEvents), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManySequences), 1);
+    EXPECT_EQ(p.Host.ProblemKinds(),
+              (std::vector{P::TooManyParts, P::TooManyTextureColumns, P::TooManyTextureRows,
+                           P::TooManyEvents, P::TooManySequences}));
 
     // More than ten textures in the parts: the first ten are the columns.
     Model t;
-    t.Dir.Write("m/many.smd", Smd(many));
+    t.Dir.Write("m/many.smd", testing::Smd(many));
     t.Load(t.Paths() + "$body many \"many\"\n$texturegroup t\n{\n}\n");
     EXPECT_EQ(t.Doc->TextureCount, 10);
     EXPECT_EQ(t.Doc->TextureVariations[1][10], "t10.bmp");
-    EXPECT_EQ(t.Host.ProblemsOf(ReadProblem::TooManyTextures), 1);
+    EXPECT_EQ(t.Host.ProblemKinds(), std::vector{P::TooManyTextures});
 }
 
 TEST(QcReader, LineEndsDoNotMatter) {

@@ -8,14 +8,25 @@
 #include "document/QcWriter.h"
 #include "document/ReaderHost.h"
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quarle::testing {
+
+// The texts that line(i) gives for i from first to last, one after the other.
+template <typename Line> std::string Repeat(int first, int last, Line line) {
+    std::string text;
+    for (int i = first; i <= last; ++i) {
+        text += line(std::to_string(i));
+    }
+    return text;
+}
 
 // A reference part: a mesh with the given texture lines.
 inline std::string Smd(const std::vector<std::string>& textures) {
@@ -54,11 +65,15 @@ public:
     int Finished = 0;
 
     int ProblemsOf(ReadProblem kind) const {
-        int n = 0;
+        return static_cast<int>(std::count_if(Problems.begin(), Problems.end(),
+                                              [&](const auto& p) { return p.first == kind; }));
+    }
+    std::vector<ReadProblem> ProblemKinds() const {
+        std::vector<ReadProblem> kinds;
         for (const auto& p : Problems) {
-            n += p.first == kind ? 1 : 0;
+            kinds.push_back(p.first);
         }
-        return n;
+        return kinds;
     }
 
     std::string Text(Ids key) override { return std::string("<") + IdsKeyTable[key] + ">"; }
@@ -183,30 +198,26 @@ inline void FillRobot(Document& d, const std::string& m, const std::string& tex)
     d.Attachments[0] = {1, 1.5f, 0.0f, 0.0f};
     d.AttachmentBones[0] = "Bone1";
     d.BodyGroupCount = 2;
-    d.BodyGroups[1].Name = "head";
-    d.BodyGroups[1].PartCount = 1;
-    d.BodyGroups[1].Parts[1] = "head";
-    d.BodyGroups[2].Name = "arms";
-    d.BodyGroups[2].PartCount = 2;
-    d.BodyGroups[2].Parts[1] = "arm";
-    d.BodyGroups[2].Reverse[1] = -1;
-    d.BodyGroups[2].Parts[2] = Blank;
+    d.BodyGroups[1] = {.Name = "head", .PartCount = 1, .Parts = {"", "head"}};
+    d.BodyGroups[2] = {
+        .Name = "arms", .PartCount = 2, .Parts = {"", "arm", Blank}, .Reverse = {0, -1}};
     d.TextureModes[2] = {"b.bmp", 1};
     d.TextureCount = 2;
     d.TextureVariations[1][1] = "a.bmp";
     d.TextureVariations[1][2] = "b.bmp";
     d.TextureVariations[2][1] = "c.bmp";
-    AnimRec& idle = d.Anims[0][0];
-    idle.Name = idle.SmdFile = "idle";
-    idle.Loop = 1;
-    idle.ActivityId = "ACT_ARM 1";
-    AnimRec& walk = d.Anims[1][0];
-    walk.Name = walk.SmdFile = "walk";
-    walk.Fps = 24;
+    d.Anims[0][0].Name = d.Anims[0][0].SmdFile = "idle";
+    d.Anims[0][0].Loop = 1;
+    d.Anims[0][0].ActivityId = "ACT_ARM 1";
+    d.Anims[1][0].Name = d.Anims[1][0].SmdFile = "walk";
+    d.Anims[1][0].Fps = 24;
 }
 
 // Every directive, option and number form of the dialect in use, with the
-// parts of a Model (whose scan gives a, b, c, d) and what the writer leaves out.
+// parts of a Model (whose scan gives a, b, c, d), and what the writer leaves
+// out: an inactive attachment, mode 3 and slot 11 of the render modes, a cell
+// past TextureCount and row 11 of the variations, a blend file without
+// BlendOn, an event past EventCount, slot 101, and group 2 without slot 0.
 inline void FillEverything(Document& d, const std::string& name, const std::string& m,
                            const std::string& tex) {
     d.ModelName = name;
@@ -214,86 +225,73 @@ inline void FillEverything(Document& d, const std::string& name, const std::stri
     d.TexturePath = tex;
     d.ModelScale = 1.5f;
     d.Gamma = 2.2f;
-    d.ExternalTextures = 1;
-    d.EyesOn = 1;
+    d.ExternalTextures = d.EyesOn = 1;
     d.EyeX = 1.0f;
     d.EyeY = -2.5f;
     d.EyeZ = 64.0f;
-    d.Attachments[0] = {1, 1.5f, 0.0f, -2.0f};
-    d.AttachmentBones[0] = "Bip01 R Hand";
-    d.Attachments[1] = {0, 5.0f, 5.0f, 5.0f}; // not active
-    d.Attachments[2] = {1, 0.0f, 0.0f, 0.0f};
-    d.AttachmentBones[2] = "Bone2";
-    d.Controllers[1] = {1, 2.0f, -30.0f, 30.5f};
-    d.ControllerBones[1] = "Bip01 Head";
-    d.Controllers[3] = {1, 0.0f, -1.5f, 0.0f};
-    d.ControllerBones[3] = "Bone3";
+    d.Attachments = {{{1, 1.5f, 0.0f, -2.0f}, {0, 5.0f, 5.0f, 5.0f}, {1, 0.0f, 0.0f, 0.0f}, {}}};
+    d.AttachmentBones = {"Bip01 R Hand", "off", "Bone2", ""};
+    d.Controllers = {{{}, {1, 2.0f, -30.0f, 30.5f}, {}, {1, 0.0f, -1.5f, 0.0f}}};
+    d.ControllerBones = {"", "Bip01 Head", "", "Bone3"};
     d.SequenceGroupSize = 64;
 
     d.BodyGroupCount = 3;
-    d.BodyGroups[1].Name = "head";
-    d.BodyGroups[1].PartCount = 1;
-    d.BodyGroups[1].Parts[1] = "head";
-    d.BodyGroups[1].Reverse[1] = -1; // lost: $body has no reverse
-    d.BodyGroups[2].Name = "arms";
-    d.BodyGroups[2].PartCount = 3;
-    d.BodyGroups[2].Parts[1] = "arm";
-    d.BodyGroups[2].Reverse[1] = -1;
-    d.BodyGroups[2].Parts[2] = Blank;
-    d.BodyGroups[2].Parts[3] = "leg";
-    d.BodyGroups[3].Name = "none";
+    // A one-part group loses its reverse: $body has none.
+    d.BodyGroups[1] = {.Name = "head", .PartCount = 1, .Parts = {"", "head"}, .Reverse = {0, -1}};
+    d.BodyGroups[2] = {
+        .Name = "arms", .PartCount = 3, .Parts = {"", "arm", Blank, "leg"}, .Reverse = {0, -1}};
+    d.BodyGroups[3] = {.Name = "none"};
 
     d.TextureModes[2] = {"b.bmp", 1};
-    d.TextureModes[3] = {"c.bmp", 3}; // no mode the dialect knows
+    d.TextureModes[3] = {"c.bmp", 3};
     d.TextureModes[4] = {"d.bmp", 2};
-    d.TextureModes[11] = {"a.bmp", 1}; // beyond the written slots
+    d.TextureModes[11] = {"a.bmp", 1};
     d.TextureCount = 4;
-    const char* base[] = {"a.bmp", "b.bmp", "c.bmp", "d.bmp"};
-    for (int c = 1; c <= 4; ++c) {
-        d.TextureVariations[1][c] = base[c - 1];
-    }
+    d.TextureVariations[1] = {"", "a.bmp", "b.bmp", "c.bmp", "d.bmp"};
     d.TextureVariations[2][2] = "b2.bmp";
-    d.TextureVariations[3][5] = "e3.bmp"; // past TextureCount: row 3 stays unused
+    d.TextureVariations[3][5] = "e3.bmp";
     d.TextureVariations[4][1] = "a4.bmp";
     d.TextureVariations[4][4] = "d4.bmp";
-    d.TextureVariations[11][1] = "a11.bmp"; // beyond the written rows
+    d.TextureVariations[11][1] = "a11.bmp";
 
-    AnimRec& walk = d.Anims[0][0];
-    walk.Name = walk.SmdFile = "walk";
-    walk.BlendFile = "walk2";
-    walk.BlendOn = 1;
-    walk.Fps = 24;
-    walk.Loop = 1;
-    walk.FrameLimit = 1;
-    walk.FrameStart = 0;
-    walk.FrameEnd = 20;
-    walk.OriginOn = 1;
-    walk.OriginX = 1;
-    walk.OriginY = -2;
-    walk.OriginZ = 3;
-    walk.Rotate = 90.0f;
-    walk.ActivityId = "ACT_WALK 1";
-    walk.LX = walk.LY = walk.LZ = 1;
-    walk.Scale = 2.0f;
-    walk.BlendAxis = 1.0f;
-    walk.BlendMin = -45.0f;
-    walk.BlendMax = 45.5f;
-    walk.EventCount = 3;
-    walk.Events[1] = {3, 5001, "12"};
-    walk.Events[2] = {7, 5002, ""};
-    walk.Events[3] = {9, 5004, "common/a b.wav"};
-    walk.Events[4] = {1, 1, "beyond EventCount"};
+    d.Anims[0][0] = {.Fps = 24,
+                     .Loop = 1,
+                     .FrameLimit = 1,
+                     .FrameStart = 0,
+                     .FrameEnd = 20,
+                     .OriginOn = 1,
+                     .OriginX = 1,
+                     .OriginY = -2,
+                     .OriginZ = 3,
+                     .LX = 1,
+                     .LY = 1,
+                     .LZ = 1,
+                     .Scale = 2.0f,
+                     .EventCount = 3,
+                     .SmdFile = "walk",
+                     .Events = {},
+                     .BlendFile = "walk2",
+                     .BlendOn = 1,
+                     .BlendAxis = 1.0f,
+                     .BlendMin = -45.0f,
+                     .BlendMax = 45.5f,
+                     .Name = "walk",
+                     .ActivityId = "ACT_WALK 1",
+                     .Rotate = 90.0f};
+    d.Anims[0][0].Events[1] = {3, 5001, "12"};
+    d.Anims[0][0].Events[2] = {7, 5002, ""};
+    d.Anims[0][0].Events[3] = {9, 5004, "common/a b.wav"};
+    d.Anims[0][0].Events[4] = {1, 1, "beyond EventCount"};
     AnimRec& idle = d.Anims[0][1];
     idle.Name = idle.SmdFile = "idle";
     idle.Rotate = 1.0f / 3.0f;
-    idle.BlendFile = "off"; // BlendOn is 0
-    idle.BlendMin = -1.0f;
     idle.LX = 1;
-    d.Anims[0][2].Name = d.Anims[0][2].SmdFile = "plain";
-    d.Anims[0][101].Name = "beyond"; // never written
-    d.Anims[1][0].Name = d.Anims[1][0].SmdFile = "g1";
+    idle.BlendFile = "off";
+    for (auto [g, s, n] : {std::tuple{0, 2, "plain"}, {1, 0, "g1"}, {2, 1, "late"}}) {
+        d.Anims[g][s].Name = d.Anims[g][s].SmdFile = n;
+    }
+    d.Anims[0][101].Name = "beyond";
     d.Anims[1][0].Fps = 10;
-    d.Anims[2][1].Name = d.Anims[2][1].SmdFile = "late"; // group 2 without slot 0
 }
 
 } // namespace quarle::testing
