@@ -71,6 +71,12 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence \"tab\" \"\ttab\" fps 12 \n"
          "$sequence \"q\" \"q\" fps 24 \n"
          "$sequence \"idle\" \"idle\" fps 8 \n"},
+        // Groups number in script order, whatever their names.
+        {"$sequence \"a\" \"a\"\n$sequencegroup legs\n$sequence \"b\" \"b\"\n"
+         "$sequence \"c\" \"c\"\n$SequenceGroup\n$sequence \"d\" \"d\"\n",
+         "$sequence \"a\" \"a\" fps 30 \n$sequencegroup seqgroup1\n$sequence \"b\" \"b\" fps 30 \n"
+         "$sequence \"c\" \"c\" fps 30 \n$sequencegroup seqgroup2\n$sequence \"d\" \"d\" fps 30 "
+         "\n"},
     };
     for (const auto& c : cases) {
         Model l;
@@ -88,16 +94,9 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
     quirks.Load(cases[3].script);
     EXPECT_EQ(quirks.Host.Animations,
               (std::vector<std::string>{"big walk", "three", "two", "tab", "q", "idle", "", ""}));
-}
-
-TEST(QcSequence, GroupsNumberInScriptOrderAndOnlyGroupZeroFillsTheList) {
-    Model l;
-    l.Load("$sequence \"a\" \"a\"\n$sequencegroup legs\n$sequence \"b\" \"b\"\n"
-           "$sequence \"c\" \"c\"\n$SequenceGroup\n$sequence \"d\" \"d\"\n");
-    EXPECT_EQ(l.Host.Animations, std::vector<std::string>{"a"});
-    EXPECT_EQ(l.Doc->Anims[1][0].Name, "b");
-    EXPECT_EQ(l.Doc->Anims[1][1].Name, "c");
-    EXPECT_EQ(l.Doc->Anims[2][0].Name, "d");
+    Model groups; // only group 0 fills the list
+    groups.Load(cases[4].script);
+    EXPECT_EQ(groups.Host.Animations, std::vector<std::string>{"a"});
 }
 
 TEST(QcSequence, ASlotIsReadFreshEvenWhereTheResetDoesNotReach) {

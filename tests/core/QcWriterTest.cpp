@@ -91,10 +91,6 @@ $bodygroup body
 
 TEST(QcWriter, EveryPieceInACommaLocale) {
     // Point form for $scale, $gamma and $attachment; the locale's comma elsewhere.
-    // Left out: inactive attachments, mode 3 and slot 11 of the render modes,
-    // row 3 (its cell stands past TextureCount) and row 11 of the variations,
-    // a blend file without BlendOn, events past EventCount, slot 101, and the
-    // $sequencegroup line of a group without slot 0.
     auto doc = std::make_unique<Document>();
     FillEverything(*doc, "c:\\m\\robot.mdl", "c:\\m", "c:\\m\\tex");
     const std::string expected = Head("c:\\m\\robot.mdl") + R"(// Pathdata
