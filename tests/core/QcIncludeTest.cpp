@@ -8,14 +8,14 @@
 namespace quarle {
 namespace {
 
-using testing::Loader;
+using testing::Model;
 
 struct Buffered {
     BufferResult Result;
     std::string Text;
 };
 
-Buffered Buffer(Loader& l, const std::string& script) {
+Buffered Buffer(Model& l, const std::string& script) {
     std::ostringstream out;
     ProblemOnce report(l.Host);
     const BufferResult result = BufferQcFile(out, script, l.Dir.Path(), l.Host, report);
@@ -31,7 +31,7 @@ TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
 }
 
 TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
-    Loader l;
+    Model l;
     const auto script = l.Dir.Write("a.qc", "// head\n$cd \"x\" // behind\n\n  // indented\n"
                                             "/* banner */\n$scale 2");
     const Buffered b = Buffer(l, script);
@@ -41,7 +41,7 @@ TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
 }
 
 TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
-    Loader l;
+    Model l;
     const std::string inc = l.Dir.Write("sub/inc.qc", "// own comment\ninner\n");
     const std::string other = l.Dir.Write("sub/deeper.qc", "deepest\n");
     l.Dir.Write("sub/nest.qc", "$include \"" + other + "\"\n");
@@ -59,7 +59,7 @@ TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
 }
 
 TEST(QcInclude, ARelativeIncludeIsAlwaysAskedFor) {
-    Loader l;
+    Model l;
     l.Dir.Write("inc.qc", "beside\n");
     l.Dir.Write("other/inc.qc", "picked\n");
     l.Dir.Write("other/sub/inc.qc", "nested\n");
@@ -75,7 +75,7 @@ TEST(QcInclude, ARelativeIncludeIsAlwaysAskedFor) {
 }
 
 TEST(QcInclude, AnAnswerThatKeepsARelativePathReadsFromTheScriptsFolder) {
-    Loader l;
+    Model l;
     l.Dir.Write("parts/inc.qc", "kept\n");
     const auto script = l.Dir.Write("a.qc", "$include \"parts\\inc.qc\"\n");
     l.Host.KeepUnanswered = true;
@@ -83,7 +83,7 @@ TEST(QcInclude, AnAnswerThatKeepsARelativePathReadsFromTheScriptsFolder) {
 }
 
 TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
-    Loader l;
+    Model l;
     l.Dir.Write("inc.qc", "included\n");
     const auto script = l.Dir.Write("a.qc", "// $include \"inc.qc\"\n"
                                             " // $include \"inc.qc\"\n"
@@ -100,7 +100,7 @@ TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
 }
 
 TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
-    Loader l;
+    Model l;
     l.Dir.Write("inner.qc", "before\n$include \"nowhere.qc\"\nafter\n");
     const auto script =
         l.Dir.Write("a.qc", "first\n$include \"" + l.Dir / "inner.qc" + "\"\nlast\n");
@@ -112,7 +112,7 @@ TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
 }
 
 TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
-    Loader l;
+    Model l;
     // a includes itself twice and b, which includes a again.
     const std::string a = l.Dir / "a.qc";
     const std::string b = l.Dir / "b.qc";

@@ -21,17 +21,17 @@ using testing::Smd;
 using testing::TempDir;
 using testing::ToolRun;
 
-TEST(ScanCommand, ReportsKindLastFrameAndTexturesOfEachSmdFile) {
-    const ToolRun run = RunTool({"scan", QUARLE_TEST_DATA "/smd/model"});
+TEST(ScanCommand, ReportsKindLastFrameAndTexturesOfEachSmdFileInNameOrder) {
+    ToolRun run = RunTool({"scan", QUARLE_TEST_DATA "/smd/model"});
     EXPECT_EQ(run.Status, 0) << run.Err;
     EXPECT_EQ(run.Out, "ref.smd reference 0 2\n"
                        "  Skin.bmp\n"
                        "  Arm.bmp\n"
                        "run.smd animation 12 0\n");
     EXPECT_EQ(run.Err, "");
-}
 
-TEST(ScanCommand, ListsSmdFilesInAnyCaseInNameOrder) {
+    // Files in any case of .smd, folders left out, more textures than the
+    // editor's tables hold.
     TempDir dir;
     std::filesystem::create_directory(dir / "folder.smd");
     dir.Write("b.SMD", "nodes\r\ntime 3\r\ntime 7");
@@ -39,29 +39,24 @@ TEST(ScanCommand, ListsSmdFilesInAnyCaseInNameOrder) {
     dir.Write("c.smd", "");
     dir.Write("d.txt", "triangles\n");
     dir.Write("e.smd", "triangles\nx.bmp\nX.BMP\n" + std::string(11, 'y') + ".bmp\n");
-    std::string many;
-    std::string expected = "A.smd animation - 0\n"
-                           "b.SMD animation 7 0\n"
-                           "c.smd animation - 0\n"
-                           "e.smd reference - 2\n"
-                           "  x.bmp\n"
-                           "  yyyyyyyyyyy.bmp\n"
-                           "f.smd reference - 11\n";
-    for (int i = 0; i < 11; ++i) { // more textures than the editor's tables hold
-        many += "triangles\nt" + std::to_string(i) + ".bmp\n";
-        expected += "  t" + std::to_string(i) + ".bmp\n";
-    }
-    dir.Write("f.smd", many);
-    const ToolRun run = RunTool({"scan", dir.Path()});
+    dir.Write("f.smd",
+              testing::Repeat(0, 10, [](auto i) { return "triangles\nt" + i + ".bmp\n"; }));
+    run = RunTool({"scan", dir.Path()});
     EXPECT_EQ(run.Status, 0) << run.Err;
-    EXPECT_EQ(run.Out, expected);
-}
+    EXPECT_EQ(run.Out, "A.smd animation - 0\n"
+                       "b.SMD animation 7 0\n"
+                       "c.smd animation - 0\n"
+                       "e.smd reference - 2\n"
+                       "  x.bmp\n"
+                       "  yyyyyyyyyyy.bmp\n"
+                       "f.smd reference - 11\n" +
+                           testing::Repeat(0, 10, [](auto i) { return "  t" + i + ".bmp\n"; }));
 
-TEST(ScanCommand, RefusesWhatIsNoReadableFolder) {
-    const ToolRun missing = RunTool({"scan", QUARLE_TEST_DATA "/smd/no-such-folder"});
-    EXPECT_EQ(missing.Status, 2);
-    EXPECT_EQ(missing.Out, "");
-    EXPECT_NE(missing.Err.find("no-such-folder"), std::string::npos) << missing.Err;
+    // What is no readable folder.
+    run = RunTool({"scan", QUARLE_TEST_DATA "/smd/no-such-folder"});
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_EQ(run.Out, "");
+    EXPECT_NE(run.Err.find("no-such-folder"), std::string::npos) << run.Err;
     EXPECT_EQ(RunTool({"scan", QUARLE_TEST_DATA "/smd/model/ref.smd"}).Status, 2);
     EXPECT_EQ(RunTool({"scan"}).Status, 2);
     EXPECT_EQ(RunTool({"scan", "a", "b"}).Status, 2);

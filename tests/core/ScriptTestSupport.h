@@ -128,25 +128,14 @@ inline std::string Script(const Document& doc, char separator = '.') {
     return out.str();
 }
 
-// A document, a host and a folder: loads script texts as the open command does.
-struct Loader {
+// A document, a host and a folder with a model folder m/ of reference parts
+// (head: a.bmp; arm: b.bmp, c.bmp; leg: A.BMP, d.bmp), an animation, and a
+// texture folder tex/: loads script texts as the open command does.
+struct Model {
     TempDir Dir;
     std::unique_ptr<Document> Doc = std::make_unique<Document>();
     ScriptedHost Host{*Doc};
 
-    // Writes the script as model.qc in the test's folder and reads it.
-    ReadOutcome Load(const std::string& script) { return LoadFile(Dir.Write("model.qc", script)); }
-    ReadOutcome LoadFile(const std::string& path) {
-        InitVars(*Doc);
-        Doc->QcFile = path;
-        return ReadQcFile(*Doc, Host, Dir.Path());
-    }
-    std::string Written() const { return Script(*Doc); }
-};
-
-// A model folder m/ with reference parts (head: a.bmp; arm: b.bmp, c.bmp;
-// leg: A.BMP, d.bmp), an animation, and a texture folder tex/.
-struct Model : Loader {
     Model() {
         Dir.Write("m/head.smd", Smd({"a.bmp"}));
         Dir.Write("m/arm.smd", Smd({"b.bmp", "c.bmp"}));
@@ -159,6 +148,15 @@ struct Model : Loader {
     std::string Paths() const {
         return "$cd \"" + M() + "\"\n$cdtexture \"" + Dir / "tex" + "\"\n";
     }
+
+    // Writes the script as model.qc in the test's folder and reads it.
+    ReadOutcome Load(const std::string& script) { return LoadFile(Dir.Write("model.qc", script)); }
+    ReadOutcome LoadFile(const std::string& path) {
+        InitVars(*Doc);
+        Doc->QcFile = path;
+        return ReadQcFile(*Doc, Host, Dir.Path());
+    }
+    std::string Written() const { return Script(*Doc); }
 };
 
 // The lines of a written script that start with prefix, each ended by LF.

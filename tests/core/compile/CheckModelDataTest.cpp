@@ -88,7 +88,7 @@ TEST_F(CheckModelDataTest, ASavedFreshDocumentGetsChecksSixSevenEightAndTheIdleL
     EXPECT_EQ(gone.ErrorCount, 1);
 }
 
-TEST_F(CheckModelDataTest, CompilerChecksFormOneChain) {
+TEST_F(CheckModelDataTest, CompilerChecksFormOneChainAndFoldersFollow) {
     MakeComplete();
     std::string path;
     input_.StudioMdlPath = &path;
@@ -106,10 +106,8 @@ TEST_F(CheckModelDataTest, CompilerChecksFormOneChain) {
 
     input_.StudioMdlPath = nullptr; // a check of the script alone
     EXPECT_TRUE(Run().Rows.empty());
-}
 
-TEST_F(CheckModelDataTest, EmptyTextureFolderTakesTheModelFolder) {
-    MakeComplete();
+    // An empty texture folder takes the model folder, even an empty one.
     doc_->TexturePath = "";
     EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_TEXTUREPATH")});
     EXPECT_EQ(doc_->TexturePath, "models");
