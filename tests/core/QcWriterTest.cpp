@@ -154,6 +154,13 @@ TEST(QcWriter, ExactComparesAndTheTablesEnds) {
     doc->Gamma = 1.8000001f;
     EXPECT_EQ(LinesOf(Script(*doc), "$gamma"), "$gamma 1.8\n");
 
+    // Textures whose variation rows are all blank up to TextureCount: no
+    // $texturegroup, not even the base row.
+    doc->TextureCount = 3;
+    doc->TextureVariations[1] = {"", "a.bmp", "b.bmp", "c.bmp"};
+    doc->TextureVariations[2][4] = "beyond.bmp";
+    EXPECT_EQ(LinesOf(Script(*doc), "$texturegroup") + LinesOf(Script(*doc), "{ "), "");
+
     // A lone part stands as it is, "<blank>" too; counts past the tables
     // write the tables' slots and no more.
     doc->BodyGroups[1].PartCount = 1;

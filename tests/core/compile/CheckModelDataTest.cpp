@@ -7,6 +7,15 @@
 #include <memory>
 
 namespace quarle::compile {
+
+// Rows in failure messages as their kind and text.
+void PrintTo(const CheckRow& row, std::ostream* out) {
+    *out << (row.Kind == RowKind::Error     ? "E("
+             : row.Kind == RowKind::Warning ? "W("
+                                            : "I(")
+         << row.Text << ")";
+}
+
 namespace {
 
 using quarle::testing::ReadFile;
@@ -161,13 +170,16 @@ TEST_F(CheckModelDataTest, AnimationChecksInTheirOrderAndTheGroupWalk) {
               E("IDS_ERROR_STARTFRAME_PART1 walk_smdIDS_ERROR_STARTFRAME_PART2")}));
     EXPECT_EQ(result.ErrorCount, 2);
 
-    // Only the last character counts: a blank or a sign passes as well.
+    // Only the last character counts: up to the code of 9 it passes.
     a = AnimRec{};
     a.SmdFile = a.Name = "walk";
-    for (const char* passes : {"ACT_WALK 1", "ACT_WALK ", "ACT_WALK-"}) {
+    for (const char* passes : {"ACT_WALK 9", "ACT_WALK ", "ACT_WALK-"}) {
         a.ActivityId = passes;
         EXPECT_TRUE(Run().Rows.empty()) << passes;
     }
+    a.ActivityId = "ACT_WALK 1:";
+    EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_MISSINGNUMBER walk")});
+    a.ActivityId.clear();
 
     // Each group's walk stops at its first slot without a file; the last slot
     // of the last group is walked, slot 101 never.
