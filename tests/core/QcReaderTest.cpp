@@ -135,18 +135,26 @@ TEST(QcReader, BodyGroupsAndTheirPartLines) {
     EXPECT_EQ(l.Host.Questions[0].Kind, "part");
 }
 
-TEST(QcReader, ASecondLoadFindsNothingOfTheFirstInGroupsTheResetMisses) {
+TEST(QcReader, ALoadFindsNothingOfAnEarlierOneWhereTheResetDoesNotReach) {
+    // Body groups above 10: a second load of the same script writes the same.
     Model l;
-    std::string script = l.Paths();
-    for (int g = 1; g <= 12; ++g) {
-        script += "$bodygroup g" + std::to_string(g) + "\n{\nstudio \"arm\"\nblank\n}\n";
-    }
-    const std::string path = l.Dir.Write("twelve.qc", script);
+    const std::string path =
+        l.Dir.Write("twelve.qc", l.Paths() + Repeat(1, 12, [](auto g) {
+                                     return "$bodygroup g" + g + "\n{\nstudio \"arm\"\nblank\n}\n";
+                                 }));
     l.LoadFile(path);
     const std::string first = l.Written();
     l.LoadFile(path);
     EXPECT_EQ(l.Doc->BodyGroups[12].PartCount, 2);
     EXPECT_EQ(l.Written(), first);
+
+    // Events above 10 and slots above 100 of a sequence slot.
+    l.Doc->Anims[0][0].Events[12].Parameter = "stale";
+    l.Doc->Anims[0][101].Loop = 1;
+    l.Load("$sequence \"s\" \"s\"" + Repeat(1, 12, [](auto) { return " { event 1 1 }"; }) +
+           Repeat(1, 101, [](auto) { return "\n$sequence \"s\" \"s\""; }));
+    EXPECT_EQ(l.Doc->Anims[0][0].Events[12].Parameter, "");
+    EXPECT_EQ(l.Doc->Anims[0][101].Loop, 0);
 }
 
 TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {

@@ -99,23 +99,6 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
     EXPECT_EQ(groups.Host.Animations, std::vector<std::string>{"a"});
 }
 
-TEST(QcSequence, ASlotIsReadFreshEvenWhereTheResetDoesNotReach) {
-    Model l;
-    // An earlier load left events above 10 and slots above 100 behind.
-    l.Doc->Anims[0][0].Events[12].Parameter = "stale";
-    l.Doc->Anims[0][101].Loop = 1;
-    std::string script = "$sequence \"s\" \"s\"";
-    for (int e = 1; e <= 12; ++e) {
-        script += " { event 1 1 }";
-    }
-    for (int s = 1; s <= 101; ++s) {
-        script += "\n$sequence \"s\" \"s\"";
-    }
-    l.Load(script);
-    EXPECT_EQ(l.Doc->Anims[0][0].Events[12].Parameter, "");
-    EXPECT_EQ(l.Doc->Anims[0][101].Loop, 0);
-}
-
 // --- what a load followed by a save keeps and loses -------------------------
 
 TEST(QcSequence, AWrittenScriptReadsBackIntoTheSameScript) {
