@@ -2,7 +2,7 @@
 // read again only when it is new, changed, or changed too recently to trust.
 #include "document/ModelFolderCache.h"
 
-#include "QcReaderTestSupport.h"
+#include "TestFiles.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -18,89 +18,60 @@ using testing::TempDir;
 const char* const Mesh = "version 1\nnodes\nend\ntriangles\nend\n";
 const char* const Anim = "version 1\nskeleton\ntime 0\ntime 1\nend\n";
 
-// Puts a file's time stamp an hour back, well out of the clock margin.
-void Age(const std::string& path) {
-    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
+// Puts a file's time stamp back, well out of the clock margin.
+void Age(const std::string& path, std::chrono::minutes by = std::chrono::minutes(60)) {
+    fs::last_write_time(path, fs::file_time_type::clock::now() - by);
 }
 
-TEST(ModelFolderCache, ReadsOnlyFilesThatAreNewOrChanged) {
+TEST(ModelFolderCache, ReadsOnlyFilesThatAreNewChangedOrNotYetSettled) {
     TempDir dir;
     const std::string ref = dir.Write("ref.smd", Mesh);
     const std::string run = dir.Write("run.smd", Anim);
-    Age(ref);
     Age(run);
 
     ModelFolderCache cache;
     EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
     EXPECT_EQ(cache.KindOf(run), SmdKind::Animation);
-    EXPECT_EQ(cache.FilesRead(), 2u);
-
-    // A second refill of an unchanged folder reads nothing.
+    // Just written: a change within the clock's resolution could hide behind
+    // the same stamp, so the fresh file is read again; the aged one is not.
     EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
     EXPECT_EQ(cache.KindOf(run), SmdKind::Animation);
-    EXPECT_EQ(cache.FilesRead(), 2u);
+    EXPECT_EQ(cache.FilesRead(), 3u);
+    Age(ref);
+    cache.KindOf(ref);
+    cache.KindOf(ref);
+    EXPECT_EQ(cache.FilesRead(), 4u);
 
     // The animation becomes a mesh: another size.
     dir.Write("run.smd", std::string(Anim) + "triangles\n");
     Age(run);
     EXPECT_EQ(cache.KindOf(run), SmdKind::Reference);
-    EXPECT_EQ(cache.FilesRead(), 3u);
-
     // The mesh loses its triangles at the same size: another time stamp.
     std::string same(Mesh);
     same.replace(same.find("triangles"), 9, "Triangles");
     dir.Write("ref.smd", same);
-    fs::last_write_time(ref, fs::file_time_type::clock::now() - std::chrono::minutes(30));
+    Age(ref, std::chrono::minutes(30));
     EXPECT_EQ(cache.KindOf(ref), SmdKind::Animation);
-    EXPECT_EQ(cache.FilesRead(), 4u);
+    EXPECT_EQ(cache.FilesRead(), 6u);
 }
 
-TEST(ModelFolderCache, FreshFilesAreReadUntilTheyHaveSettled) {
+TEST(ModelFolderCache, UnreadableFilesOtherCapitalsAndForgetting) {
     TempDir dir;
-    const std::string ref = dir.Write("ref.smd", Mesh);
-    ModelFolderCache cache;
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
-    // Just written: a change within the clock's resolution could hide
-    // behind the same stamp, so the file is read again.
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
-    EXPECT_EQ(cache.FilesRead(), 2u);
-    Age(ref);
-    cache.KindOf(ref);
-    cache.KindOf(ref);
-    EXPECT_EQ(cache.FilesRead(), 3u);
-}
-
-TEST(ModelFolderCache, FilesThatCannotBeReadAreOfNoKind) {
-    TempDir dir;
-    const std::string ref = dir.Write("ref.smd", Mesh);
+    dir.Write("Robot/REF.smd", Mesh);
+    const std::string run = dir.Write("Robot/run.smd", Anim);
     fs::create_directory(dir / "folder.smd");
     ModelFolderCache cache;
     EXPECT_EQ(cache.KindOf(dir / "gone.smd"), SmdKind::Unreadable);
     EXPECT_EQ(cache.KindOf(dir / "folder.smd"), SmdKind::Unreadable);
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
-    // A file that goes away loses its entry with it.
-    fs::remove(ref);
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Unreadable);
-    EXPECT_EQ(cache.Entries(), 0u);
-}
-
-TEST(ModelFolderCache, KeepForgetsTheFilesNotListed) {
-    TempDir dir;
-    const std::string a = dir.Write("a.smd", Mesh);
-    const std::string b = dir.Write("b.smd", Anim);
-    ModelFolderCache cache;
-    cache.KindOf(a);
-    cache.KindOf(b);
-    const std::vector<std::string> keep{b, dir / "other.smd"};
+    EXPECT_EQ(cache.KindOf(dir / "robot/ref.smd"), SmdKind::Reference);
+    EXPECT_EQ(cache.KindOf(run), SmdKind::Animation);
+    const std::vector<std::string> keep{run, dir / "other.smd"};
     cache.Keep(keep);
     EXPECT_EQ(cache.Entries(), 1u);
-}
-
-TEST(ModelFolderCache, FindsFilesSpeltInOtherCapitals) {
-    TempDir dir;
-    dir.Write("Robot/REF.smd", Mesh);
-    ModelFolderCache cache;
-    EXPECT_EQ(cache.KindOf(dir / "robot/ref.smd"), SmdKind::Reference);
+    // A file that goes away loses its entry with it.
+    fs::remove(run);
+    EXPECT_EQ(cache.KindOf(run), SmdKind::Unreadable);
+    EXPECT_EQ(cache.Entries(), 0u);
 }
 
 } // namespace

@@ -64,17 +64,13 @@ TEST(FloatToText, PointFormReadsBackToTheSameFloat) {
 }
 
 TEST(DecimalSeparator, PointAndCommaLocales) {
-    EXPECT_EQ(DecimalSeparatorOfLocale(""), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("C"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("POSIX"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("C.UTF-8"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("en_US.UTF-8"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("en_GB"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("de_DE.UTF-8"), ',');
-    EXPECT_EQ(DecimalSeparatorOfLocale("de_DE@euro"), ',');
-    EXPECT_EQ(DecimalSeparatorOfLocale("fr_FR.ISO-8859-1"), ',');
-    EXPECT_EQ(DecimalSeparatorOfLocale("de_CH.UTF-8"), '.');
-    EXPECT_EQ(DecimalSeparatorOfLocale("xx_YY"), '.');
+    for (const char* point :
+         {"", "C", "POSIX", "C.UTF-8", "en_US.UTF-8", "en_GB", "de_CH.UTF-8", "xx_YY"}) {
+        EXPECT_EQ(DecimalSeparatorOfLocale(point), '.') << point;
+    }
+    for (const char* comma : {"de_DE.UTF-8", "de_DE@euro", "fr_FR.ISO-8859-1"}) {
+        EXPECT_EQ(DecimalSeparatorOfLocale(comma), ',') << comma;
+    }
     const char system = SystemDecimalSeparator();
     EXPECT_TRUE(system == '.' || system == ',');
     EXPECT_EQ(SystemDecimalSeparator(), system); // kept, not read again

@@ -1,6 +1,6 @@
 #include "document/QcInclude.h"
 
-#include "QcReaderTestSupport.h"
+#include "ScriptTestSupport.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -8,15 +8,14 @@
 namespace quarle {
 namespace {
 
-using testing::Loader;
-using testing::ReadFile;
+using testing::Model;
 
 struct Buffered {
     BufferResult Result;
     std::string Text;
 };
 
-Buffered Buffer(Loader& l, const std::string& script) {
+Buffered Buffer(Model& l, const std::string& script) {
     std::ostringstream out;
     ProblemOnce report(l.Host);
     const BufferResult result = BufferQcFile(out, script, l.Dir.Path(), l.Host, report);
@@ -24,19 +23,15 @@ Buffered Buffer(Loader& l, const std::string& script) {
 }
 
 TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
-    const auto lines = SplitLines("a\r\nb\n\nc\rd");
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[0], "a");
-    EXPECT_EQ(lines[1], "b");
-    EXPECT_EQ(lines[2], "");
-    EXPECT_EQ(lines[3], "c");
-    EXPECT_EQ(lines[4], "d");
-    EXPECT_TRUE(SplitLines("").empty());
-    EXPECT_EQ(SplitLines("x\r\n").size(), 1u);
+    using Lines = std::vector<std::string_view>;
+    EXPECT_EQ(SplitLines("a\r\nb\n\nc\rd"), (Lines{"a", "b", "", "c", "d"}));
+    EXPECT_EQ(SplitLines(""), Lines{});
+    EXPECT_EQ(SplitLines("x\r\n"), Lines{"x"});
+    EXPECT_EQ(SplitLines("\r\r\n"), (Lines{"", ""}));
 }
 
 TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
-    Loader l;
+    Model l;
     const auto script = l.Dir.Write("a.qc", "// head\n$cd \"x\" // behind\n\n  // indented\n"
                                             "/* banner */\n$scale 2");
     const Buffered b = Buffer(l, script);
@@ -46,7 +41,7 @@ TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
 }
 
 TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
-    Loader l;
+    Model l;
     const std::string inc = l.Dir.Write("sub/inc.qc", "// own comment\ninner\n");
     const std::string other = l.Dir.Write("sub/deeper.qc", "deepest\n");
     l.Dir.Write("sub/nest.qc", "$include \"" + other + "\"\n");
@@ -64,31 +59,25 @@ TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
 }
 
 TEST(QcInclude, ARelativeIncludeIsAlwaysAskedFor) {
-    Loader l;
+    Model l;
     l.Dir.Write("inc.qc", "beside\n");
     l.Dir.Write("other/inc.qc", "picked\n");
     l.Dir.Write("other/sub/inc.qc", "nested\n");
-    const auto script = l.Dir.Write("a.qc", "$include \"inc.qc\"\n$include sub/inc.qc\n");
+    l.Dir.Write("parts/inc.qc", "kept\n");
+    const auto script = l.Dir.Write(
+        "a.qc", "$include \"inc.qc\"\n$include sub/inc.qc\n$include \"parts\\inc.qc\"\n");
     l.Host.Answer(l.Dir / "other");
     l.Host.Answer(l.Dir / "other/sub");
-    const Buffered b = Buffer(l, script);
-    EXPECT_EQ(b.Text, "picked\r\nnested\r\n");
-    ASSERT_EQ(l.Host.Questions.size(), 2u);
+    l.Host.KeepUnanswered = true; // the third answer keeps the relative path: the script's folder
+    EXPECT_EQ(Buffer(l, script).Text, "picked\r\nnested\r\nkept\r\n");
+    ASSERT_EQ(l.Host.Questions.size(), 3u);
     EXPECT_EQ(l.Host.Questions[0].Path, "inc.qc");
     EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_INCLUDEFILE>");
     EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
 }
 
-TEST(QcInclude, AnAnswerThatKeepsARelativePathReadsFromTheScriptsFolder) {
-    Loader l;
-    l.Dir.Write("parts/inc.qc", "kept\n");
-    const auto script = l.Dir.Write("a.qc", "$include \"parts\\inc.qc\"\n");
-    l.Host.KeepUnanswered = true;
-    EXPECT_EQ(Buffer(l, script).Text, "kept\r\n");
-}
-
 TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
-    Loader l;
+    Model l;
     l.Dir.Write("inc.qc", "included\n");
     const auto script = l.Dir.Write("a.qc", "// $include \"inc.qc\"\n"
                                             " // $include \"inc.qc\"\n"
@@ -105,7 +94,7 @@ TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
 }
 
 TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
-    Loader l;
+    Model l;
     l.Dir.Write("inner.qc", "before\n$include \"nowhere.qc\"\nafter\n");
     const auto script =
         l.Dir.Write("a.qc", "first\n$include \"" + l.Dir / "inner.qc" + "\"\nlast\n");
@@ -117,7 +106,7 @@ TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
 }
 
 TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
-    Loader l;
+    Model l;
     // a includes itself twice and b, which includes a again.
     const std::string a = l.Dir / "a.qc";
     const std::string b = l.Dir / "b.qc";
@@ -137,21 +126,14 @@ TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
     l.Host.Answer(l.Dir.Path()); // folder.qc is no file: asked, then unreadable
     const Buffered r = Buffer(l, top);
     EXPECT_EQ(r.Result, BufferResult::Done);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeLoop), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeTooDeep), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeUnreadable), 1);
+    EXPECT_EQ(l.Host.ProblemKinds(),
+              (std::vector{ReadProblem::IncludeLoop, ReadProblem::IncludeTooDeep,
+                           ReadProblem::IncludeUnreadable}));
     EXPECT_NE(r.Text.find("a1\r\nb1\r\nb2\r\na2\r\n"), std::string::npos);
     // top is level 0, so chain0 to chain31 are read and chain32 is refused.
     EXPECT_NE(r.Text.find("c31\r\n"), std::string::npos);
     EXPECT_EQ(r.Text.find("c32\r\n"), std::string::npos);
     EXPECT_TRUE(r.Text.ends_with("end\r\n"));
-}
-
-TEST(QcInclude, AScriptThatCannotBeOpenedIsReported) {
-    Loader l;
-    const Buffered b = Buffer(l, l.Dir / "missing.qc");
-    EXPECT_EQ(b.Result, BufferResult::Unreadable);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ScriptUnreadable), 1);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-#include "QcReaderTestSupport.h"
+#include "ScriptTestSupport.h"
 
-#include <cfloat>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -8,9 +7,10 @@ namespace quarle {
 namespace {
 
 using testing::LinesOf;
-using testing::Loader;
 using testing::Model;
 using testing::ReadFile;
+using testing::Repeat;
+using testing::Script;
 using testing::Smd;
 
 TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
@@ -80,16 +80,11 @@ TEST(QcReader, DirectiveWordsLineLogicAndNumbers) {
            "$cliptotextures\n"
            "$BODYGROUPX arms\n"
            "{\nstudio \"head\"\n}\n");
-    EXPECT_EQ(l.Doc->ModelScale, 2.5f);
-    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
-    EXPECT_EQ(l.Doc->ExternalTextures, 1);
-    EXPECT_EQ(l.Doc->EyesOn, 1);
-    EXPECT_EQ(l.Doc->EyeX, 1.5f);
-    EXPECT_EQ(l.Doc->EyeY, 0.0f); // a number in quotes reads as 0
-    EXPECT_EQ(l.Doc->EyeZ, -3.0f);
-    EXPECT_EQ(l.Doc->SequenceGroupSize, 64); // halves go to the even neighbour
-    // No body directive at all: the group "body" of the reset is gone too.
-    EXPECT_EQ(l.Doc->BodyGroupCount, 0);
+    // Quotes around a number read as 0, halves go to the even neighbour, and
+    // with no body directive the group "body" of the reset is gone too.
+    EXPECT_EQ(LinesOf(l.Written(), "$"), "$modelname \"\"\n$cd \"\"\n$cdtexture \"\"\n$scale 2.5\n"
+                                         "$externaltextures\n$eyeposition 1.5 0 -3\n"
+                                         "$sequencegroupsize 64\n");
     EXPECT_TRUE(l.Host.Questions.empty());
 }
 
@@ -140,18 +135,26 @@ TEST(QcReader, BodyGroupsAndTheirPartLines) {
     EXPECT_EQ(l.Host.Questions[0].Kind, "part");
 }
 
-TEST(QcReader, ASecondLoadFindsNothingOfTheFirstInGroupsTheResetMisses) {
+TEST(QcReader, ALoadFindsNothingOfAnEarlierOneWhereTheResetDoesNotReach) {
+    // Body groups above 10: a second load of the same script writes the same.
     Model l;
-    std::string script = l.Paths();
-    for (int g = 1; g <= 12; ++g) {
-        script += "$bodygroup g" + std::to_string(g) + "\n{\nstudio \"arm\"\nblank\n}\n";
-    }
-    const std::string path = l.Dir.Write("twelve.qc", script);
+    const std::string path =
+        l.Dir.Write("twelve.qc", l.Paths() + Repeat(1, 12, [](auto g) {
+                                     return "$bodygroup g" + g + "\n{\nstudio \"arm\"\nblank\n}\n";
+                                 }));
     l.LoadFile(path);
     const std::string first = l.Written();
     l.LoadFile(path);
     EXPECT_EQ(l.Doc->BodyGroups[12].PartCount, 2);
     EXPECT_EQ(l.Written(), first);
+
+    // Events above 10 and slots above 100 of a sequence slot.
+    l.Doc->Anims[0][0].Events[12].Parameter = "stale";
+    l.Doc->Anims[0][101].Loop = 1;
+    l.Load("$sequence \"s\" \"s\"" + Repeat(1, 12, [](auto) { return " { event 1 1 }"; }) +
+           Repeat(1, 101, [](auto) { return "\n$sequence \"s\" \"s\""; }));
+    EXPECT_EQ(l.Doc->Anims[0][0].Events[12].Parameter, "");
+    EXPECT_EQ(l.Doc->Anims[0][101].Loop, 0);
 }
 
 TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {
@@ -180,9 +183,10 @@ TEST(QcReader, ARefusedQuestionBreaksTheLoadOffIntoANewDocument) {
     EXPECT_EQ(l.Host.Finished, 0);
     EXPECT_TRUE(l.Host.Animations.empty());
     EXPECT_TRUE(l.Doc->QcFile.empty());
-    EXPECT_EQ(l.Doc->BodyGroupCount, 1);
-    EXPECT_EQ(l.Doc->BodyGroups[1].Name, "body");
-    EXPECT_EQ(l.Doc->Gamma, DefaultGamma);
+    // The folders read before the refusal stay: the reset leaves them.
+    const std::string fresh = Script(*std::make_unique<Document>());
+    EXPECT_EQ(l.Written().substr(l.Written().find("// Model")),
+              fresh.substr(fresh.find("// Model")));
 
     Model k;
     k.Host.Answer("0");
@@ -211,29 +215,25 @@ TEST(QcReader, AttachmentsAndControllers) {
 }
 
 TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
+    // Before any part: the scan finds nothing, and later parts are not scanned.
     Model early;
     early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
                                "$texrendermode \"a.bmp\" additive\n");
-    for (int i = 1; i <= 10; ++i) {
-        EXPECT_EQ(early.Doc->TextureModes[i].Mode, 0);
-    }
+    EXPECT_EQ(LinesOf(early.Written(), "$texrendermode"), "");
 
+    // Names match exactly; any word but "masked" is additive; an empty name
+    // matches no empty slot.
     Model l;
     l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nblank\n}\n"
                        "$texrendermode \"b.bmp\" MASKED\n"
                        "$texrendermode c.bmp chrome\n"
-                       "$texrendermode \"B.BMP\" masked\n"
+                       "$texrendermode \"B.BMP\" additive\n"
                        "$texrendermode \"zzz.bmp\" masked\n"
                        "$texrendermode\n");
-    const Document& d = *l.Doc;
-    EXPECT_EQ(d.TextureModes[1].Name, "a.bmp");
-    EXPECT_EQ(d.TextureModes[2].Name, "b.bmp");
-    EXPECT_EQ(d.TextureModes[3].Name, "c.bmp");
-    EXPECT_EQ(d.TextureModes[1].Mode, 0);
-    EXPECT_EQ(d.TextureModes[2].Mode, 1);
-    EXPECT_EQ(d.TextureModes[3].Mode, 2);
-    EXPECT_EQ(d.TextureModes[4].Mode, 0); // no texture: matches no empty slot
-    EXPECT_EQ(d.TextureCount, 0);         // render modes do not fill the base row
+    EXPECT_EQ(LinesOf(l.Written(), "$texrendermode"),
+              "$texrendermode \"b.bmp\" masked\n$texrendermode \"c.bmp\" additive\n");
+    EXPECT_EQ(l.Doc->TextureModes[1].Name, "a.bmp");
+    EXPECT_EQ(l.Doc->TextureCount, 0); // render modes do not fill the base row
 }
 
 TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
@@ -251,24 +251,15 @@ TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
            "}\n"
            "$texturegroup again {\n"
            "}\n");
-    const auto& t = l.Doc->TextureVariations;
-    ASSERT_EQ(l.Doc->TextureCount, 4); // a, b, c, d: A.BMP of leg is a.bmp again
-    EXPECT_EQ(t[1][1], "a.bmp");
-    EXPECT_EQ(t[1][2], "b.bmp");
-    EXPECT_EQ(t[1][3], "c.bmp");
-    EXPECT_EQ(t[1][4], "d.bmp");
-    // Script row 2 is table row 2; a name equal to the base is no replacement.
-    EXPECT_EQ(t[2][1], Blank);
-    EXPECT_EQ(t[2][2], "b2.bmp");
-    EXPECT_EQ(t[2][3], "c2.bmp");
-    EXPECT_EQ(t[2][4], Blank);
-    for (int c = 1; c <= 4; ++c) {
-        EXPECT_EQ(t[3][c], Blank) << c;
-    }
-    // A row that goes on in the next line: two rows, the second starting at column 1.
-    EXPECT_EQ(t[4][3], "c3.bmp");
-    EXPECT_EQ(t[4][1], "a3.bmp");
-    EXPECT_EQ(t[5][3], "b3.bmp");
+    // The base row is the scan (A.BMP of leg is a.bmp again); script row 2
+    // is table row 2, a name equal to the base is no replacement, an all-base
+    // row stays blank (and unwritten), and a row that goes on in the next line
+    // makes two rows, the second starting at column 1.
+    EXPECT_EQ(LinesOf(l.Written(), "{ \""), "{ \"a.bmp\" \"b.bmp\" \"c.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a.bmp\" \"b2.bmp\" \"c2.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a3.bmp\" \"b.bmp\" \"c3.bmp\" \"d.bmp\" }\n"
+                                            "{ \"a.bmp\" \"b.bmp\" \"b3.bmp\" \"d.bmp\" }\n");
+    EXPECT_EQ(l.Doc->TextureVariations[3][3], Blank);
 }
 
 TEST(QcReader, ATextureGroupsBraceMayStandOnItsOwnLineOrBehindTheName) {
@@ -304,58 +295,41 @@ TEST(QcReader, APartFileThatIsGoneWhenTexturesAreScannedIsReported) {
 }
 
 TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
-    Model l;
+    using P = ReadProblem;
     std::vector<std::string> many;
     for (int i = 1; i <= 12; ++i) {
         many.push_back("t" + std::to_string(i) + ".bmp");
     }
-    l.Dir.Write("m/many.smd", Smd(many));
-    std::string script = l.Paths();
-    for (int i = 0; i < 34; ++i) {
-        script += "$body b" + std::to_string(i) + " \"head\"\n";
-    }
-    script += "$bodygroup over\n{\nstudio \"arm\"\n}\n"; // a 33rd group: its block goes too
-    script += "$sequence \"big\" \"big\" fps 40000 frame -40000 1.5 scale 1e39\n";
-    for (int i = 0; i < 11; ++i) {
-        script += "$sequencegroup g\n$sequence \"s" + std::to_string(i) + "\" \"s\"\n";
-    }
-    script += "$gamma 2\n";
-    EXPECT_EQ(l.Load(script), ReadOutcome::Loaded);
+    Model l;
+    EXPECT_EQ(
+        l.Load(l.Paths() + Repeat(0, 33, [](auto i) { return "$body b" + i + " \"head\"\n"; }) +
+               "$bodygroup over\n{\nstudio \"arm\"\n}\n" // a 33rd group: its block goes too
+               "$sequence \"big\" \"big\" fps 40000 frame -40000 1.5 scale 1e39\n" +
+               Repeat(0, 10,
+                      [](auto i) { return "$sequencegroup g\n$sequence \"s" + i + "\" \"s\"\n"; }) +
+               "$gamma 2\n"),
+        ReadOutcome::Loaded);
     const Document& d = *l.Doc;
     EXPECT_EQ(d.BodyGroupCount, 32);
     EXPECT_EQ(d.BodyGroups[32].Name, "b31");
-    EXPECT_EQ(d.Anims[0][0].Fps, 32767);
-    EXPECT_EQ(d.Anims[0][0].FrameStart, -32768);
-    EXPECT_EQ(d.Anims[0][0].FrameEnd, 2);
-    EXPECT_EQ(d.Anims[0][0].Scale, FLT_MAX);
+    EXPECT_EQ(LinesOf(l.Written(), "$sequence \"big"),
+              "$sequence \"big\" \"big\" fps 32767 frame -32768 2  scale 3.402823E+38\n");
     EXPECT_EQ(d.Anims[10][0].Name, "s9");
     EXPECT_EQ(d.Gamma, 2.0f); // the load went on to the end
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManyBodyGroups), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::NumberOutOfRange), 1);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::TooManySequenceGroups), 1);
+    EXPECT_EQ(l.Host.ProblemKinds(),
+              (std::vector{P::TooManyBodyGroups, P::NumberOutOfRange, P::TooManySequenceGroups}));
 
     Model p;
-    std::string parts = p.Paths() + "$bodygroup many\n{\n";
-    for (int i = 0; i < 18; ++i) {
-        parts += "studio \"head\"\n";
-    }
-    parts += "studio \"many\"\n}\n$texturegroup t\n{\n{";
-    for (int i = 1; i <= 12; ++i) {
-        parts += " \"t" + std::to_string(i) + ".bmp\"";
-    }
-    parts += " }\n";
-    for (int r = 2; r <= 102; ++r) {
-        parts += "{ \"r" + std::to_string(r) + ".bmp\" }\n";
-    }
-    parts += "}\n$sequence \"ev\" \"ev\"";
-    for (int e = 1; e <= 257; ++e) {
-        parts += " { event " + std::to_string(e) + " 1 }";
-    }
-    parts += "\n";
-    for (int s = 0; s < 515; ++s) {
-        parts += "$sequence \"s\" \"s\"\n";
-    }
-    EXPECT_EQ(p.Load(parts), ReadOutcome::Loaded);
+    p.Dir.Write("m/many.smd", testing::Smd(many));
+    EXPECT_EQ(p.Load(p.Paths() + "$bodygroup many\n{\n" +
+                     Repeat(1, 18, [](auto) { return "studio \"head\"\n"; }) +
+                     "studio \"many\"\n}\n$texturegroup t\n{\n{" +
+                     Repeat(1, 12, [](auto i) { return " \"t" + i + ".bmp\""; }) + " }\n" +
+                     Repeat(2, 102, [](auto i) { return "{ \"r" + i + ".bmp\" }\n"; }) +
+                     "}\n$sequence \"ev\" \"ev\"" +
+                     Repeat(1, 257, [](auto i) { return " { event " + i + " 1 }"; }) + "\n" +
+                     Repeat(0, 514, [](auto) { return "$sequence \"s\" \"s\"\n"; })),
+              ReadOutcome::Loaded);
     const Document& q = *p.Doc;
     EXPECT_EQ(q.BodyGroups[1].PartCount, 16); // "many" was the 19th: never scanned
     EXPECT_EQ(q.TextureCount, 1);
@@ -364,19 +338,17 @@ TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
     EXPECT_EQ(q.Anims[0][512].Name, "s");
     EXPECT_EQ(p.Host.Animations.size(), 513u);
     EXPECT_EQ(q.TextureVariations[100][0], "r100.bmp");
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyParts), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureColumns), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyTextureRows), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManyEvents), 1);
-    EXPECT_EQ(p.Host.ProblemsOf(ReadProblem::TooManySequences), 1);
+    EXPECT_EQ(p.Host.ProblemKinds(),
+              (std::vector{P::TooManyParts, P::TooManyTextureColumns, P::TooManyTextureRows,
+                           P::TooManyEvents, P::TooManySequences}));
 
     // More than ten textures in the parts: the first ten are the columns.
     Model t;
-    t.Dir.Write("m/many.smd", Smd(many));
+    t.Dir.Write("m/many.smd", testing::Smd(many));
     t.Load(t.Paths() + "$body many \"many\"\n$texturegroup t\n{\n}\n");
     EXPECT_EQ(t.Doc->TextureCount, 10);
     EXPECT_EQ(t.Doc->TextureVariations[1][10], "t10.bmp");
-    EXPECT_EQ(t.Host.ProblemsOf(ReadProblem::TooManyTextures), 1);
+    EXPECT_EQ(t.Host.ProblemKinds(), std::vector{P::TooManyTextures});
 }
 
 TEST(QcReader, LineEndsDoNotMatter) {

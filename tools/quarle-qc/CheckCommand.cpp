@@ -11,21 +11,17 @@
 #include <cstdio>
 #include <filesystem>
 #include <iterator>
-#include <memory>
 #include <optional>
-#include <random>
 #include <string>
-#include <system_error>
 
 #ifdef _WIN32
 #include <windows.h>
 #endif
 
 #include "Commands.h"
+#include "LoadScript.h"
 #include "compile/CheckModelData.h"
-#include "document/Document.h"
-#include "document/Paths.h"
-#include "document/QcReader.h"
+#include "localisation/GlobalStrings.h"
 #include "localisation/LanguageFile.h"
 
 namespace quarle::qc {
@@ -33,40 +29,6 @@ namespace quarle::qc {
 namespace {
 
 namespace fs = std::filesystem;
-
-class CheckReaderHost : public ReaderHost {
-public:
-    CheckReaderHost(Document& doc, const compile::IdsTextTable& texts, std::string script)
-        : doc_(doc), texts_(texts), script_(std::move(script)) {}
-
-    int AnimationRows() const { return rows_; }
-
-    std::string Text(Ids key) override { return texts_[static_cast<std::size_t>(key)]; }
-    std::string NewDir(const std::string& oldDir, const std::string&,
-                       FolderQuestion what) override {
-        return what == FolderQuestion::IncludeFile ? paths::FolderOf(oldDir) : oldDir;
-    }
-    std::string PickPartFile(const std::string& missingFile, const std::string&,
-                             const std::string&) override {
-        return missingFile;
-    }
-    void NewDocument() override {
-        InitVars(doc_);
-        rows_ = 0;
-    }
-    void AddAnimation(const std::string&) override { ++rows_; }
-    void Problem(ReadProblem kind, const std::string& detail) override {
-        std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
-                     DescribeProblem(kind, detail).c_str());
-    }
-    void LoadFinished() override {}
-
-private:
-    Document& doc_;
-    const compile::IdsTextTable& texts_;
-    std::string script_;
-    int rows_ = 0;
-};
 
 class StderrLanguageHost : public LanguageHost {
 public:
@@ -80,35 +42,6 @@ private:
                      text.data());
     }
     std::string file_;
-};
-
-// A fresh folder for the reader's working file, removed again at the end.
-class WorkFolder {
-public:
-    WorkFolder() {
-        std::error_code ec;
-        const fs::path base = fs::temp_directory_path(ec);
-        std::random_device random;
-        for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
-            const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
-            if (fs::create_directory(candidate, ec) && !ec) {
-                path_ = candidate.string();
-            }
-        }
-    }
-    ~WorkFolder() {
-        std::error_code ignored;
-        if (!path_.empty()) {
-            fs::remove_all(path_, ignored);
-        }
-    }
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
 };
 
 // The folder of this executable; empty when the host cannot tell.
@@ -174,26 +107,17 @@ int RunCheck(const Args& args) {
         }
     }
 
-    WorkFolder work;
-    if (work.Path().empty()) {
-        std::fprintf(stderr, "quarle-qc: no temporary folder for the working file\n");
-        return 2;
-    }
-    // The open command: reset, name the script, read.
-    auto doc = std::make_unique<Document>();
-    InitVars(*doc);
-    doc->QcFile = in;
-    CheckReaderHost host(*doc, texts, in);
-    if (ReadQcFile(*doc, host, work.Path()) != ReadOutcome::Loaded) {
+    const LoadedScript loaded = LoadScript(in, Missing::Keep, &texts);
+    if (loaded.Status != 0) {
         return 2;
     }
 
     compile::CheckInput input;
     input.StudioMdlPath = studioMdl ? &*studioMdl : nullptr;
-    input.AnimationRows = host.AnimationRows();
+    input.AnimationRows = loaded.AnimationRows;
     input.Texts = &texts;
     input.AppendIdleLine = false;
-    const compile::CheckResult result = compile::CheckModelData(*doc, input);
+    const compile::CheckResult result = compile::CheckModelData(*loaded.Doc, input);
     for (const compile::CheckRow& row : result.Rows) {
         std::printf("%s\n", row.Text.c_str());
     }

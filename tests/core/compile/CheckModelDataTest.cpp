@@ -1,17 +1,26 @@
 #include "compile/CheckModelData.h"
 
-#include "CompileTestSupport.h"
+#include "../TestFiles.h"
+#include "localisation/GlobalStrings.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 
 namespace quarle::compile {
+
+// Rows in failure messages as their kind and text.
+void PrintTo(const CheckRow& row, std::ostream* out) {
+    *out << (row.Kind == RowKind::Error     ? "E("
+             : row.Kind == RowKind::Warning ? "W("
+                                            : "I(")
+         << row.Text << ")";
+}
+
 namespace {
 
-using testing::KeyTexts;
-using testing::ReadFile;
-using testing::TempDir;
-using testing::WriteFile;
+using quarle::testing::ReadFile;
+using quarle::testing::TempDir;
+using quarle::testing::WriteFile;
 
 CheckRow W(std::string text) {
     return {std::move(text), RowKind::Warning};
@@ -19,15 +28,19 @@ CheckRow W(std::string text) {
 CheckRow E(std::string text) {
     return {std::move(text), RowKind::Error};
 }
+using Rows = std::vector<CheckRow>;
 
 class CheckModelDataTest : public ::testing::Test {
 protected:
     CheckModelDataTest() {
         WriteFile(compiler_, "#!/bin/sh\n");
-        WriteFile(dir_ / "robot.qc", "$modelname \"robot.mdl\"\r\n");
-        doc_->QcFile = dir_ / "robot.qc";
+        doc_->QcFile = dir_.Write("robot.qc", "$cd \"models\""); // no line end at the end
         doc_->ModelPath = "models";
         doc_->TexturePath = "textures";
+        // Every text is its own key, so rows show which keys they were built from.
+        for (std::size_t i = 0; i < texts_.size(); ++i) {
+            texts_[i] = IdsKeyTable[i];
+        }
         input_.StudioMdlPath = &compiler_;
         input_.Texts = &texts_;
         input_.AnimationRows = 1;
@@ -37,40 +50,42 @@ protected:
     void MakeComplete() {
         doc_->BodyGroups[1].PartCount = 1;
         doc_->BodyGroups[1].Parts[1] = "robot_ref";
-        AnimRec& idle = doc_->Anims[0][0];
-        idle.Name = "idle";
-        idle.SmdFile = "idle";
+        doc_->Anims[0][0].Name = doc_->Anims[0][0].SmdFile = "idle";
     }
 
     CheckResult Run() { return CheckModelData(*doc_, input_); }
 
     TempDir dir_;
     std::string compiler_ = dir_ / "studiomdl";
-    IdsTextTable texts_ = KeyTexts();
+    IdsTextTable texts_;
     std::unique_ptr<Document> doc_ = std::make_unique<Document>();
     CheckInput input_;
 };
 
-TEST_F(CheckModelDataTest, ModelWithoutAnimationsPassesWithTheIdleLineAdded) {
-    MakeComplete();
-    doc_->Anims[0][0] = AnimRec{};
+TEST_F(CheckModelDataTest, ASavedFreshDocumentGetsChecksSixSevenEightAndTheIdleLine) {
     input_.AnimationRows = 0;
-    WriteFile(doc_->QcFile, "$cd \"models\""); // no line end at the end
-    const CheckResult result = Run();
-    EXPECT_EQ(result.ErrorCount, 0);
-    EXPECT_EQ(result.Rows, std::vector<CheckRow>{W("IDS_WARNING_IDLEANIMATION")});
+    const CheckResult fresh = Run();
+    EXPECT_EQ(fresh.Rows,
+              (Rows{W("IDS_WARNING_BODYGROUP_PART1 \"body\" IDS_WARNING_BODYGROUP_PART2"),
+                    E("IDS_ERROR_NOREFERENCEMODEL"), W("IDS_WARNING_IDLEANIMATION")}));
+    EXPECT_EQ(fresh.ErrorCount, 1);
+    EXPECT_EQ(ReadFile(doc_->QcFile), "$cd \"models\"\r\n$sequence idle \"\"\r\n");
+
+    // A model with a part and no animations passes, with the part in the line.
+    MakeComplete();
+    doc_->QcFile = dir_.Write("part.qc", "$cd \"models\"\r\n");
+    const CheckResult part = Run();
+    EXPECT_EQ(part.Rows, Rows{W("IDS_WARNING_IDLEANIMATION")});
+    EXPECT_EQ(part.ErrorCount, 0);
     EXPECT_EQ(ReadFile(doc_->QcFile), "$cd \"models\"\r\n$sequence idle \"robot_ref\"\r\n");
 
-    // With animations on the list the script is left alone.
-    input_.AnimationRows = 2;
+    // With animations on the list, and in a dry run, the script is left alone.
     const std::string before = ReadFile(doc_->QcFile);
+    input_.AnimationRows = 2;
     EXPECT_TRUE(Run().Rows.empty());
-    EXPECT_EQ(ReadFile(doc_->QcFile), before);
-
-    // A dry run shows the row and leaves the file too.
     input_.AnimationRows = 0;
     input_.AppendIdleLine = false;
-    EXPECT_EQ(Run().Rows, std::vector<CheckRow>{W("IDS_WARNING_IDLEANIMATION")});
+    EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_IDLEANIMATION")});
     EXPECT_EQ(ReadFile(doc_->QcFile), before);
 
     // A script that cannot take the line: the compile must not go on.
@@ -82,38 +97,33 @@ TEST_F(CheckModelDataTest, ModelWithoutAnimationsPassesWithTheIdleLineAdded) {
     EXPECT_EQ(gone.ErrorCount, 1);
 }
 
-TEST_F(CheckModelDataTest, CompilerChecksFormOneChain) {
+TEST_F(CheckModelDataTest, CompilerChecksFormOneChainAndFoldersFollow) {
     MakeComplete();
     std::string path;
     input_.StudioMdlPath = &path;
-    EXPECT_EQ(Run().Rows, std::vector<CheckRow>{E("IDS_ERROR_STUDIOMDLPATH")});
+    EXPECT_EQ(Run().Rows, Rows{E("IDS_ERROR_STUDIOMDLPATH")});
 
     path = dir_ / "no such compiler";
-    EXPECT_EQ(Run().Rows, std::vector<CheckRow>{E("IDS_ERROR_STUDIOMDL")})
+    EXPECT_EQ(Run().Rows, Rows{E("IDS_ERROR_STUDIOMDL")})
         << "a missing file is not also tested for blanks";
 
     path = dir_ / "my studiomdl";
     WriteFile(path, "");
     const CheckResult blank = Run();
-    EXPECT_EQ(blank.Rows, (std::vector<CheckRow>{W("IDS_WARNING_SPACES_PART1"),
-                                                 W("IDS_WARNING_SPACES_PART2")}));
+    EXPECT_EQ(blank.Rows, (Rows{W("IDS_WARNING_SPACES_PART1"), W("IDS_WARNING_SPACES_PART2")}));
     EXPECT_EQ(blank.ErrorCount, 0);
 
     input_.StudioMdlPath = nullptr; // a check of the script alone
     EXPECT_TRUE(Run().Rows.empty());
-}
 
-TEST_F(CheckModelDataTest, EmptyTextureFolderTakesTheModelFolder) {
-    MakeComplete();
+    // An empty texture folder takes the model folder, even an empty one.
     doc_->TexturePath = "";
-    EXPECT_EQ(Run().Rows, std::vector<CheckRow>{W("IDS_WARNING_TEXTUREPATH")});
+    EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_TEXTUREPATH")});
     EXPECT_EQ(doc_->TexturePath, "models");
 
     doc_->TexturePath = "";
     doc_->ModelPath = "";
-    const CheckResult both = Run();
-    EXPECT_EQ(both.Rows,
-              (std::vector<CheckRow>{W("IDS_WARNING_TEXTUREPATH"), E("IDS_ERROR_MODELPATH")}));
+    EXPECT_EQ(Run().Rows, (Rows{W("IDS_WARNING_TEXTUREPATH"), E("IDS_ERROR_MODELPATH")}));
     EXPECT_EQ(doc_->TexturePath, "");
 }
 
@@ -127,9 +137,8 @@ TEST_F(CheckModelDataTest, BlankPartsFillAGroupButAreNoReference) {
     doc_->BodyGroups[3].PartCount = 1;
     doc_->BodyGroups[3].Parts[1] = "";
     EXPECT_EQ(Run().Rows,
-              (std::vector<CheckRow>{
-                  W("IDS_WARNING_BODYGROUP_PART1 \"heads\" IDS_WARNING_BODYGROUP_PART2"),
-                  E("IDS_ERROR_NOREFERENCEMODEL")}));
+              (Rows{W("IDS_WARNING_BODYGROUP_PART1 \"heads\" IDS_WARNING_BODYGROUP_PART2"),
+                    E("IDS_ERROR_NOREFERENCEMODEL")}));
 
     doc_->BodyGroups[3].Parts[1] = "arm_ref";
     EXPECT_EQ(Run().ErrorCount, 0);
@@ -139,7 +148,7 @@ TEST_F(CheckModelDataTest, BlankPartsFillAGroupButAreNoReference) {
     EXPECT_EQ(Run().Rows.size(), 32u - 2u); // groups 2 and 4..32 have no parts
 }
 
-TEST_F(CheckModelDataTest, AnimationChecksInTheirOrder) {
+TEST_F(CheckModelDataTest, AnimationChecksInTheirOrderAndTheGroupWalk) {
     MakeComplete();
     AnimRec& a = doc_->Anims[0][1];
     a.SmdFile = "walk_smd";
@@ -149,42 +158,39 @@ TEST_F(CheckModelDataTest, AnimationChecksInTheirOrder) {
     a.FrameStart = 5;
     a.FrameEnd = 4;
     AnimRec& b = doc_->Anims[4][0];
-    b.SmdFile = "run";
-    b.Name = "run";
+    b.SmdFile = b.Name = "run";
     b.ActivityId = "ACT_RUN 1";
     b.FrameLimit = 1;
-    b.FrameStart = 4;
-    b.FrameEnd = 4;
-    CheckResult result = Run();
+    b.FrameStart = b.FrameEnd = 4;
+    const CheckResult result = Run();
     EXPECT_EQ(
         result.Rows,
-        (std::vector<CheckRow>{
-            E("IDS_ERROR_ANIMATIONNAME_PART1 walk_smdIDS_ERROR_ANIMATIONNAME_PART2"),
-            W("IDS_WARNING_FPS_PART1  IDS_WARNING_FPS_PART2"), W("IDS_WARNING_MISSINGNUMBER "),
-            E("IDS_ERROR_STARTFRAME_PART1 walk_smdIDS_ERROR_STARTFRAME_PART2")}));
+        (Rows{E("IDS_ERROR_ANIMATIONNAME_PART1 walk_smdIDS_ERROR_ANIMATIONNAME_PART2"),
+              W("IDS_WARNING_FPS_PART1  IDS_WARNING_FPS_PART2"), W("IDS_WARNING_MISSINGNUMBER "),
+              E("IDS_ERROR_STARTFRAME_PART1 walk_smdIDS_ERROR_STARTFRAME_PART2")}));
     EXPECT_EQ(result.ErrorCount, 2);
 
-    // Only the last character counts: a blank or a sign passes as well.
+    // Only the last character counts: up to the code of 9 it passes.
     a = AnimRec{};
     a.SmdFile = a.Name = "walk";
-    for (const char* passes : {"ACT_WALK 1", "ACT_WALK ", "ACT_WALK-"}) {
+    for (const char* passes : {"ACT_WALK 9", "ACT_WALK ", "ACT_WALK-"}) {
         a.ActivityId = passes;
         EXPECT_TRUE(Run().Rows.empty()) << passes;
     }
-}
+    a.ActivityId = "ACT_WALK 1:";
+    EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_MISSINGNUMBER walk")});
+    a.ActivityId.clear();
 
-TEST_F(CheckModelDataTest, GroupWalkStopsAtTheFirstSlotWithoutAFile) {
-    MakeComplete();
-    doc_->Anims[0][2].SmdFile = "hidden";  // behind the free slot 1
-    doc_->Anims[10][100].SmdFile = "last"; // the last slot of the last group is walked
-    doc_->Anims[10][100].Name = "last";
-    doc_->Anims[10][100].Fps = 0;
+    // Each group's walk stops at its first slot without a file; the last slot
+    // of the last group is walked, slot 101 never.
+    doc_->Anims[0][3].SmdFile = "hidden"; // behind the free slot 2
     for (int s = 0; s < 100; ++s) {
         doc_->Anims[10][s].SmdFile = doc_->Anims[10][s].Name = "a";
     }
-    doc_->Anims[10][101].SmdFile = "beyond"; // never written, never checked
-    EXPECT_EQ(Run().Rows,
-              std::vector<CheckRow>{W("IDS_WARNING_FPS_PART1 last IDS_WARNING_FPS_PART2")});
+    doc_->Anims[10][100].SmdFile = doc_->Anims[10][100].Name = "last";
+    doc_->Anims[10][100].Fps = 0;
+    doc_->Anims[10][101].SmdFile = "beyond";
+    EXPECT_EQ(Run().Rows, Rows{W("IDS_WARNING_FPS_PART1 last IDS_WARNING_FPS_PART2")});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "compile/CompileFiles.h"
 
-#include "CompileTestSupport.h"
+#include "../TestFiles.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -8,9 +8,9 @@
 namespace quarle::compile {
 namespace {
 
-using testing::ReadFile;
-using testing::TempDir;
-using testing::WriteFile;
+using quarle::testing::ReadFile;
+using quarle::testing::TempDir;
+using quarle::testing::WriteFile;
 
 TEST(CompileScript, BatchAndPosixLines) {
     // The batch keeps the compiler bare and quotes the script; '%' is doubled.

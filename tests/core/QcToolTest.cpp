@@ -1,0 +1,190 @@
+// quarle-qc, run as the built tool: scan, roundtrip and check.
+#include "ScriptTestSupport.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+// The tool runs through a POSIX shell.
+#ifndef _WIN32
+
+namespace quarle {
+namespace {
+
+using testing::FillRobot;
+using testing::LinesOf;
+using testing::ReadFile;
+using testing::RunTool;
+using testing::Script;
+using testing::Smd;
+using testing::TempDir;
+using testing::ToolRun;
+
+TEST(ScanCommand, ReportsKindLastFrameAndTexturesOfEachSmdFileInNameOrder) {
+    ToolRun run = RunTool({"scan", QUARLE_TEST_DATA "/smd/model"});
+    EXPECT_EQ(run.Status, 0) << run.Err;
+    EXPECT_EQ(run.Out, "ref.smd reference 0 2\n"
+                       "  Skin.bmp\n"
+                       "  Arm.bmp\n"
+                       "run.smd animation 12 0\n");
+    EXPECT_EQ(run.Err, "");
+
+    // Files in any case of .smd, folders left out, more textures than the
+    // editor's tables hold.
+    TempDir dir;
+    std::filesystem::create_directory(dir / "folder.smd");
+    dir.Write("b.SMD", "nodes\r\ntime 3\r\ntime 7");
+    dir.Write("A.smd", "/*\r\ntriangles\r\n*/\r\n");
+    dir.Write("c.smd", "");
+    dir.Write("d.txt", "triangles\n");
+    dir.Write("e.smd", "triangles\nx.bmp\nX.BMP\n" + std::string(11, 'y') + ".bmp\n");
+    dir.Write("f.smd",
+              testing::Repeat(0, 10, [](auto i) { return "triangles\nt" + i + ".bmp\n"; }));
+    run = RunTool({"scan", dir.Path()});
+    EXPECT_EQ(run.Status, 0) << run.Err;
+    EXPECT_EQ(run.Out, "A.smd animation - 0\n"
+                       "b.SMD animation 7 0\n"
+                       "c.smd animation - 0\n"
+                       "e.smd reference - 2\n"
+                       "  x.bmp\n"
+                       "  yyyyyyyyyyy.bmp\n"
+                       "f.smd reference - 11\n" +
+                           testing::Repeat(0, 10, [](auto i) { return "  t" + i + ".bmp\n"; }));
+
+    // What is no readable folder.
+    run = RunTool({"scan", QUARLE_TEST_DATA "/smd/no-such-folder"});
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_EQ(run.Out, "");
+    EXPECT_NE(run.Err.find("no-such-folder"), std::string::npos) << run.Err;
+    EXPECT_EQ(RunTool({"scan", QUARLE_TEST_DATA "/smd/model/ref.smd"}).Status, 2);
+    EXPECT_EQ(RunTool({"scan"}).Status, 2);
+    EXPECT_EQ(RunTool({"scan", "a", "b"}).Status, 2);
+}
+
+// The writer's example script, for the folders m and tex.
+std::string Example(const std::string& m, const std::string& tex) {
+    auto doc = std::make_unique<Document>();
+    FillRobot(*doc, m, tex);
+    return Script(*doc);
+}
+
+TEST(RoundtripCommand, TheWritersExampleComesBackAsItself) {
+    TempDir dir;
+    dir.Write("m/head.smd", Smd({"a.bmp"}));
+    dir.Write("m/arm.smd", Smd({"b.bmp"}));
+    dir.Write("m/tex/a.bmp", "BM");
+    // Paths of this machine in the script; the model name keeps its backslash.
+    const std::string in = dir.Write("in.qc", Example(dir / "m", dir / "m/tex"));
+    // Nothing is missing, so refusing every question changes nothing.
+    const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc", "--missing=refuse"}, dir.Path());
+    EXPECT_EQ(run.Status, 0) << run.Err;
+    EXPECT_EQ(run.Err, "");
+    EXPECT_EQ(ReadFile(dir / "out.qc"), ReadFile(in));
+    EXPECT_FALSE(std::filesystem::exists(dir / "loadbuffer.dat"));
+}
+
+TEST(RoundtripCommand, KeepsMissingFoldersAndPartsButNotTheirTextures) {
+    TempDir dir;
+    const std::string in = dir.Write("in.qc", Example("c:\\m", "c:\\m\\tex"));
+    const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc", "--missing=keep"}, dir.Path());
+    EXPECT_EQ(run.Status, 0);
+    // No part file to scan: the render mode and the texture group are lost.
+    EXPECT_NE(run.Err.find("part file is missing"), std::string::npos) << run.Err;
+    std::string expected = Example("c:\\m", "c:\\m\\tex");
+    const std::size_t from = expected.find("$texrendermode");
+    expected.erase(from, expected.find("\r\n// Animations") - from);
+    EXPECT_EQ(ReadFile(dir / "out.qc"), expected);
+}
+
+TEST(RoundtripCommand, RefusalsAndUnusableFilesGiveTheirExitStatus) {
+    TempDir dir;
+    const std::string wild = std::string(QUARLE_TEST_DATA) + "/qc/wild/wild.qc";
+    const std::string out = dir / "out.qc";
+    ToolRun run = RunTool({"roundtrip", wild, out, "--missing=refuse"}, dir.Path());
+    EXPECT_EQ(run.Status, 3);
+    EXPECT_NE(run.Err.find("refused"), std::string::npos);
+
+    run = RunTool({"roundtrip", dir / "missing.qc", out}, dir.Path());
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_NE(run.Err.find("cannot be opened"), std::string::npos);
+
+    const std::string in = dir.Write("in.qc", "$gamma 2\n");
+    EXPECT_EQ(RunTool({"roundtrip", in, dir / "no/folder/out.qc"}).Status, 2);
+    EXPECT_EQ(RunTool({"roundtrip", in}).Status, 2);
+    EXPECT_EQ(RunTool({"roundtrip", in, out, "--missing=ask"}).Status, 2);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST(RoundtripCommand, NumbersTakeAPointWhateverTheLocaleSays) {
+    TempDir dir;
+    const std::string in = dir.Write("in.qc", "$eyeposition 1.5 0 0\n$gamma 2.5\n"
+                                              "$sequence \"a\" \"a\" rotate 1.5 scale 0.5\n");
+    const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc"}, dir.Path(),
+                                "LC_ALL=de_DE.UTF-8 LC_NUMERIC=de_DE.UTF-8 LANG=de_DE.UTF-8 ");
+    EXPECT_EQ(run.Status, 0);
+    const std::string out = ReadFile(dir / "out.qc");
+    EXPECT_EQ(
+        LinesOf(out, "$e") + LinesOf(out, "$g") + LinesOf(out, "$s"),
+        "$eyeposition 1.5 0 0\n$gamma 2.5\n$sequence \"a\" \"a\" fps 30 rotate 1.5  scale 0.5\n");
+}
+
+// quarle-qc check: the script loaded as the editor loads it, the rows printed
+// in the texts of a language file, the verdict in the exit status.
+class CheckCommand : public ::testing::Test {
+protected:
+    CheckCommand() {
+        dir_.Write("robot_ref.smd", "version 1\nnodes\nend\ntriangles\nend\n");
+        // A language file whose text of index i reads "text i".
+        std::string lng =
+            "Version = 0.8.4\r\nInfoForThis = Test\r\n\r\nGlobal Strings\r\nCount = 93\r\n";
+        for (int i = 1; i <= 93; ++i) {
+            lng += "S" + std::to_string(i) + " = text " + std::to_string(i) + "\r\n";
+        }
+        lng_ = dir_.Write("test.lng", lng);
+    }
+
+    std::string Qc(const std::string& body) {
+        return dir_.Write("robot.qc", "$modelname \"" + dir_ / "robot.mdl" + "\"\r\n$cd \"" +
+                                          dir_.Path() + "\"\r\n$cdtexture \"" + dir_.Path() +
+                                          "\"\r\n" + body);
+    }
+
+    TempDir dir_;
+    std::string lng_;
+};
+
+TEST_F(CheckCommand, ModelWithoutAnimationsPassesAndItsScriptStaysAsItWas) {
+    const std::string qc = Qc("$body body \"robot_ref\"\r\n");
+    const std::string before = ReadFile(qc);
+    const ToolRun run = RunTool({"check", qc, "--language", lng_});
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_EQ(run.Out, "text 38\n"); // IDS_WARNING_IDLEANIMATION
+    EXPECT_EQ(ReadFile(qc), before);
+}
+
+TEST_F(CheckCommand, ErrorsGiveStatusOneAndRowsInTheirOrder) {
+    const std::string qc = Qc("$bodygroup arms\r\n{\r\nblank\r\n}\r\n"
+                              "$sequence walk \"robot_ref\" fps 0 ACT_WALK\r\n");
+    const ToolRun run = RunTool({"check", qc, "--language", lng_});
+    EXPECT_EQ(run.Status, 1);
+    // The only group holds a blank part: no reference; then the animation's two warnings.
+    EXPECT_EQ(run.Out, "text 37\n"
+                       "text 44 walk text 45\n"
+                       "text 46 walk\n");
+
+    const ToolRun compiler =
+        RunTool({"check", qc, "--language", lng_, "--studiomdl", dir_ / "missing.exe"});
+    EXPECT_EQ(compiler.Status, 1);
+    EXPECT_EQ(compiler.Out.substr(0, compiler.Out.find('\n')), "text 29");
+
+    // Usage errors and files that cannot be read.
+    EXPECT_EQ(RunTool({"check"}).Status, 2);
+    EXPECT_EQ(RunTool({"check", qc, "--bogus"}).Status, 2);
+    EXPECT_EQ(RunTool({"check", qc, "--language", dir_ / "none.lng"}).Status, 2);
+    EXPECT_EQ(RunTool({"check", dir_ / "none.qc", "--language", lng_}).Status, 2);
+}
+
+} // namespace
+} // namespace quarle
+#endif

@@ -1,0 +1,142 @@
+#include "LoadScript.h"
+
+#include "document/Paths.h"
+#include "document/QcReader.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+namespace quarle::qc {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::array<std::string, LastIds + 1>;
+
+class ToolReaderHost : public ReaderHost {
+public:
+    ToolReaderHost(Document& doc, Missing missing, const Texts* texts, std::string script)
+        : doc_(doc), missing_(missing), texts_(texts), script_(std::move(script)) {}
+
+    int AnimationRows() const { return rows_; }
+
+    std::string Text(Ids key) override {
+        if (texts_) {
+            return (*texts_)[static_cast<std::size_t>(key)];
+        }
+        switch (key) {
+        case IDS_MODELNAME:
+            return "Model name";
+        case IDS_MODELPATH:
+            return "Model path";
+        case IDS_TEXTUREPATH:
+            return "Texture path";
+        case IDS_INCLUDEFILE:
+            return "Include file";
+        case IDS_REFERENCEMODEL:
+            return "Reference model";
+        default:
+            return IdsKeyTable[static_cast<std::size_t>(key)];
+        }
+    }
+
+    std::string NewDir(const std::string& oldDir, const std::string& extra,
+                       FolderQuestion what) override {
+        if (missing_ == Missing::Refuse) {
+            return Refuse(extra, oldDir);
+        }
+        return what == FolderQuestion::IncludeFile ? paths::FolderOf(oldDir) : oldDir;
+    }
+
+    std::string PickPartFile(const std::string& missingFile, const std::string& extra,
+                             const std::string&) override {
+        return missing_ == Missing::Refuse ? Refuse(extra, missingFile) : missingFile;
+    }
+
+    void NewDocument() override {
+        InitVars(doc_);
+        rows_ = 0;
+    }
+    void AddAnimation(const std::string&) override { ++rows_; }
+    void LoadFinished() override {}
+
+    void Problem(ReadProblem kind, const std::string& detail) override {
+        std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
+                     DescribeProblem(kind, detail).c_str());
+    }
+
+private:
+    std::string Refuse(const std::string& extra, const std::string& path) {
+        std::fprintf(stderr, "quarle-qc: %s: %s: cannot find \"%s\"; load refused\n",
+                     script_.c_str(), extra.c_str(), path.c_str());
+        return quarle::Refused;
+    }
+
+    Document& doc_;
+    Missing missing_;
+    const Texts* texts_;
+    std::string script_;
+    int rows_ = 0;
+};
+
+// A fresh folder for the working file, removed again at the end.
+class WorkFolder {
+public:
+    WorkFolder() {
+        std::error_code ec;
+        const fs::path base = fs::temp_directory_path(ec);
+        std::random_device random;
+        for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
+            const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
+            if (fs::create_directory(candidate, ec) && !ec) {
+                path_ = candidate.string();
+            }
+        }
+    }
+    ~WorkFolder() {
+        std::error_code ignored;
+        if (!path_.empty()) {
+            fs::remove_all(path_, ignored);
+        }
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+} // namespace
+
+LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* texts) {
+    LoadedScript loaded;
+    WorkFolder work;
+    if (work.Path().empty()) {
+        std::fprintf(stderr, "quarle-qc: no temporary folder for the working file\n");
+        return loaded;
+    }
+    // The open command: reset, name the script, read.
+    loaded.Doc = std::make_unique<Document>();
+    InitVars(*loaded.Doc);
+    loaded.Doc->QcFile = path;
+    ToolReaderHost host(*loaded.Doc, missing, texts, path);
+    switch (ReadQcFile(*loaded.Doc, host, work.Path())) {
+    case ReadOutcome::Loaded:
+        loaded.Status = 0;
+        break;
+    case ReadOutcome::Refused:
+        loaded.Status = 3;
+        break;
+    case ReadOutcome::Unreadable:
+        loaded.Status = 2;
+        break;
+    }
+    loaded.AnimationRows = host.AnimationRows();
+    return loaded;
+}
+
+} // namespace quarle::qc

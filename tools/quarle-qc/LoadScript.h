@@ -1,0 +1,34 @@
+// Loading a script as the editor's open command does, for the commands that
+// read one: a fresh document, a temporary folder for the working file, reset,
+// name the script, read. Nothing is asked: with Missing::Keep every folder or
+// part file that cannot be found stays as the script wrote it; with
+// Missing::Refuse the first such question breaks the load off. Problems of
+// the script go to stderr.
+#pragma once
+
+#include "AppState.h"
+#include "document/Document.h"
+
+#include <array>
+#include <memory>
+#include <string>
+
+namespace quarle::qc {
+
+enum class Missing { Keep, Refuse };
+
+struct LoadedScript {
+    // 0: loaded; 2: the script or the working file could not be used;
+    // 3: a question was refused. The exit status of a command that stops here.
+    int Status = 2;
+    std::unique_ptr<Document> Doc;
+    // Sequences of group 0: the rows the animation list would show.
+    int AnimationRows = 0;
+};
+
+// texts: the active texts of the global strings, used for the words of the
+// questions; null gives English words for them.
+LoadedScript LoadScript(const std::string& path, Missing missing,
+                        const std::array<std::string, LastIds + 1>* texts = nullptr);
+
+} // namespace quarle::qc
