@@ -3,11 +3,11 @@
 // every form; each test builds its own.
 #pragma once
 
-#include <array>
-#include <string>
-
 #include "document/Document.h"
 #include "localisation/MessageTexts.h"
+
+#include <array>
+#include <string>
 
 namespace quarle {
 

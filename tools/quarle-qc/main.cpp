@@ -1,9 +1,9 @@
 // quarle-qc: the command-line companion of the editor, on the same core.
+#include "Commands.h"
+
 #include <cstdio>
 #include <cstring>
 #include <string>
-
-#include "Commands.h"
 
 namespace {
 

@@ -33,7 +33,9 @@ void EventTable::Reset(int first, int last) {
     }
 }
 
-Document::Document() { InitVars(*this); }
+Document::Document() {
+    InitVars(*this);
+}
 
 void InitVars(Document& doc) {
     // 1. animations of every group, slots 0..100

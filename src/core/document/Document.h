@@ -21,22 +21,22 @@ using flag = std::uint8_t; // on when it equals 1
 // Table sizes: the last valid index of each table, and the ranges that the
 // writer and the reset walk.
 namespace limits {
-inline constexpr int LastBodyGroup = 32;     // BodyGroups(0..32), slots 1..32 in use
-inline constexpr int LastPart = 16;          // Parts(0..16), slots 1..16 in use
-inline constexpr int LastSequenceGroup = 10; // Anims(0..10, ...)
-inline constexpr int LastAnimSlot = 512;     // Anims(..., 0..512)
+inline constexpr int LastBodyGroup = 32;        // BodyGroups(0..32), slots 1..32 in use
+inline constexpr int LastPart = 16;             // Parts(0..16), slots 1..16 in use
+inline constexpr int LastSequenceGroup = 10;    // Anims(0..10, ...)
+inline constexpr int LastAnimSlot = 512;        // Anims(..., 0..512)
 inline constexpr int LastWrittenAnimSlot = 100; // writer, reset and list walk 0..100
-inline constexpr int LastEventSlot = 1024;   // Events(0..1024)
-inline constexpr int MaxEvents = 255;        // EventCount is a u8
+inline constexpr int LastEventSlot = 1024;      // Events(0..1024)
+inline constexpr int MaxEvents = 255;           // EventCount is a u8
 inline constexpr int LastAttachment = 3;
 inline constexpr int LastController = 3;
-inline constexpr int LastTexture = 10;       // TextureVariations columns 1..10
-inline constexpr int LastTextureRow = 100;   // TextureVariations rows 1..100
+inline constexpr int LastTexture = 10;     // TextureVariations columns 1..10
+inline constexpr int LastTextureRow = 100; // TextureVariations rows 1..100
 inline constexpr int LastWrittenTextureRow = 10;
-inline constexpr int LastTextureMode = 100;  // TextureModes(0..100)
+inline constexpr int LastTextureMode = 100;       // TextureModes(0..100)
 inline constexpr int LastWrittenTextureMode = 10; // writer and reset walk slots 1..10
-inline constexpr int LastResetBodyGroup = 10; // the reset walks groups and part slots 0..10
-inline constexpr int LastResetEvent = 10;     // the reset walks events 1..10
+inline constexpr int LastResetBodyGroup = 10;     // the reset walks groups and part slots 0..10
+inline constexpr int LastResetEvent = 10;         // the reset walks events 1..10
 } // namespace limits
 
 // "<blank>": a part without a mesh, or a texture cell without a replacement.
@@ -150,7 +150,8 @@ struct Document {
     u8 BodyGroupCount = 1;
     std::array<BodyGroupRec, limits::LastBodyGroup + 1> BodyGroups{};
     // Anims[group][slot]
-    std::array<std::array<AnimRec, limits::LastAnimSlot + 1>, limits::LastSequenceGroup + 1> Anims{};
+    std::array<std::array<AnimRec, limits::LastAnimSlot + 1>, limits::LastSequenceGroup + 1>
+        Anims{};
     std::array<AttachmentRec, limits::LastAttachment + 1> Attachments{};
     std::array<std::string, limits::LastAttachment + 1> AttachmentBones{};
     std::array<ControllerRec, limits::LastController + 1> Controllers{};

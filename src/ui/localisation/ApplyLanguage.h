@@ -2,10 +2,10 @@
 // active language file, applied to one form.
 #pragma once
 
-#include <QWidget>
-
 #include "AppState.h"
 #include "platform/Services.h"
+
+#include <QWidget>
 
 namespace quarle::ui {
 
