@@ -218,11 +218,19 @@ void UpdateCommentMark(std::string_view value, bool& mark) {
     }
 }
 
+// Whether Value starts with Word, which is in upper case, in any case.
+bool StartsWithNoCase(std::string_view value, std::string_view word) {
+    return value.size() >= word.size() &&
+           std::equal(word.begin(), word.end(), value.begin(), [](char w, char c) {
+               return w == ((c >= 'a' && c <= 'z') ? c - 'a' + 'A' : c);
+           });
+}
+
 // The frame number of a time value: its text from the sixth character on,
 // as told in the header. nullopt for a value that is no time value or has no
 // digit there.
 std::optional<i16> TimeFrame(std::string_view value) {
-    if (value.size() <= 5 || ToUpper(value.substr(0, 4)) != "TIME") {
+    if (value.size() <= 5 || !StartsWithNoCase(value, "TIME")) {
         return std::nullopt;
     }
     std::string_view text = value.substr(5);
