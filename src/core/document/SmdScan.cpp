@@ -269,7 +269,8 @@ std::optional<i16> TimeFrame(std::string_view value) {
 // none of Names in ASCII upper case. A mesh repeats a few texture lines
 // thousands of times, mostly as first seen, so an exact compare settles most.
 bool IsNewTexture(std::span<const std::string> names, std::string_view line) {
-    if (std::find(names.begin(), names.end(), line) != names.end()) {
+    if (std::find(names.begin(), names.end(), line) != names.end() ||
+        line.find('.') == std::string_view::npos) {
         return false;
     }
     const std::string upper = ToUpper(line);
