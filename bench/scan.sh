@@ -4,6 +4,10 @@
 #
 #   bench/scan.sh            (BUILD=build RUNS=5 SEED=1 to change)
 #
+# BASELINE=path/to/quarle-qc also times another build of the tool in the same
+# runs, so that a change is measured against the code before it under the
+# same load.
+#
 # The folder (about 390 MB: 40 reference meshes of 2-5 MB, 160 animations of
 # 0.1-3 MB) is generated once into $BUILD/bench/model and reused while the
 # generator and the seed stay the same.
@@ -63,19 +67,27 @@ grep -c triangles "${files[@]}" >/dev/null || true
 cat_us=()
 grep_us=()
 scan_us=()
+base_us=()
 for ((i = 0; i < runs; i++)); do
     cat_us+=("$(elapsed /dev/null cat "${files[@]}")")
     grep_us+=("$(elapsed "$bench/out.txt" grep -c triangles "${files[@]}" || true)")
     scan_us+=("$(elapsed "$bench/out.txt" "$tool" scan "$data")")
+    if [ -n "${BASELINE:-}" ]; then
+        base_us+=("$(elapsed "$bench/out.txt" "$BASELINE" scan "$data")")
+    fi
 done
 c=$(median "${cat_us[@]}")
 g=$(median "${grep_us[@]}")
 s=$(median "${scan_us[@]}")
-awk -v n="${#files[@]}" -v b="$bytes" -v c="$c" -v g="$g" -v s="$s" -v r="$runs" 'BEGIN {
+a=0
+if [ -n "${BASELINE:-}" ]; then a=$(median "${base_us[@]}"); fi
+awk -v n="${#files[@]}" -v b="$bytes" -v c="$c" -v g="$g" -v s="$s" -v a="$a" -v r="$runs" 'BEGIN {
     printf "%d files, %.1f MB, median of %d runs, warm cache\n", n, b / 1e6, r
     printf "cat (plain read)    %8.1f ms  %6.2f GB/s\n", c / 1000, b / c / 1000
     printf "grep -c triangles   %8.1f ms  %6.2f GB/s\n", g / 1000, b / g / 1000
     printf "quarle-qc scan      %8.1f ms  %6.2f GB/s\n", s / 1000, b / s / 1000
+    if (a > 0) printf "baseline scan       %8.1f ms  %6.2f GB/s\n", a / 1000, b / a / 1000
     printf "ratio scan/grep     %8.2f\n", s / g
     printf "ratio scan/cat      %8.2f\n", s / c
+    if (a > 0) printf "ratio scan/baseline %8.2f\n", s / a
 }'
