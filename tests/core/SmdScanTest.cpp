@@ -1,6 +1,7 @@
 #include "document/SmdScan.h"
 
 #include "document/Text.h"
+#include "TestFiles.h"
 
 #include <charconv>
 #include <filesystem>
@@ -18,22 +19,11 @@ using ::testing::ElementsAre;
 
 class SmdScan : public ::testing::Test {
 protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() /
-               ("quarle-smd-" +
-                std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-
     std::string Write(const std::string& name, const std::string& bytes) {
-        const fs::path path = dir_ / name;
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path.string();
+        return dir_.Write(name, bytes);
     }
 
-    fs::path dir_;
+    testing::TempDir dir_; // a folder of this test's own, so parallel runs never collide
 };
 
 // The answers of the reference test for one file, by all three routes.
@@ -74,7 +64,7 @@ TEST_F(SmdScan, ReferenceTestLooksAtTheStartOfValuesOutsideComments) {
         SCOPED_TRACE(c.text);
         ExpectReference(Write("case.smd", c.text), c.reference);
     }
-    ExpectReference((dir_ / "missing.smd").string(), false);
+    ExpectReference((dir_ / "missing.smd"), false);
 }
 
 TEST_F(SmdScan, FindFileValueCountsValuesAndReturnsTheTextBehindTheWord) {
@@ -105,7 +95,7 @@ TEST_F(SmdScan, FindFileValueCountsValuesAndReturnsTheTextBehindTheWord) {
     EXPECT_EQ(FindFileValue(twice, "triangles", line), NoToken);
     EXPECT_EQ(line, 7);
     line = 3;
-    EXPECT_EQ(FindFileValue((dir_ / "missing.smd").string(), "x", line), NoToken);
+    EXPECT_EQ(FindFileValue((dir_ / "missing.smd"), "x", line), NoToken);
     EXPECT_EQ(line, 3);
     EXPECT_EQ(FindFileValue(twice, "a\nb", line), NoToken);
 
@@ -190,7 +180,7 @@ TEST_F(SmdScan, BmpLinesAreCollectedOnceUnderTheFirstSpelling) {
 
 TEST_F(SmdScan, ScansFollowTheCaseFallbackOfPaths) {
     Write("Ref.SMD", "triangles\nSkin.BMP\ntime 3\n");
-    const std::string named = (dir_ / "ref.smd").string();
+    const std::string named = dir_ / "ref.smd";
     if (fs::exists(named)) {
         GTEST_SKIP() << "the file system ignores case";
     }
@@ -198,7 +188,7 @@ TEST_F(SmdScan, ScansFollowTheCaseFallbackOfPaths) {
     EXPECT_EQ(Frames(named), 3);
     EXPECT_THAT(ScanSmdFile(named).Textures, ElementsAre("Skin.BMP"));
     EXPECT_TRUE(ScanSmdFile(named).Readable);
-    EXPECT_FALSE(ScanSmdFile((dir_ / "other.smd").string()).Readable);
+    EXPECT_FALSE(ScanSmdFile(dir_ / "other.smd").Readable);
 }
 
 TEST_F(SmdScan, HugeLinesAndBinaryJunkDoNotStopTheScan) {
