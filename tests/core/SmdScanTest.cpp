@@ -64,7 +64,7 @@ TEST_F(SmdScan, ReferenceTestLooksAtTheStartOfValuesOutsideComments) {
         SCOPED_TRACE(c.text);
         ExpectReference(Write("case.smd", c.text), c.reference);
     }
-    ExpectReference((dir_ / "missing.smd"), false);
+    ExpectReference(dir_ / "missing.smd", false);
 }
 
 TEST_F(SmdScan, FindFileValueCountsValuesAndReturnsTheTextBehindTheWord) {
@@ -95,7 +95,7 @@ TEST_F(SmdScan, FindFileValueCountsValuesAndReturnsTheTextBehindTheWord) {
     EXPECT_EQ(FindFileValue(twice, "triangles", line), NoToken);
     EXPECT_EQ(line, 7);
     line = 3;
-    EXPECT_EQ(FindFileValue((dir_ / "missing.smd"), "x", line), NoToken);
+    EXPECT_EQ(FindFileValue(dir_ / "missing.smd", "x", line), NoToken);
     EXPECT_EQ(line, 3);
     EXPECT_EQ(FindFileValue(twice, "a\nb", line), NoToken);
 
