@@ -56,16 +56,11 @@ TEST_F(DocumentCommandsTest, SaveAsAddsTheExtensionAndPutsTheModelBesideTheScrip
 
     // The name with its extension gives the same two paths; only ".qc" in
     // lower case counts as the extension.
-    const struct {
-        const char* picked;
-        const char* script;
-        const char* model;
-    } rows[] = {{"robot.qc", "robot.qc", "robot.mdl"}, {"loud.QC", "loud.QC.qc", "loud.QC.mdl"}};
-    for (const auto& row : rows) {
-        services.QueueSave(Pick(InModels(row.picked)));
+    for (const auto& [picked, script] : {std::pair{"robot.qc", "robot"}, {"loud.QC", "loud.QC"}}) {
+        services.QueueSave(Pick(InModels(picked)));
         form->MnuDateiSpeichernunter_Click();
-        EXPECT_EQ(QcFile(), InModels(row.script));
-        EXPECT_EQ(ModelName(), InModels(row.model));
+        EXPECT_EQ(QcFile(), InModels(script) + ".qc");
+        EXPECT_EQ(ModelName(), InModels(script) + ".mdl");
     }
     EXPECT_FALSE(QFileInfo::exists(InModels("robot.qc.qc")));
 
