@@ -383,7 +383,7 @@ TEST_F(DocumentCommandsTest, MissingOrFailingProgramsAreReported) {
     EXPECT_TRUE(services.Prompts().last().Text.contains(InProgramDir("viewer")));
 
     // A model the compile did not make: nothing more, no message.
-    Doc().ModelName.clear();
+    Doc().ModelName = InModels("never.mdl").toStdString();
     Doc().QcFile.clear();
     services.QueueSave(std::nullopt);
     form->MnuDateiView_Click();

@@ -148,6 +148,11 @@ TEST_F(ModelFilesPage, ReverseFlagsTravelWithTheirPartsWhenSeveralAreDeleted) {
     const auto before = body.Reverse;
     form->ChkReverse->click();
     EXPECT_EQ(body.Reverse, before);
+    // Nor when the current part was taken out of the selection.
+    Click(form->LstParts, 1);
+    form->LstParts->setCurrentRow(1, QItemSelectionModel::Deselect);
+    form->ChkReverse->click();
+    EXPECT_EQ(body.Reverse, before);
 }
 
 TEST_F(ModelFilesPage, DeletingGroupsDownToNoneAndAddingOneBack) {
