@@ -148,35 +148,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
 // ---------------------------------------------------------------------------
 // Recent files
 
-TEST_F(DocumentCommandsTest, RecentListFollowsSavesButNotOpens) {
-    // (The order of the list itself is the shell's, tested with it.)
-    auto saveAs = [&](const QString& name) {
-        services.QueueSave(Pick(InModels(name)));
-        form->MnuDateiSpeichernunter_Click();
-    };
-    const std::string a = InModels("a.qc").toStdString();
-    const std::string b = InModels("b.qc").toStdString();
-    auto& recent = state->Settings.RecentFiles;
-    // Folders that exist, so that reading the scripts back asks nothing.
-    Doc().ModelPath = models.path().toStdString();
-    Doc().TexturePath = Doc().ModelPath;
-
-    saveAs("a");
-    form->MnuDateiSpeichern_Click(); // the same file again
-    saveAs("b");
-    EXPECT_EQ(recent, (Recent{b, a, "...", "..."}));
-    EXPECT_EQ(form->MnuDateiLast2->text().toStdString(), a);
-
-    // Opening through the menu or an entry leaves the list as it is.
-    services.QueueOpen(Pick(InModels("a.qc")));
-    form->MnuDateiOeffnen_Click();
-    EXPECT_EQ(Doc().QcFile, a);
-    form->MnuDateiLast1->trigger();
-    EXPECT_EQ(Doc().QcFile, b);
-    EXPECT_EQ(recent, (Recent{b, a, "...", "..."}));
-    EXPECT_EQ(services.Prompts().size(), 3) << "no message on the way";
-}
-
+// (How saves and opens change the list is pinned on the end-to-end road.)
 TEST_F(DocumentCommandsTest, RecentEntryOfADeletedFileReportsOnceAndBecomesAGap) {
     const QString first = InModels("first.qc");
     const QString gone = InModels("gone.qc");

@@ -49,6 +49,7 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
     EXPECT_EQ(form->FileList->count(), 2);
     EXPECT_TRUE(form->FrmModelfiles->isEnabled());
     EXPECT_EQ(ModelName(), InModels("start.mdl"));
+    EXPECT_EQ(state->Settings.RecentFiles[0], "...") << "only a save puts a file on the list";
 
     // Save under a new name, without the extension.
     services.QueueSave(Pick(InModels("robot")));
@@ -105,7 +106,8 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
     // Only the two file dialogs asked anything.
     EXPECT_EQ(services.Prompts().size(), 2);
 
-    // The stop keeps the saved script in the store.
+    // The stop keeps the saved script in the store, once, though it was
+    // saved twice and opened from the list.
     form->close();
     EXPECT_EQ(ends, 1);
     QSettings ini(settings.Path(), QSettings::IniFormat);
