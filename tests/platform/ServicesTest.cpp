@@ -13,6 +13,7 @@
 #include <QTest>
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace quarle::platform {
 namespace {
@@ -65,23 +66,17 @@ TEST(Services, FolderRandomAndClock) {
     QtServices services;
     const QString folder = services.ProgramFolder();
     EXPECT_EQ(QDir::fromNativeSeparators(folder), QCoreApplication::applicationDirPath());
-    EXPECT_FALSE(folder.endsWith('/'));
-    EXPECT_FALSE(folder.endsWith('\\'));
-
+    EXPECT_FALSE(folder.endsWith('/') || folder.endsWith('\\'));
     double low = 1, high = 0;
     for (int i = 0; i < 2000; ++i) {
         const double r = services.Rnd();
-        ASSERT_GE(r, 0.0);
-        ASSERT_LT(r, 1.0);
+        ASSERT_TRUE(r >= 0.0 && r < 1.0) << r;
         low = std::min(low, r);
         high = std::max(high, r);
     }
     EXPECT_LT(low, 0.05);
     EXPECT_GT(high, 0.95);
-
-    const double t = services.Timer();
-    EXPECT_GE(t, 0.0);
-    EXPECT_LT(t, 86400.0);
+    EXPECT_TRUE(services.Timer() >= 0.0 && services.Timer() < 86400.0);
 }
 
 #ifndef Q_OS_WIN
@@ -95,88 +90,85 @@ TEST(Services, StartProgramDetachedReportsAFailedStart) {
 }
 #endif
 
-// Clicks the button with the given text in a message box.
-ModalScript::Script Click(const QString& text, QString* seenText = nullptr,
-                          QString* seenTitle = nullptr, QMessageBox::Icon* seenIcon = nullptr) {
-    return [=](QWidget* modal) {
-        auto* box = qobject_cast<QMessageBox*>(modal);
-        if (box == nullptr) {
-            modal->close();
-            FAIL() << "not a message box";
-        }
-        if (seenText) {
-            *seenText = box->text();
-        }
-        if (seenTitle) {
-            *seenTitle = box->windowTitle();
-        }
-        if (seenIcon) {
-            *seenIcon = box->icon();
-        }
-        for (QAbstractButton* b : box->buttons()) {
-            if (box->standardButton(b) != QMessageBox::NoButton &&
-                b->text().remove('&').compare(text, Qt::CaseInsensitive) == 0) {
-                b->click();
-                return;
-            }
-        }
-        ADD_FAILURE() << "no button " << text.toStdString();
-        box->reject();
-    };
-}
-
 TEST(Services, MessageBoxButtonSetsAndAnswers) {
     QtServices services;
-    QString text, title;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    {
-        ModalScript script(Click("Cancel", &text, &title, &icon));
-        EXPECT_EQ(services.MsgBox("Pfad fehlt", Buttons::OkCancel, Icon::Question, "Suche"),
-                  Answer::Cancel);
+    const struct {
+        Buttons buttons;
+        Icon icon;
+        const char* press; // a button's text; nullptr: the close box
+        Answer answer;
+        QMessageBox::Icon shown;
+    } rows[] = {
+        {Buttons::OkCancel, Icon::Question, "Cancel", Answer::Cancel, QMessageBox::Question},
+        {Buttons::Ok, Icon::Exclamation, "OK", Answer::Ok, QMessageBox::Warning},
+        {Buttons::YesNoCancel, Icon::Critical, "No", Answer::No, QMessageBox::Critical},
+        {Buttons::AbortRetryIgnore, Icon::None, "Ignore", Answer::Ignore, QMessageBox::NoIcon},
+        {Buttons::RetryCancel, Icon::Information, "Retry", Answer::Retry, QMessageBox::Information},
+        {Buttons::YesNo, Icon::Question, nullptr, Answer::No, QMessageBox::Question},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.press ? row.press : "close box");
+        QString text, title;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        ModalScript script([&](QWidget* modal) {
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            if (box == nullptr) {
+                modal->close();
+                FAIL() << "not a message box";
+            }
+            text = box->text();
+            title = box->windowTitle();
+            icon = box->icon();
+            if (row.press == nullptr) {
+                box->close();
+                return;
+            }
+            for (QAbstractButton* b : box->buttons()) {
+                if (b->text().remove('&').compare(row.press, Qt::CaseInsensitive) == 0) {
+                    b->click();
+                    return;
+                }
+            }
+            ADD_FAILURE() << "no button " << row.press;
+            box->reject();
+        });
+        EXPECT_EQ(services.MsgBox("Pfad fehlt", row.buttons, row.icon, "Suche"), row.answer);
         EXPECT_TRUE(script.Ran());
         EXPECT_EQ(text, "Pfad fehlt");
         EXPECT_EQ(title, "Suche");
-        EXPECT_EQ(icon, QMessageBox::Question);
-    }
-    {
-        ModalScript script(Click("OK", nullptr, nullptr, &icon));
-        EXPECT_EQ(services.MsgBox("x", Buttons::Ok, Icon::Exclamation, "t"), Answer::Ok);
-        EXPECT_EQ(icon, QMessageBox::Warning);
-    }
-    {
-        ModalScript script(Click("No"));
-        EXPECT_EQ(services.MsgBox("x", Buttons::YesNoCancel, Icon::Critical, "t"), Answer::No);
-    }
-    {
-        ModalScript script(Click("Ignore"));
-        EXPECT_EQ(services.MsgBox("x", Buttons::AbortRetryIgnore, Icon::None, "t"), Answer::Ignore);
-    }
-    {
-        ModalScript script(Click("Retry"));
-        EXPECT_EQ(services.MsgBox("x", Buttons::RetryCancel, Icon::Information, "t"),
-                  Answer::Retry);
-    }
-    {
-        // Closing a Yes/No box by its close box answers No.
-        ModalScript script([](QWidget* modal) { modal->close(); });
-        EXPECT_EQ(services.MsgBox("x", Buttons::YesNo, Icon::Question, "t"), Answer::No);
+        EXPECT_EQ(icon, row.shown);
     }
 }
 
-// Types the path into the dialog's file name field and accepts, as a user
-// would. (selectFile() leaves the field alone once it has the focus.)
-void Choose(QFileDialog* dialog, const QString& path) {
-    auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
-    if (edit == nullptr) {
-        dialog->reject();
-        FAIL() << "no file name field";
-    }
-    edit->setText(path);
-    static_cast<QDialog*>(dialog)->accept(); // QFileDialog hides it
-    if (dialog->isVisible()) {
-        ADD_FAILURE() << "the dialog refused " << path.toStdString();
-        dialog->reject();
-    }
+// Answers the next file dialog: types the path into its file name field and
+// accepts, as a user would (selectFile() leaves the field alone once it has
+// the focus), or cancels for an empty path. Keeps the dialog's filters and mode.
+std::unique_ptr<ModalScript> AnswerFileDialog(const QString& path, QString* filters = nullptr,
+                                              QFileDialog::AcceptMode* mode = nullptr) {
+    return std::make_unique<ModalScript>([=](QWidget* modal) {
+        auto* dialog = qobject_cast<QFileDialog*>(modal);
+        auto* edit = dialog ? dialog->findChild<QLineEdit*>("fileNameEdit") : nullptr;
+        if (edit == nullptr) {
+            modal->close();
+            FAIL() << "not a file dialog with a name field";
+        }
+        if (filters) {
+            *filters = dialog->nameFilters().join(";;");
+        }
+        if (mode) {
+            *mode = dialog->acceptMode();
+        }
+        if (path.isEmpty()) {
+            dialog->reject();
+            return;
+        }
+        edit->setText(path);
+        static_cast<QDialog*>(dialog)->accept(); // QFileDialog hides it
+        if (dialog->isVisible()) {
+            ADD_FAILURE() << "the dialog refused " << path.toStdString();
+            dialog->reject();
+        }
+    });
 }
 
 TEST(Services, FileDialogsGivePathAndNameAndNothingAfterACancel) {
@@ -185,41 +177,28 @@ TEST(Services, FileDialogsGivePathAndNameAndNothingAfterACancel) {
     QFile(file).open(QIODevice::WriteOnly);
     QtServices services;
     QString filters;
+    QFileDialog::AcceptMode mode = QFileDialog::AcceptSave;
     {
-        ModalScript script([&](QWidget* modal) {
-            auto* dialog = qobject_cast<QFileDialog*>(modal);
-            if (dialog == nullptr) {
-                modal->close();
-                FAIL() << "not a file dialog";
-            }
-            filters = dialog->nameFilters().join(";;");
-            Choose(dialog, file);
-        });
+        const auto script = AnswerFileDialog(file, &filters, &mode);
         const auto pick = services.ShowOpen("Modellpfad", "Model|*.smd", dir.path());
-        EXPECT_TRUE(script.Ran());
         ASSERT_TRUE(pick.has_value());
         EXPECT_EQ(QDir::fromNativeSeparators(pick->FileName), file);
         EXPECT_EQ(pick->FileTitle, "body.smd");
         EXPECT_EQ(filters, "Model (*.smd)");
+        EXPECT_EQ(mode, QFileDialog::AcceptOpen);
     }
     {
-        ModalScript script([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
+        const auto script = AnswerFileDialog({});
         EXPECT_FALSE(services.ShowOpen("Modellpfad", "Model|*.smd", dir.path()).has_value());
-        EXPECT_TRUE(script.Ran());
+        EXPECT_TRUE(script->Ran());
     }
     {
-        ModalScript script([&](QWidget* modal) {
-            auto* dialog = qobject_cast<QFileDialog*>(modal);
-            if (dialog == nullptr) {
-                modal->close();
-                FAIL() << "not a file dialog";
-            }
-            EXPECT_EQ(dialog->acceptMode(), QFileDialog::AcceptSave);
-            Choose(dialog, dir.filePath("neu.qc"));
-        });
+        // A file that does not exist yet, in a dialog for saving.
+        const auto script = AnswerFileDialog(dir.filePath("neu.qc"), nullptr, &mode);
         const auto pick = services.ShowSave("Speichern unter...", "QC|*.qc", dir.path());
         ASSERT_TRUE(pick.has_value());
         EXPECT_EQ(pick->FileTitle, "neu.qc");
+        EXPECT_EQ(mode, QFileDialog::AcceptSave);
     }
 }
 

@@ -1,29 +1,30 @@
 // Page "Animationsdateien": the animations of one sequence group, driven
 // through the controls.
-#include "PagesTestSupport.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "support/MainWindowFixture.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 
-namespace quarle::ui::pages {
+namespace quarle::ui {
 namespace {
 
 using platform::Answer;
+using test::Click;
+using test::Items;
+using test::Select;
 
-class AnimationsTest : public PagesTest {
+class AnimationsTest : public test::MainWindowFixture {
 protected:
     AnimationsTest() {
-        OpenModelFolder();
+        Start(Texts::Keys);
+        OpenSampleModel();
         ShowPage(1);
     }
 
     // Adds these files of the folder, one click of CmdAdd each.
     void Add(std::initializer_list<const char*> files) {
         for (const char* file : files) {
-            SelectTexts(form->LstFiles, {file});
+            test::SelectText(form->LstFiles, file);
             form->CmdAdd->click();
         }
     }
@@ -106,19 +107,19 @@ TEST_F(AnimationsTest, AClickShowsTheAnimationAndItsLastFrame) {
     EXPECT_EQ(Anim(0, 1).SmdFile, "walk");
     EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral("walk.smd"));
 
-    // The activities as the box offers them, odd ones included, and typed text.
+    // An activity is stored as the box offers it, trailing blank and all, or as typed.
     ASSERT_EQ(form->TxtAnimID->count(), 76);
     EXPECT_EQ(form->TxtAnimID->itemText(0), QStringLiteral("ACT_ARM 1"));
     EXPECT_EQ(form->TxtAnimID->itemText(75), QStringLiteral("ACT_WALK_SCARED 1"));
-    form->TxtAnimID->setCurrentIndex(11);
-    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_DETECT_SCENT 1 ");
     form->TxtAnimID->setCurrentIndex(7);
     EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_COMBAT_IDLE. 1");
+    form->TxtAnimID->setCurrentIndex(11);
+    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_DETECT_SCENT 1 ");
     form->TxtAnimID->setEditText(QStringLiteral("ACT_RUN 4"));
     EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_RUN 4");
 
     // A file that is gone leaves the frame number as it was.
-    ASSERT_TRUE(QFile::remove(Model("walk.smd")));
+    ASSERT_TRUE(QFile::remove(InModels("walk.smd")));
     Click(form->LstAnimations, 0);
     EXPECT_EQ(Doc().SmdFrameCount, 20);
     Click(form->LstAnimations, 1);
@@ -209,4 +210,4 @@ TEST_F(AnimationsTest, AFullGroupRefusesFurtherAnimations) {
 }
 
 } // namespace
-} // namespace quarle::ui::pages
+} // namespace quarle::ui

@@ -1,25 +1,36 @@
 // Page "Modeldateien": the files of the model folder, body groups and their
 // parts, driven through the controls.
-#include "PagesTestSupport.h"
-#include "localisation/GlobalStrings.h"
-#include "support/ModalScript.h"
+#include "support/MainWindowFixture.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
 
-#include <QCheckBox>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
-namespace quarle::ui::pages {
+namespace quarle::ui {
 namespace {
 
 using platform::Answer;
+using test::Click;
+using test::Items;
+using test::Select;
+using test::SelectText;
 
 const QStringList Meshes{"robot_head", "robot_helmet", "robot_ref"};
 
-TEST_F(PagesTest, RefillSortsTheFolderIntoMeshesAndAnimations) {
-    OpenModelFolder();
+class ModelFilesPage : public test::MainWindowFixture {
+protected:
+    ModelFilesPage() {
+        Start(Texts::Keys);
+        OpenSampleModel();
+    }
+
+    void Add(const char* file) {
+        SelectText(form->LstFiles, file);
+        form->CmdAdd->click();
+    }
+};
+
+TEST_F(ModelFilesPage, RefillSortsTheFolderIntoMeshesAndAnimations) {
     EXPECT_EQ(Items(form->LstFiles), Meshes);
 
     // A mesh whose only triangles are commented out is an animation; the
@@ -30,28 +41,22 @@ TEST_F(PagesTest, RefillSortsTheFolderIntoMeshesAndAnimations) {
 
     // A change of the page reads the folder again: a file that appeared and
     // one that changed its kind show up where they now belong.
-    QFile added(Model("zombie.smd"));
-    ASSERT_TRUE(added.open(QIODevice::WriteOnly));
-    added.write("version 1\r\ntriangles\r\nend\r\n");
-    added.close();
-    QFile changed(Model("run.smd"));
+    test::WriteFile(InModels("zombie.smd"), "version 1\r\ntriangles\r\nend\r\n");
+    QFile changed(InModels("run.smd"));
     ASSERT_TRUE(changed.open(QIODevice::Append));
     changed.write("triangles\r\nend\r\n");
     changed.close();
     ShowPage(0);
-    EXPECT_EQ(Items(form->LstFiles),
-              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run", "zombie"}));
+    EXPECT_EQ(Items(form->LstFiles), Meshes + QStringList({"run", "zombie"}));
     // Files gone from the folder leave the list and the cache.
-    ASSERT_TRUE(QFile::remove(Model("zombie.smd")));
+    ASSERT_TRUE(QFile::remove(InModels("zombie.smd")));
     ShowPage(1);
     ShowPage(0);
-    EXPECT_EQ(Items(form->LstFiles),
-              (QStringList{"robot_head", "robot_helmet", "robot_ref", "run"}));
+    EXPECT_EQ(Items(form->LstFiles), Meshes + QStringList{"run"});
     EXPECT_EQ(form->ModelFolderKinds().Entries(), 10u);
 }
 
-TEST_F(PagesTest, AddTakesEverySelectedFileInListOrder) {
-    OpenModelFolder();
+TEST_F(ModelFilesPage, AddTakesEverySelectedFileInListOrder) {
     Select(form->LstFiles, {2, 0, 1});
     form->CmdAdd->click();
     EXPECT_EQ(Items(form->LstParts), Meshes);
@@ -71,8 +76,7 @@ TEST_F(PagesTest, AddTakesEverySelectedFileInListOrder) {
     EXPECT_TRUE(services.Prompts().isEmpty());
 }
 
-TEST_F(PagesTest, AFullGroupRefusesFurtherParts) {
-    OpenModelFolder();
+TEST_F(ModelFilesPage, AFullGroupRefusesFurtherParts) {
     for (int i = 0; i < 14; ++i) {
         form->CmdBlank->click();
     }
@@ -86,7 +90,7 @@ TEST_F(PagesTest, AFullGroupRefusesFurtherParts) {
     EXPECT_EQ(form->LstParts->count(), 16);
     ASSERT_EQ(services.Prompts().size(), 1);
     EXPECT_TRUE(services.Prompts()[0].Text.contains(QStringLiteral("16")));
-    EXPECT_EQ(services.Prompts()[0].Title, QString::fromStdString(state->IdsTexts[IDS_ERROR]));
+    EXPECT_EQ(services.Prompts()[0].Title, "IDS_ERROR");
 
     services.QueueMsgBox(Answer::Ok);
     form->CmdBlank->click();
@@ -94,17 +98,17 @@ TEST_F(PagesTest, AFullGroupRefusesFurtherParts) {
     EXPECT_EQ(services.Prompts().size(), 2);
 }
 
-TEST_F(PagesTest, ReverseFlagsBelongToTheirParts) {
-    OpenModelFolder();
+TEST_F(ModelFilesPage, ReverseFlagsTravelWithTheirPartsWhenSeveralAreDeleted) {
+    Add("robot_ref");
     // Blank works from the other page too, on the group of page 0.
-    SelectTexts(form->LstFiles, {"robot_ref"});
-    form->CmdAdd->click();
     ShowPage(1);
     form->CmdBlank->click();
     ShowPage(0);
-    SelectTexts(form->LstFiles, {"robot_head"});
-    form->CmdAdd->click();
-    EXPECT_EQ(Items(form->LstParts), (QStringList{"robot_ref", "<blank>", "robot_head"}));
+    Add("robot_head");
+    Add("robot_helmet");
+    Add("robot_ref");
+    EXPECT_EQ(Items(form->LstParts),
+              (QStringList{"robot_ref", "<blank>", "robot_head", "robot_helmet", "robot_ref"}));
 
     BodyGroupRec& body = Doc().BodyGroups[1];
     Click(form->LstParts, 0);
@@ -121,50 +125,37 @@ TEST_F(PagesTest, ReverseFlagsBelongToTheirParts) {
     EXPECT_TRUE(form->ChkReverse->isChecked());
     EXPECT_EQ(body.Reverse[1], -1); // showing a part leaves its flag alone
 
-    // Deleting the blank moves robot_head up with its flag; the slot that
-    // falls free keeps no flag for the next part.
-    Click(form->LstParts, 1);
+    // Exactly the selected parts go; robot_head moves up with its flag, and
+    // the slots that fall free keep no flag for the next part.
+    Select(form->LstParts, {3, 0});
     form->CmdDelAnimation->click();
-    EXPECT_EQ(body.PartCount, 2);
+    EXPECT_EQ(Items(form->LstParts), (QStringList{"<blank>", "robot_head", "robot_ref"}));
+    EXPECT_EQ(body.PartCount, 3);
+    EXPECT_EQ(body.Parts[1], Blank);
     EXPECT_EQ(body.Parts[2], "robot_head");
+    EXPECT_EQ(body.Parts[3], "robot_ref");
+    EXPECT_EQ(body.Parts[4], "");
+    EXPECT_EQ(body.Parts[5], "");
+    EXPECT_EQ(body.Reverse[1], 0);
     EXPECT_EQ(body.Reverse[2], -1);
     EXPECT_EQ(body.Reverse[3], 0);
+    EXPECT_EQ(body.Reverse[4], 0);
     form->CmdBlank->click();
-    EXPECT_EQ(body.Reverse[3], 0);
+    EXPECT_EQ(body.Reverse[4], 0);
 
     // No part selected: a click on the box changes nothing.
     EXPECT_EQ(form->LstParts->currentRow(), -1);
     const auto before = body.Reverse;
     form->ChkReverse->click();
     EXPECT_EQ(body.Reverse, before);
+    // Nor when the current part was taken out of the selection.
+    Click(form->LstParts, 1);
+    form->LstParts->setCurrentRow(1, QItemSelectionModel::Deselect);
+    form->ChkReverse->click();
+    EXPECT_EQ(body.Reverse, before);
 }
 
-TEST_F(PagesTest, DeletingSelectedPartsRemovesExactlyThose) {
-    OpenModelFolder();
-    BodyGroupRec& body = Doc().BodyGroups[1];
-    for (const char* name : {"robot_ref", "robot_head", "robot_helmet"}) {
-        SelectTexts(form->LstFiles, {name});
-        form->CmdAdd->click();
-    }
-    form->CmdBlank->click();
-    body.Reverse[4] = -1;
-    SelectTexts(form->LstFiles, {"robot_ref"});
-    form->CmdAdd->click();
-    // robot_ref, robot_head, robot_helmet, <blank>, robot_ref
-    Select(form->LstParts, {0, 2});
-    form->CmdDelAnimation->click();
-    EXPECT_EQ(Items(form->LstParts), (QStringList{"robot_head", "<blank>", "robot_ref"}));
-    EXPECT_EQ(body.PartCount, 3);
-    EXPECT_EQ(body.Parts[1], "robot_head");
-    EXPECT_EQ(body.Parts[2], Blank);
-    EXPECT_EQ(body.Reverse[2], -1);
-    EXPECT_EQ(body.Parts[3], "robot_ref");
-    EXPECT_EQ(body.Parts[4], "");
-    EXPECT_EQ(body.Parts[5], "");
-}
-
-TEST_F(PagesTest, DeletingAGroupMovesTheOnesBehindIt) {
-    OpenModelFolder();
+TEST_F(ModelFilesPage, DeletingGroupsDownToNoneAndAddingOneBack) {
     Document& doc = Doc();
     doc.BodyGroupCount = 3;
     doc.BodyGroups[2].Name = "arms";
@@ -173,6 +164,7 @@ TEST_F(PagesTest, DeletingAGroupMovesTheOnesBehindIt) {
     doc.BodyGroups[2].Reverse[1] = -1;
     doc.BodyGroups[3].Name = "legs";
     form->Update();
+    // The groups behind move up whole; nothing is selected afterwards.
     form->CmdDel->click();
     EXPECT_EQ(doc.BodyGroupCount, 2);
     EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"arms", "legs"}));
@@ -183,12 +175,13 @@ TEST_F(PagesTest, DeletingAGroupMovesTheOnesBehindIt) {
     EXPECT_EQ(doc.BodyGroups[2].Name, "legs");
     EXPECT_EQ(doc.BodyGroups[3].Name, "");
     EXPECT_EQ(doc.BodyGroups[3].PartCount, 0);
-}
 
-TEST_F(PagesTest, DeletingTheOnlyGroupLeavesNothingSelected) {
-    OpenModelFolder();
+    form->CmbBodyGroup->setCurrentIndex(1);
     form->CmdDel->click();
-    EXPECT_EQ(Doc().BodyGroupCount, 0);
+    form->CmbBodyGroup->setCurrentIndex(0);
+    form->CmdDel->click(); // the only group
+    EXPECT_EQ(doc.BodyGroupCount, 0);
+    EXPECT_EQ(doc.BodyGroups[1].Name, "");
     EXPECT_EQ(form->CmbBodyGroup->count(), 0);
     EXPECT_EQ(form->LstParts->count(), 0);
     EXPECT_TRUE(form->CmdDel->isEnabled());
@@ -200,8 +193,8 @@ TEST_F(PagesTest, DeletingTheOnlyGroupLeavesNothingSelected) {
     form->CmdBlank->click();
     form->CmdDel->click();
     form->CmdRename->click();
-    EXPECT_EQ(Doc().BodyGroupCount, 0);
-    EXPECT_EQ(Doc().BodyGroups[1].PartCount, 0);
+    EXPECT_EQ(doc.BodyGroupCount, 0);
+    EXPECT_EQ(doc.BodyGroups[1].PartCount, 0);
     EXPECT_EQ(form->LstParts->count(), 0);
     EXPECT_TRUE(services.Prompts().isEmpty());
 
@@ -211,22 +204,19 @@ TEST_F(PagesTest, DeletingTheOnlyGroupLeavesNothingSelected) {
     ASSERT_NE(dialog, nullptr);
     dialog->TxtName->setText(QStringLiteral("torso"));
     dialog->CmdOK->click();
-    EXPECT_EQ(Doc().BodyGroupCount, 1);
-    EXPECT_EQ(Doc().BodyGroups[1].Name, "torso");
+    EXPECT_EQ(doc.BodyGroupCount, 1);
+    EXPECT_EQ(doc.BodyGroups[1].Name, "torso");
     EXPECT_EQ(Items(form->CmbBodyGroup), QStringList{"torso"});
     EXPECT_EQ(form->CmbBodyGroup->currentIndex(), -1);
 }
 
-TEST_F(PagesTest, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
-    OpenModelFolder();
-    Select(form->LstFiles, {2});
-    form->CmdAdd->click();
+TEST_F(ModelFilesPage, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
+    Add("robot_ref");
     form->CmdNewGroup->click();
     QPointer<DlgName> dialog = form->OpenDlgName();
     ASSERT_FALSE(dialog.isNull());
     EXPECT_FALSE(dialog->isModal());
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Gib den Namen der Gruppe ein"));
     form->CmdNewGroup->click(); // the open dialog comes forward, no second one
     EXPECT_EQ(form->OpenDlgName(), dialog.data());
 
@@ -257,38 +247,29 @@ TEST_F(PagesTest, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.isNull(); }, 2000));
 }
 
-TEST_F(PagesTest, RenameChangesTheGroupAndItsEntryAtOnce) {
-    OpenModelFolder();
+TEST_F(ModelFilesPage, RenameChangesTheGroupAndItsEntryAtOnce) {
     Doc().BodyGroupCount = 2;
     Doc().BodyGroups[2].Name = "head";
     form->Update();
     form->CmbBodyGroup->setCurrentIndex(1);
-
-    QString shown;
-    test::ModalScript script([&](QWidget* modal) {
-        auto* dialog = qobject_cast<DlgRenameGroup*>(modal);
-        ASSERT_NE(dialog, nullptr);
-        shown = dialog->TxtNewCaption->text();
-        dialog->TxtNewCaption->setText(QStringLiteral("helmet"));
-        dialog->OKButton->click();
-    });
-    form->CmdRename->click();
-    EXPECT_TRUE(script.Ran());
-    EXPECT_EQ(shown, QStringLiteral("head"));
-    EXPECT_EQ(Doc().BodyGroups[2].Name, "helmet");
-    EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"body", "helmet"}));
-    EXPECT_EQ(form->CmbBodyGroup->currentText(), QStringLiteral("helmet"));
-
-    test::ModalScript cancel([](QWidget* modal) {
-        auto* dialog = qobject_cast<DlgRenameGroup*>(modal);
-        ASSERT_NE(dialog, nullptr);
-        dialog->TxtNewCaption->setText(QStringLiteral("gone"));
-        dialog->CancelButton->click();
-    });
-    form->CmdRename->click();
-    EXPECT_TRUE(cancel.Ran());
-    EXPECT_EQ(Doc().BodyGroups[2].Name, "helmet");
+    // The same dialog twice: OK takes the new name, Cancel drops it.
+    for (const bool ok : {true, false}) {
+        QString shown;
+        test::ModalScript script([&](QWidget* modal) {
+            auto* dialog = qobject_cast<DlgRenameGroup*>(modal);
+            ASSERT_NE(dialog, nullptr);
+            shown = dialog->TxtNewCaption->text();
+            dialog->TxtNewCaption->setText(ok ? QStringLiteral("helmet") : QStringLiteral("gone"));
+            (ok ? dialog->OKButton : dialog->CancelButton)->click();
+        });
+        form->CmdRename->click();
+        EXPECT_TRUE(script.Ran());
+        EXPECT_EQ(shown, ok ? QStringLiteral("head") : QStringLiteral("helmet"));
+        EXPECT_EQ(Doc().BodyGroups[2].Name, "helmet");
+        EXPECT_EQ(Items(form->CmbBodyGroup), (QStringList{"body", "helmet"}));
+        EXPECT_EQ(form->CmbBodyGroup->currentText(), QStringLiteral("helmet"));
+    }
 }
 
 } // namespace
-} // namespace quarle::ui::pages
+} // namespace quarle::ui
