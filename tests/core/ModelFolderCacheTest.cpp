@@ -70,37 +70,21 @@ TEST(ModelFolderCache, FreshFilesAreReadUntilTheyHaveSettled) {
     EXPECT_EQ(cache.FilesRead(), 3u);
 }
 
-TEST(ModelFolderCache, FilesThatCannotBeReadAreOfNoKind) {
-    TempDir dir;
-    const std::string ref = dir.Write("ref.smd", Mesh);
-    fs::create_directory(dir / "folder.smd");
-    ModelFolderCache cache;
-    EXPECT_EQ(cache.KindOf(dir / "gone.smd"), SmdKind::Unreadable);
-    EXPECT_EQ(cache.KindOf(dir / "folder.smd"), SmdKind::Unreadable);
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Reference);
-    // A file that goes away loses its entry with it.
-    fs::remove(ref);
-    EXPECT_EQ(cache.KindOf(ref), SmdKind::Unreadable);
-    EXPECT_EQ(cache.Entries(), 0u);
-}
-
-TEST(ModelFolderCache, KeepForgetsTheFilesNotListed) {
-    TempDir dir;
-    const std::string a = dir.Write("a.smd", Mesh);
-    const std::string b = dir.Write("b.smd", Anim);
-    ModelFolderCache cache;
-    cache.KindOf(a);
-    cache.KindOf(b);
-    const std::vector<std::string> keep{b, dir / "other.smd"};
-    cache.Keep(keep);
-    EXPECT_EQ(cache.Entries(), 1u);
-}
-
-TEST(ModelFolderCache, FindsFilesSpeltInOtherCapitals) {
+TEST(ModelFolderCache, UnreadableFilesAndFilesThatAreGone) {
     TempDir dir;
     dir.Write("Robot/REF.smd", Mesh);
+    const std::string run = dir.Write("run.smd", Anim);
+    std::filesystem::create_directory(dir / "folder.smd");
     ModelFolderCache cache;
-    EXPECT_EQ(cache.KindOf(dir / "robot/ref.smd"), SmdKind::Reference);
+    EXPECT_EQ(cache.KindOf(dir / "folder.smd"), SmdKind::Unreadable);
+    EXPECT_EQ(cache.KindOf(dir / "robot/ref.smd"), SmdKind::Reference); // other capitals
+    EXPECT_EQ(cache.KindOf(run), SmdKind::Animation);
+    // A file that is gone, and the files no longer listed, leave the cache.
+    fs::remove(run);
+    EXPECT_EQ(cache.KindOf(run), SmdKind::Unreadable);
+    const std::vector<std::string> listed{dir / "other.smd"};
+    cache.Keep(listed);
+    EXPECT_EQ(cache.Entries(), 0u);
 }
 
 } // namespace
