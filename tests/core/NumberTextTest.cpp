@@ -5,6 +5,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <optional>
 
 namespace quarle {
 namespace {
@@ -81,6 +82,41 @@ TEST(IntToText, PlainDigits) {
     EXPECT_EQ(IntToText(30), "30");
     EXPECT_EQ(IntToText(-32768), "-32768");
     EXPECT_EQ(IntToText(std::numeric_limits<long long>::min()), "-9223372036854775808");
+}
+
+TEST(StrictNumber, WholeTextOrNoValue) {
+    struct Case {
+        const char* text;
+        char separator;
+        std::optional<double> number;
+        std::optional<i16> whole;
+    };
+    const Case cases[] = {
+        {"1,8", ',', 1.8, 2},
+        {"12,5", ',', 12.5, 12}, // halves to even
+        {"13.5", ',', 13.5, 14}, // a point is taken in every locale
+        {" -7 ", '.', -7.0, -7},
+        {"+3", '.', 3.0, 3},
+        {"1e3", '.', 1000.0, 1000},
+        {"32767", '.', 32767.0, 32767},
+        {"32768", '.', 32768.0, std::nullopt},
+        {"-32768", '.', -32768.0, -32768},
+        {"-", '.', std::nullopt, std::nullopt},
+        {"", '.', std::nullopt, std::nullopt},
+        {".", '.', std::nullopt, std::nullopt},
+        {"1.2.3", '.', std::nullopt, std::nullopt},
+        {"1,2", '.', std::nullopt, std::nullopt},
+        {"1e", '.', std::nullopt, std::nullopt},
+        {"1 2", '.', std::nullopt, std::nullopt},
+        {"1e999", '.', std::nullopt, std::nullopt},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(StrictNumber(c.text, c.separator), c.number);
+        EXPECT_EQ(StrictToI16(c.text, c.separator), c.whole);
+    }
+    EXPECT_EQ(StrictToF32("1,8", ','), 1.8f);
+    EXPECT_EQ(StrictToF32("1e39", '.'), std::nullopt);
 }
 
 } // namespace

@@ -547,6 +547,8 @@ GERMAN_MESSAGES = {
     "MSG_READ_PART_NOT_IN_MODEL_PATH": "Die gewählte Datei ist keine smd-Datei im Modellordner; "
                                        "das Teil bleibt, wie es war",
     "MSG_READ_DETAIL": "%1: „%2“",
+    "MSG_TEXT_NOT_CP1252": "„%1“ enthält ein Zeichen, das in einer qc-Datei nicht gespeichert "
+                           "werden kann. Bitte nur Buchstaben westeuropäischer Sprachen verwenden.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

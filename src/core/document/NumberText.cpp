@@ -189,4 +189,84 @@ std::string IntToText(long long value) {
     return std::string(buffer.data(), result.ptr);
 }
 
+
+std::optional<double> StrictNumber(std::string_view text, char decimalSeparator) {
+    while (!text.empty() && text.front() == ' ') {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && text.back() == ' ') {
+        text.remove_suffix(1);
+    }
+    std::string plain; // the text in the C library's own spelling
+    std::size_t i = 0;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+        plain += text[i++];
+    }
+    int digits = 0;
+    bool separator = false;
+    for (; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c >= '0' && c <= '9') {
+            plain += c;
+            ++digits;
+        } else if ((c == decimalSeparator || c == '.') && !separator) {
+            plain += '.';
+            separator = true;
+        } else {
+            break;
+        }
+    }
+    if (digits == 0) {
+        return std::nullopt;
+    }
+    if (i < text.size() && (text[i] == 'E' || text[i] == 'e')) {
+        plain += 'e';
+        ++i;
+        if (i < text.size() && (text[i] == '-' || text[i] == '+')) {
+            plain += text[i++];
+        }
+        int exponentDigits = 0;
+        for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+            plain += text[i];
+            ++exponentDigits;
+        }
+        if (exponentDigits == 0) {
+            return std::nullopt;
+        }
+    }
+    if (i != text.size()) {
+        return std::nullopt;
+    }
+    const char* first = plain.c_str();
+    if (*first == '+') {
+        ++first;
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(first, plain.c_str() + plain.size(), value);
+    if (error != std::errc() || end != plain.c_str() + plain.size() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value == 0 ? 0.0 : value;
+}
+
+std::optional<i16> StrictToI16(std::string_view text, char decimalSeparator) {
+    const std::optional<double> value = StrictNumber(text, decimalSeparator);
+    if (!value) {
+        return std::nullopt;
+    }
+    const double rounded = std::nearbyint(*value); // the default mode: halves to even
+    if (rounded < -32768.0 || rounded > 32767.0) {
+        return std::nullopt;
+    }
+    return static_cast<i16>(rounded);
+}
+
+std::optional<f32> StrictToF32(std::string_view text, char decimalSeparator) {
+    const std::optional<double> value = StrictNumber(text, decimalSeparator);
+    if (!value || std::fabs(*value) > static_cast<double>(std::numeric_limits<f32>::max())) {
+        return std::nullopt;
+    }
+    return static_cast<f32>(*value);
+}
+
 } // namespace quarle

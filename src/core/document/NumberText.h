@@ -16,6 +16,7 @@
 
 #include "document/Document.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,5 +41,21 @@ std::string FloatToText(f32 value, char decimalSeparator = SystemDecimalSeparato
 std::string FloatToPointText(f32 value);
 // Plain decimal digits with a leading minus for negatives.
 std::string IntToText(long long value);
+
+// The strict conversion of the number fields: the whole text, blanks around
+// it aside, is one number: an optional sign, digits with at most one decimal
+// separator (the locale's, or a point, which no locale here uses to group
+// thousands), at least one digit, an optional exponent (E or e, optional
+// sign, digits). Anything else, "-", "1.2.3", "", "1e", has no value.
+std::optional<double> StrictNumber(std::string_view text,
+                                   char decimalSeparator = SystemDecimalSeparator());
+// StrictNumber into an i16 field: rounded to the nearest, halves to even;
+// no value outside -32768..32767.
+std::optional<i16> StrictToI16(std::string_view text,
+                               char decimalSeparator = SystemDecimalSeparator());
+// StrictNumber into an f32 field: the nearest float; no value beyond the
+// largest finite float.
+std::optional<f32> StrictToF32(std::string_view text,
+                               char decimalSeparator = SystemDecimalSeparator());
 
 } // namespace quarle

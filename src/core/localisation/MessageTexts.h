@@ -86,8 +86,13 @@ enum Msg : int {
     MSG_READ_PART_FILE_MISSING,
     MSG_READ_PART_NOT_IN_MODEL_PATH,
     MSG_READ_DETAIL,
+    // A typed text with a character that the files' code page cannot hold;
+    // %1 is the text.
+    MSG_TEXT_NOT_CP1252,
+    // Not a message: the number of messages. New keys go above it.
+    MSG_END
 };
-inline constexpr std::size_t MsgCount = static_cast<std::size_t>(MSG_READ_DETAIL) + 1;
+inline constexpr std::size_t MsgCount = static_cast<std::size_t>(MSG_END);
 
 struct MessageEntry {
     Msg Id;
@@ -177,6 +182,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_READ_PART_NOT_IN_MODEL_PATH, "MSG_READ_PART_NOT_IN_MODEL_PATH",
      "The chosen file is not an .smd file in the model folder; the part was kept"},
     {MSG_READ_DETAIL, "MSG_READ_DETAIL", "%1: \"%2\""},
+    {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
+     "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
+     "Western European languages only."},
 }};
 
 namespace detail {

@@ -1,5 +1,8 @@
 #include "ui/localisation/Messages.h"
 
+#include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
+
 #include <string>
 #include <vector>
 
@@ -13,6 +16,17 @@ QString MessageText(const AppState& state, Msg key, std::initializer_list<QStrin
     }
     return QString::fromStdString(
         FormatMessage(state.MsgTexts[static_cast<std::size_t>(key)], utf8));
+}
+
+std::optional<std::string> TypedText(const AppState& state, platform::Services& services,
+                                     const QString& text) {
+    std::optional<std::string> bytes = platform::ToCp1252(text);
+    if (!bytes) {
+        services.MsgBox(MessageText(state, MSG_TEXT_NOT_CP1252, {text}), platform::Buttons::Ok,
+                        platform::Icon::Exclamation,
+                        QString::fromStdString(state.IdsTexts[IDS_ERROR]));
+    }
+    return bytes;
 }
 
 } // namespace quarle::ui
