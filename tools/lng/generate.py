@@ -470,6 +470,26 @@ FORMS = [
         OK,
         CANCEL,
     ]),
+    # The two texture dialogs keep their designed captions at load; their
+    # sections are here for the language editor, which rewrites them.
+    ("DlgTextureGroup", ("Texturvariationen", "Texture variations"), [
+        C("LblTexturegroup", "Variation:", "Variation:"),
+        C("FrmVariation", "Variation", "Variation"),
+        C("LblTextur", "Zu ändernde Textur:", "Texture to change:"),
+        C("ChkChangeTo", "Ändern zu:", "Change to:"),
+        C("LblPreview", "Vorschau:", "Preview:"),
+        OK,
+    ]),
+    ("DlgTexturemode", ("Texturemodes", "Texture modes"), [
+        C("LblTextures", "Texturen:", "Textures:"),
+        C("FrmRenderMode", "Rendermode:", "Render mode:"),
+        C("OptModes(0)", "Normal", "Normal"),
+        C("OptModes(1)", "Masked", "Masked"),
+        C("OptModes(2)", "Additive", "Additive"),
+        C("LblWarning", "Achtung diese Funktion wird nicht von jedem Compiler unterstützt!",
+          "Warning: not every compiler supports this function!"),
+        OK,
+    ]),
 ]
 
 # The German texts of the messages beyond the key table. %1, %2, ... are the
@@ -549,6 +569,13 @@ GERMAN_MESSAGES = {
     "MSG_READ_DETAIL": "%1: „%2“",
     "MSG_TEXT_NOT_CP1252": "„%1“ enthält ein Zeichen, das in einer qc-Datei nicht gespeichert "
                            "werden kann. Bitte nur Buchstaben westeuropäischer Sprachen verwenden.",
+    "MSG_TEXTURE_PARTS_UNREADABLE": "Diese Modelldateien konnten nicht gelesen werden, ihre "
+                                    "Texturen fehlen in der Liste: %1",
+    "MSG_TEXTURES_FULL": "Die Modelldateien verwenden mehr als %1 verschiedene Texturen. Nur die "
+                         "ersten %1 werden aufgeführt; die übrigen können keine Variationen und "
+                         "keine Rendermodes bekommen.",
+    "MSG_NO_BITMAPS": "Der Texturenordner „%1“ enthält keine Bitmaps (*.bmp). Bitte wähle zuerst "
+                      "im Hauptfenster einen Texturenordner mit Bitmaps.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -89,6 +89,12 @@ enum Msg : int {
     // A typed text with a character that the files' code page cannot hold;
     // %1 is the text.
     MSG_TEXT_NOT_CP1252,
+    // The texture dialogs: mesh files that could not be read (%1, one per
+    // line, behind the colon), more textures than the table holds (%1 the limit), a texture
+    // folder without bitmaps (%1 the folder).
+    MSG_TEXTURE_PARTS_UNREADABLE,
+    MSG_TEXTURES_FULL,
+    MSG_NO_BITMAPS,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -185,6 +191,14 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
      "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
      "Western European languages only."},
+    {MSG_TEXTURE_PARTS_UNREADABLE, "MSG_TEXTURE_PARTS_UNREADABLE",
+     "These mesh files could not be read, so their textures are missing from the list: %1"},
+    {MSG_TEXTURES_FULL, "MSG_TEXTURES_FULL",
+     "The meshes of this model use more than %1 different textures. Only the first %1 are "
+     "listed; the others can have no variations or render modes."},
+    {MSG_NO_BITMAPS, "MSG_NO_BITMAPS",
+     "The texture folder \"%1\" holds no bitmaps (*.bmp). Choose a texture folder with "
+     "bitmaps in the main window first."},
 }};
 
 namespace detail {

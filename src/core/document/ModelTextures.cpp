@@ -1,0 +1,46 @@
+#include "document/ModelTextures.h"
+
+#include "document/Paths.h"
+#include "document/SmdScan.h"
+
+#include <fstream>
+
+namespace quarle {
+
+namespace {
+
+bool CanRead(const std::string& path) {
+    const std::optional<std::string> disk = paths::Resolve(path);
+    if (!disk || !paths::FileExists(*disk)) {
+        return false;
+    }
+    std::ifstream in(paths::ToFsPath(*disk), std::ios::binary);
+    return in.is_open();
+}
+
+} // namespace
+
+TextureScanResult CollectModelTextures(const Document& doc, std::span<std::string> names,
+                                       int& count) {
+    TextureScanResult result;
+    for (int g = 1; g <= doc.BodyGroupCount && g <= limits::LastBodyGroup; ++g) {
+        const BodyGroupRec& group = doc.BodyGroups[static_cast<std::size_t>(g)];
+        for (int p = 1; p <= group.PartCount && p <= limits::LastPart; ++p) {
+            const std::string& part = group.Parts[static_cast<std::size_t>(p)];
+            if (part.empty() || part == Blank) {
+                continue;
+            }
+            const std::string path = paths::Join(doc.ModelPath, part + ".smd");
+            if (!CanRead(path)) {
+                result.Unreadable.push_back(path);
+                continue;
+            }
+            if (!result.Full && !CollectBmpLines(path, names, count)) {
+                result.Full = true;
+            }
+        }
+    }
+    return result;
+}
+
+} // namespace quarle
