@@ -15,7 +15,9 @@ namespace {
 const std::filesystem::path DataFolder =
     std::filesystem::path(QUARLE_TEST_DATA) / ".." / ".." / "data";
 
-// Every form that reads a language file when it loads.
+// Every form that reads a language file when it loads, and the two texture
+// dialogs, which keep their designed captions but whose sections the
+// language editor rewrites.
 const std::set<std::string> Forms = {
     "FrmMain",
     "DlgSettings",
@@ -38,6 +40,8 @@ const std::set<std::string> Forms = {
     "FrmEvents",
     "DlgAnimExt",
     "DlgRenameGroup",
+    "DlgTextureGroup",
+    "DlgTexturemode",
 };
 
 std::string ReadBytes(const std::filesystem::path& file) {
