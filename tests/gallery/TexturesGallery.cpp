@@ -36,7 +36,8 @@ void WriteTexture(const QString& path, int width, int height, QColor tone) {
     QPainter painter(&image);
     for (int y = 0; y < height; y += 24) {
         for (int x = (y / 24) % 2 * -24; x < width; x += 48) {
-            painter.fillRect(x + 2, y + 2, 44, 20, (x / 48 + y / 24) % 3 ? tone : tone.lighter(120));
+            painter.fillRect(x + 2, y + 2, 44, 20,
+                             (x / 48 + y / 24) % 3 ? tone : tone.lighter(120));
         }
     }
     painter.setBrush(tone.lighter(150));
@@ -100,8 +101,8 @@ void TexturesGallery(const QString& folder, const char* languageFile) {
         dialog.TxtVarNr->setText(QStringLiteral("2"));
         dialog.LstTexture->setCurrentRow(0);
         dialog.ChkChangeTo->click();
-        const auto found = dialog.FileChangeTo->findItems(QStringLiteral("face_bloody.bmp"),
-                                                          Qt::MatchExactly);
+        const auto found =
+            dialog.FileChangeTo->findItems(QStringLiteral("face_bloody.bmp"), Qt::MatchExactly);
         if (found.size() != 1) {
             Fail(QStringLiteral("face_bloody.bmp is not listed"));
         } else {

@@ -70,10 +70,8 @@ DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services, 
     LblPreview =
         Control(new QLabel(QStringLiteral("Vorschau:"), this), QStringLiteral("LblPreview"));
     ScrPicPreview = Control(new ScrollPicture(this), QStringLiteral("ScrPicPreview"));
-    ScrPicPreview->setFixedSize(platform::ToPixels(PreviewTwips),
-                                platform::ToPixels(PreviewTwips));
-    OKButton =
-        Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    ScrPicPreview->setFixedSize(platform::ToPixels(PreviewTwips), platform::ToPixels(PreviewTwips));
+    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     CreateCmdLocalise();
 
@@ -141,7 +139,8 @@ void DlgTextureGroup::Form_Load() {
     CollectTextures(state_, services_, doc.TextureVariations[1], count);
     doc.TextureCount = static_cast<u8>(count);
     for (int i = 1; i <= doc.TextureCount; ++i) {
-        LstTexture->addItem(platform::FromCp1252(doc.TextureVariations[1][static_cast<std::size_t>(i)]));
+        LstTexture->addItem(
+            platform::FromCp1252(doc.TextureVariations[1][static_cast<std::size_t>(i)]));
     }
 }
 
@@ -253,10 +252,9 @@ void DlgTextureGroup::ChkChangeTo_Click() {
     }
     if (ChkChangeTo->isChecked()) {
         if (FileChangeTo->count() == 0) {
-            services_.MsgBox(
-                MessageText(state_, MSG_NO_BITMAPS,
-                            {QString::fromStdString(state_.Doc.TexturePath)}),
-                platform::Buttons::Ok, platform::Icon::Exclamation, windowTitle());
+            services_.MsgBox(MessageText(state_, MSG_NO_BITMAPS,
+                                         {QString::fromStdString(state_.Doc.TexturePath)}),
+                             platform::Buttons::Ok, platform::Icon::Exclamation, windowTitle());
             ChkChangeToTag = QStringLiteral("1");
             ChkChangeTo->setChecked(false);
             ChkChangeToTag = QStringLiteral("0");

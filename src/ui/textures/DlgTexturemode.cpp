@@ -47,9 +47,9 @@ DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services, Fr
     modes->addStretch(1);
     OptModes[0]->setChecked(true);
     LblWarning = Control(
-        new QLabel(
-            QStringLiteral("Achtung diese Funktion wird nicht von jedem Compiler unterst\u00fctzt!"),
-            this),
+        new QLabel(QStringLiteral(
+                       "Achtung diese Funktion wird nicht von jedem Compiler unterst\u00fctzt!"),
+                   this),
         QStringLiteral("LblWarning"));
     LblWarning->setWordWrap(true);
     QPalette red = LblWarning->palette();

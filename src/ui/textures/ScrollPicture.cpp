@@ -259,8 +259,9 @@ bool ScrollPicture::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseMove: {
         const auto* mouse = static_cast<QMouseEvent*>(event);
         const QPointF at = mouse->position();
-        int button = ButtonsOf(event->type() == QEvent::MouseMove ? mouse->buttons()
-                                                                  : Qt::MouseButtons(mouse->button()));
+        int button =
+            ButtonsOf(event->type() == QEvent::MouseMove ? mouse->buttons()
+                                                         : Qt::MouseButtons(mouse->button()));
         int shift = ShiftOf(mouse->modifiers());
         double x = at.x() * TwipsPerPixel;
         double y = at.y() * TwipsPerPixel;
@@ -274,9 +275,10 @@ bool ScrollPicture::eventFilter(QObject* watched, QEvent* event) {
             }
             doubleClicked_ = false;
         } else if (event->type() == QEvent::MouseButtonDblClick) {
+            // Down, up, click, double click, up: the second press is no
+            // mouse down of its own.
             doubleClicked_ = true;
             emit DblClick();
-            emit MouseDown(button, shift, x, y);
         } else {
             emit MouseDown(button, shift, x, y);
         }

@@ -55,10 +55,9 @@ protected:
         WriteBitmap(InTextures("grate.BMP"), 32, 32, 30);
         WriteBitmap(InTextures("skin_red.bmp"), 600, 40, 40); // wider than the preview
         WriteFile(InTextures("skin.tga"), "not a bitmap");
-        WriteFile(InModels("robot.qc"),
-                  "$cd \"" + models.path().toUtf8() + "\"\r\n$cdtexture \"" +
-                      models.path().toUtf8() + "/tex" +
-                      "\"\r\n$body body \"body\"\r\n$body head \"head\"\r\n");
+        WriteFile(InModels("robot.qc"), "$cd \"" + models.path().toUtf8() + "\"\r\n$cdtexture \"" +
+                                            models.path().toUtf8() + "/tex" +
+                                            "\"\r\n$body body \"body\"\r\n$body head \"head\"\r\n");
         services.QueueOpen(Pick(InModels("robot.qc")));
         form->MnuDateiOeffnen->trigger();
     }
