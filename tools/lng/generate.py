@@ -549,6 +549,10 @@ GERMAN_MESSAGES = {
     "MSG_READ_DETAIL": "%1: „%2“",
     "MSG_TEXT_NOT_CP1252": "„%1“ enthält ein Zeichen, das in einer qc-Datei nicht gespeichert "
                            "werden kann. Bitte nur Buchstaben westeuropäischer Sprachen verwenden.",
+    "MSG_EVENTS_FULL": "Diese Animation hat schon %1 Events, mehr kann eine Animation nicht "
+                       "aufnehmen. Es wurde kein Event hinzugefügt.",
+    "MSG_ORIGIN_NOT_A_NUMBER": "„%1“ ist keine Verschiebung. Bitte gib eine Zahl von -%2 bis %2 "
+                               "ein und drücke Enter; die Verschiebung bleibt, wie sie war.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

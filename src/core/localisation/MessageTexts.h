@@ -89,6 +89,11 @@ enum Msg : int {
     // A typed text with a character that the files' code page cannot hold;
     // %1 is the text.
     MSG_TEXT_NOT_CP1252,
+    // The event editor's refusal at the end of an animation's events; %1 is the limit.
+    MSG_EVENTS_FULL,
+    // Enter in a box of the origin dialog that holds no usable number: %1
+    // the text, %2 the largest offset.
+    MSG_ORIGIN_NOT_A_NUMBER,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -185,6 +190,12 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
      "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
      "Western European languages only."},
+    {MSG_EVENTS_FULL, "MSG_EVENTS_FULL",
+     "This animation already has %1 events, the most an animation can hold. No event was "
+     "added."},
+    {MSG_ORIGIN_NOT_A_NUMBER, "MSG_ORIGIN_NOT_A_NUMBER",
+     "\"%1\" is not an offset. Please enter a number from -%2 to %2 and press Enter; the "
+     "offset stays as it was."},
 }};
 
 namespace detail {
