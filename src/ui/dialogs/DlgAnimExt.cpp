@@ -148,7 +148,9 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, FrmMain& m
     auto* frames = new QHBoxLayout;
     frames->addWidget(ChkFrameGrenze);
     frames->addWidget(TxtMinFrame);
+    frames->addSpacing(4);
     frames->addWidget(Label8);
+    frames->addSpacing(4);
     frames->addWidget(TxtMaxFrame);
     frames->addStretch(1);
     values->addLayout(frames, 3, 0, 1, 4);

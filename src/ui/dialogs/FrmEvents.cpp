@@ -88,7 +88,7 @@ FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& mai
     LVEvent->setUniformRowHeights(true);
     LVEvent->header()->setStretchLastSection(true);
     LVEvent->setColumnWidth(0, 50);
-    LVEvent->setMinimumSize(330, 260);
+    LVEvent->setMinimumSize(470, 300);
     CmdAdd = PictureButton(this, "arrow_right", "CmdAdd");
     CmdDel = PictureButton(this, "delete", "CmdDel");
     CmdDel->setToolTip(QStringLiteral("L\u00f6sche Animation"));

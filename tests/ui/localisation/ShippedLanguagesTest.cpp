@@ -18,6 +18,11 @@
 #include <memory>
 #include <set>
 
+#include "ui/dialogs/DlgAnimExt.h"
+#include "ui/dialogs/DlgModeleinstellungen.h"
+#include "ui/dialogs/DlgOrigin.h"
+#include "ui/dialogs/FrmEvents.h"
+
 #if __has_include("ui/compile/DlgCompile.h")
 #include "ui/compile/DlgCompile.h"
 #define QUARLE_HAS_DLGCOMPILE 1
@@ -33,12 +38,25 @@ struct Env {
 };
 using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
 
+// A dialog that works through the main window, with a main window of its own
+// that goes with it.
+template <class Dialog> std::unique_ptr<QWidget> WithMain(Env& env) {
+    auto main = std::make_unique<FrmMain>(env.State, env.Services, env.Settings);
+    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
+    main.release()->setParent(dialog.get(), Qt::Window);
+    return dialog;
+}
+
 // Every form that reads a language file and exists so far. Forms still being
 // built elsewhere join as soon as their header is there.
 const std::map<std::string, FormFactory>& Forms() {
     static const std::map<std::string, FormFactory> forms = {
         {"FrmMain",
          [](Env& env) { return std::make_unique<FrmMain>(env.State, env.Services, env.Settings); }},
+        {"DlgModeleinstellungen", WithMain<DlgModeleinstellungen>},
+        {"DlgAnimExt", WithMain<DlgAnimExt>},
+        {"FrmEvents", WithMain<FrmEvents>},
+        {"DlgOrigin", WithMain<DlgOrigin>},
 #ifdef QUARLE_HAS_DLGCOMPILE
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
