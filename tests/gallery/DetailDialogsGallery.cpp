@@ -58,6 +58,7 @@ void DetailDialogsGallery(const QString& folder, const char* languageFile) {
                  .arg(model.path())
                  .toUtf8());
     qc.close();
+    form.WorkFolder = model.path(); // loadbuffer.dat goes there
     form.OpenQcFile(script.toStdString());
     form.TabSmd->setCurrentIndex(1);
     form.LstAnimations->setCurrentRow(1);
