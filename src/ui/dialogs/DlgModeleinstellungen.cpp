@@ -45,8 +45,7 @@ DlgModeleinstellungen::DlgModeleinstellungen(AppState& state, platform::Services
     setWindowTitle(QStringLiteral("Modelleinstellungen"));
 
     Label2 = Control(new QLabel(QStringLiteral("Ma\u00dfstab:"), this), QStringLiteral("Label2"));
-    Label2->setToolTip(
-        QStringLiteral("($scale) - Erstellt das Modell in einem anderen Massstab"));
+    Label2->setToolTip(QStringLiteral("($scale) - Erstellt das Modell in einem anderen Massstab"));
     TxtMassstab = NumberBox(this, "1", "TxtMassstab", 70);
     TxtMassstab->setToolTip(QStringLiteral(
         "Vergr\u00f6ssert oder verkleinert das Originalmodell (1=Originalgr\u00f6\u00dfe)"));
@@ -61,8 +60,8 @@ DlgModeleinstellungen::DlgModeleinstellungen(AppState& state, platform::Services
     for (QLineEdit* eye : {TxtAugenX, TxtAugenY, TxtAugenZ}) {
         eye->setEnabled(false);
     }
-    Label1 = Control(new QLabel(QStringLiteral("Texturhelligkeit:"), this),
-                     QStringLiteral("Label1"));
+    Label1 =
+        Control(new QLabel(QStringLiteral("Texturhelligkeit:"), this), QStringLiteral("Label1"));
     TxtGamma = NumberBox(this, "1.8", "TxtGamma", 70);
     TxtGamma->setToolTip(QStringLiteral("($gamma) - Legt die Helligkeit s\u00e4mtlicher Texturen "
                                         "des Modells fest - Standart ist 1.8"));
@@ -266,8 +265,7 @@ void DlgModeleinstellungen::ChkSequenceGroupSize_Click() {
     if (ChkSequenceGroupSize->isChecked()) {
         TxtSequenceGroupSize->setEnabled(true);
         // An empty box or one above 32767 has no size: the last one stays.
-        if (const std::optional<i16> size =
-                StrictToI16(NumberText(TxtSequenceGroupSize->text()))) {
+        if (const std::optional<i16> size = StrictToI16(NumberText(TxtSequenceGroupSize->text()))) {
             state_.Doc.SequenceGroupSize = *size;
         }
     } else {

@@ -28,9 +28,9 @@ using platform::Control;
 
 namespace {
 
-constexpr int ViewTwips = 2295;   // width and height of each view
-constexpr int TwipsPerUnit = 30;  // one origin unit is two pixels
-constexpr int LastUnit = 1092;    // the most units a working copy can hold
+constexpr int ViewTwips = 2295;  // width and height of each view
+constexpr int TwipsPerUnit = 30; // one origin unit is two pixels
+constexpr int LastUnit = 1092;   // the most units a working copy can hold
 const QColor AxisColour(192, 192, 192);
 const QColor CrossColour(255, 255, 0);
 
@@ -97,8 +97,7 @@ void OriginView::mousePressEvent(QMouseEvent* event) {
 // ---------------------------------------------------------------------------
 // The dialog
 
-DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& main,
-                     QWidget* parent)
+DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgOrigin"));
     setWindowTitle(QStringLiteral("XYZ Verschiebung"));
@@ -121,8 +120,8 @@ DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& mai
     TxtZ = Control(new QLineEdit(QStringLiteral("0"), this), QStringLiteral("TxtZ"));
     TxtZ->setToolTip(QStringLiteral("Z-Verschiebung"));
     OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
-    CancelButton = Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                           QStringLiteral("CancelButton"));
+    CancelButton =
+        Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CancelButton"));
     for (QPushButton* button : {OKButton, CancelButton}) {
         button->setAutoDefault(false);
         button->setMinimumWidth(90);
@@ -183,18 +182,16 @@ AnimRec* DlgOrigin::Current() {
 void DlgOrigin::Form_Load() {
     LoadLanguage();
     const AnimRec* anim = Current();
-    const std::array<i16, 3> record = anim != nullptr
-                                          ? std::array<i16, 3>{anim->OriginX, anim->OriginY,
-                                                               anim->OriginZ}
-                                          : std::array<i16, 3>{0, 0, 0};
+    const std::array<i16, 3> record =
+        anim != nullptr ? std::array<i16, 3>{anim->OriginX, anim->OriginY, anim->OriginZ}
+                        : std::array<i16, 3>{0, 0, 0};
     i16* copies[] = {&state_.OriginEditX, &state_.OriginEditY, &state_.OriginEditZ};
     QLineEdit* boxes[] = {TxtX, TxtY, TxtZ};
     for (std::size_t axis = 0; axis < 3; ++axis) {
         // A number beyond what a view can hold puts the cross at the view's
         // limit; the record keeps it unless the user sets that axis.
         const int units = std::clamp<int>(record[axis], -LastUnit, LastUnit);
-        beyondView_[axis] =
-            units != record[axis] ? std::optional<i16>(record[axis]) : std::nullopt;
+        beyondView_[axis] = units != record[axis] ? std::optional<i16>(record[axis]) : std::nullopt;
         *copies[axis] = static_cast<i16>(units * TwipsPerUnit);
         boxes[axis]->setText(Number(record[axis]));
     }
@@ -246,10 +243,10 @@ void DlgOrigin::TakeNumber(QLineEdit* box, i16& copy, int axis) {
     const std::optional<double> units = StrictNumber(NumberText(box->text()));
     if (!units || std::fabs(*units) > LastUnit) {
         // Nothing to take: the working copy stays, and the user is told why.
-        services_.MsgBox(MessageText(state_, MSG_ORIGIN_NOT_A_NUMBER,
-                                     {box->text(), QString::number(LastUnit)}),
-                         platform::Buttons::Ok, platform::Icon::Exclamation,
-                         QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
+        services_.MsgBox(
+            MessageText(state_, MSG_ORIGIN_NOT_A_NUMBER, {box->text(), QString::number(LastUnit)}),
+            platform::Buttons::Ok, platform::Icon::Exclamation,
+            QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
         return;
     }
     copy = ToCopy(*units * TwipsPerUnit);

@@ -74,8 +74,7 @@ QPushButton* PictureButton(QWidget* form, const char* icon, const char* name) {
 
 } // namespace
 
-FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& main,
-                     QWidget* parent)
+FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("FrmEvents"));
     setWindowTitle(QStringLiteral("Events"));
@@ -98,8 +97,8 @@ FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& mai
     LblFrame = Control(new QLabel(QStringLiteral("Frame:"), this), QStringLiteral("LblFrame"));
     TxtFrame = Control(new QLineEdit(this), QStringLiteral("TxtFrame"));
     TxtFrame->setFixedWidth(64);
-    LblParameter = Control(new QLabel(QStringLiteral("Parameter:"), this),
-                           QStringLiteral("LblParameter"));
+    LblParameter =
+        Control(new QLabel(QStringLiteral("Parameter:"), this), QStringLiteral("LblParameter"));
     TxtParameter = Control(new QLineEdit(this), QStringLiteral("TxtParameter"));
     LblDescription = Control(new QLabel(this), QStringLiteral("LblDescription"));
     LblBeschreibung = Control(new QLabel(this), QStringLiteral("LblBeschreibung"));

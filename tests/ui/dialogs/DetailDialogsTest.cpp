@@ -214,8 +214,7 @@ TEST_F(DetailDialogsTest, AnimationPropertiesReachTheSequenceLine) {
                                   e.LVEvent->topLevelItem(17)->setSelected(true);
                                   e.LVEvent->topLevelItem(4)->setSelected(true);
                                   e.CmdAdd->click(); // in catalogue order
-                                  EXPECT_EQ(Items(e.LstAnimEvents),
-                                            (QStringList{"1004", "5004"}));
+                                  EXPECT_EQ(Items(e.LstAnimEvents), (QStringList{"1004", "5004"}));
                                   Click(e.LstAnimEvents, 0);
                                   Type(e.TxtFrame, "30");
                                   EXPECT_EQ(e.TxtFrame->text(), "12");
@@ -225,8 +224,7 @@ TEST_F(DetailDialogsTest, AnimationPropertiesReachTheSequenceLine) {
              Drive<DlgOrigin>([&] { d.CmdOrigin->click(); },
                               [](DlgOrigin& o) {
                                   // The pixel right of the centre pixel: 30 twips, one unit.
-                                  QTest::mouseClick(o.PicXYVer, Qt::LeftButton, {},
-                                                    QPoint(78, 76));
+                                  QTest::mouseClick(o.PicXYVer, Qt::LeftButton, {}, QPoint(78, 76));
                                   EXPECT_EQ(o.TxtX->text(), "1");
                                   EXPECT_EQ(o.TxtY->text(), "0");
                                   Enter(o.TxtZ, "-3");
@@ -243,8 +241,7 @@ TEST_F(DetailDialogsTest, AnimationPropertiesReachTheSequenceLine) {
         Fresh(c.slot, c.slot == 1 ? "walk" : "run");
         c.before(Anim(c.slot));
         Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); }, c.steps);
-        EXPECT_EQ(Saved({QStringLiteral("$sequence \"") + (c.slot == 1 ? "walk" : "run")}),
-                  c.line);
+        EXPECT_EQ(Saved({QStringLiteral("$sequence \"") + (c.slot == 1 ? "walk" : "run")}), c.line);
     }
     // Without a selected animation the button opens nothing.
     Click(form->LstAnimations, -1);
@@ -269,47 +266,53 @@ TEST_F(DetailDialogsTest, EventsCloseUpAndTheTableStopsAt255) {
         QStringList shown;
         for (int i = 0; i <= walk.EventCount; ++i) {
             const AnimEventRec& e = walk.Events[i];
-            shown.append(QStringLiteral("%1@%2:%3").arg(e.EventId).arg(e.Frame).arg(
-                QString::fromStdString(e.Parameter)));
+            shown.append(QStringLiteral("%1@%2:%3")
+                             .arg(e.EventId)
+                             .arg(e.Frame)
+                             .arg(QString::fromStdString(e.Parameter)));
         }
         return shown.join(' ');
     };
-    Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); }, [&](DlgAnimExt& d) {
-        Drive<FrmEvents>([&] { d.CmdEvents->click(); }, [&](FrmEvents& e) {
-            EXPECT_EQ(Items(e.LstAnimEvents), (QStringList{"1001", "1002", "1003"}));
-            // Before the first click the boxes reach nothing; a click only shows.
-            Type(e.TxtFrame, "7");
-            Type(e.TxtParameter, "z");
-            Click(e.LstAnimEvents, 1);
-            EXPECT_EQ(e.TxtFrame->text(), "3");
-            EXPECT_EQ(e.TxtParameter->text(), "b");
-            EXPECT_EQ(events(), "0@1: 1001@2:a 1002@3:b 1003@4:");
-            // Two rows side by side go in one click; the third moves up whole.
-            test::Select(e.LstAnimEvents, {0, 1});
-            e.CmdDel->click();
-            EXPECT_EQ(Items(e.LstAnimEvents), QStringList{"1003"});
-            EXPECT_EQ(e.TxtFrame->text(), "3") << "the boxes are not cleared";
-            Click(e.LstAnimEvents, 0);
-            EXPECT_EQ(e.TxtFrame->text(), "4");
-            EXPECT_EQ(events(), "0@1: 1003@4:");
-            // A frame equal to the file's last stands; a new event has frame 1.
-            Type(e.TxtFrame, "12");
-            e.LVEvent->topLevelItem(0)->setSelected(true);
-            e.CmdAdd->click();
-            e.CmdAdd->click();
-            EXPECT_EQ(events(), "0@1: 1003@12: 1000@1: 1000@1:");
-            // At 255 events the next is refused, the table kept.
-            walk.EventCount = 254;
-            services.QueueMsgBox(Answer::Ok);
-            e.CmdAdd->click();
-            EXPECT_EQ(walk.EventCount, 255);
-            e.CmdAdd->click();
-            EXPECT_EQ(walk.EventCount, 255);
-            EXPECT_EQ(e.LstAnimEvents->count(), 4);
-            e.CmdOK->click();
+    Drive<DlgAnimExt>(
+        [&] { form->CmdAnimExt->click(); },
+        [&](DlgAnimExt& d) {
+            Drive<FrmEvents>(
+                [&] { d.CmdEvents->click(); },
+                [&](FrmEvents& e) {
+                    EXPECT_EQ(Items(e.LstAnimEvents), (QStringList{"1001", "1002", "1003"}));
+                    // Before the first click the boxes reach nothing; a click only shows.
+                    Type(e.TxtFrame, "7");
+                    Type(e.TxtParameter, "z");
+                    Click(e.LstAnimEvents, 1);
+                    EXPECT_EQ(e.TxtFrame->text(), "3");
+                    EXPECT_EQ(e.TxtParameter->text(), "b");
+                    EXPECT_EQ(events(), "0@1: 1001@2:a 1002@3:b 1003@4:");
+                    // Two rows side by side go in one click; the third moves up whole.
+                    test::Select(e.LstAnimEvents, {0, 1});
+                    e.CmdDel->click();
+                    EXPECT_EQ(Items(e.LstAnimEvents), QStringList{"1003"});
+                    EXPECT_EQ(e.TxtFrame->text(), "3") << "the boxes are not cleared";
+                    Click(e.LstAnimEvents, 0);
+                    EXPECT_EQ(e.TxtFrame->text(), "4");
+                    EXPECT_EQ(events(), "0@1: 1003@4:");
+                    // A frame equal to the file's last stands; a new event has frame 1.
+                    Type(e.TxtFrame, "12");
+                    e.LVEvent->topLevelItem(0)->setSelected(true);
+                    e.CmdAdd->click();
+                    e.CmdAdd->click();
+                    EXPECT_EQ(events(), "0@1: 1003@12: 1000@1: 1000@1:");
+                    // At 255 events the next is refused, the table kept.
+                    walk.EventCount = 254;
+                    services.QueueMsgBox(Answer::Ok);
+                    e.CmdAdd->click();
+                    EXPECT_EQ(walk.EventCount, 255);
+                    e.CmdAdd->click();
+                    EXPECT_EQ(walk.EventCount, 255);
+                    EXPECT_EQ(e.LstAnimEvents->count(), 4);
+                    e.CmdOK->click();
+                });
+            d.OKButton->click();
         });
-        d.OKButton->click();
-    });
     ASSERT_EQ(services.Prompts().size(), 1);
     EXPECT_TRUE(services.Prompts()[0].Text.contains("255"));
     EXPECT_EQ(services.Prompts()[0].Title, "IDS_ERROR");
@@ -329,56 +332,70 @@ TEST_F(DetailDialogsTest, OriginChangesTheRecordOnlyOnOk) {
         int messages = 0;
     };
     const Case cases[] = {
-        {"cancel after clicks and Enter", {4, 5, 6},
+        {"cancel after clicks and Enter",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              QTest::mouseClick(o.PicXYVer, Qt::LeftButton, {}, QPoint(10, 10));
              Enter(o.TxtZ, "9");
              o.CancelButton->click();
          },
-         1, {4, 5, 6}},
-        {"offsets that cancel out clear only the flag", {4, 5, 6},
+         1,
+         {4, 5, 6}},
+        {"offsets that cancel out clear only the flag",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              Enter(o.TxtX, "2");
              Enter(o.TxtY, "-2");
              Enter(o.TxtZ, "0");
              o.OKButton->click();
          },
-         0, {4, 5, 6}},
-        {"the centre of a view is 0; Z stays", {4, 5, 6},
+         0,
+         {4, 5, 6}},
+        {"the centre of a view is 0; Z stays",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              QTest::mouseClick(o.PicXYVer, Qt::LeftButton, {}, QPoint(76, 76));
              EXPECT_EQ(o.TxtX->text(), "0");
              o.OKButton->click();
          },
-         1, {0, 0, 6}},
-        {"the X,Z view sets X and Z and keeps Y", {4, 5, 6},
+         1,
+         {0, 0, 6}},
+        {"the X,Z view sets X and Z and keeps Y",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              QTest::mouseClick(o.PicXZVer, Qt::RightButton, {}, QPoint(74, 80));
              EXPECT_EQ(o.TxtZ->text(), "2"); // 60 twips: 2 units
              o.OKButton->click();
          },
-         1, {-1, 5, 2}},
-        {"a number counts only with Enter", {4, 5, 6},
+         1,
+         {-1, 5, 2}},
+        {"a number counts only with Enter",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              Type(o.TxtX, "5");
              o.OKButton->click();
          },
-         1, {4, 5, 6}},
-        {"Enter without a usable number keeps the copy and says why", {4, 5, 6},
+         1,
+         {4, 5, 6}},
+        {"Enter without a usable number keeps the copy and says why",
+         {4, 5, 6},
          [](DlgOrigin& o) {
              Enter(o.TxtX, "-");
              Enter(o.TxtY, "1093");
              Enter(o.TxtZ, "-1092");
              o.OKButton->click();
          },
-         1, {4, 5, -1092}, 2},
+         1,
+         {4, 5, -1092},
+         2},
         {"a record beyond the views keeps its number; a sum beyond 16 bits counts",
          {2000, 1000, 1000},
          [](DlgOrigin& o) {
              EXPECT_EQ(o.TxtX->text(), "2000");
              o.OKButton->click();
          },
-         1, {2000, 1000, 1000}},
+         1,
+         {2000, 1000, 1000}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -391,10 +408,11 @@ TEST_F(DetailDialogsTest, OriginChangesTheRecordOnlyOnOk) {
         for (int i = 0; i < c.messages; ++i) {
             services.QueueMsgBox(Answer::Ok);
         }
-        Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); }, [&](DlgAnimExt& d) {
-            Drive<DlgOrigin>([&] { d.CmdOrigin->click(); }, c.steps);
-            d.OKButton->click();
-        });
+        Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); },
+                          [&](DlgAnimExt& d) {
+                              Drive<DlgOrigin>([&] { d.CmdOrigin->click(); }, c.steps);
+                              d.OKButton->click();
+                          });
         EXPECT_EQ(walk.OriginOn, c.on);
         EXPECT_EQ((std::array<i16, 3>{walk.OriginX, walk.OriginY, walk.OriginZ}), c.after);
         services.VerifyAllUsed();
@@ -404,23 +422,30 @@ TEST_F(DetailDialogsTest, OriginChangesTheRecordOnlyOnOk) {
 TEST_F(DetailDialogsTest, OriginViewsPaintTheCopyAfterTheTimer) {
     Fresh(1, "walk");
     Anim(1).OriginX = 4; // 120 twips: 8 pixels right of the centre
-    Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); }, [&](DlgAnimExt& d) {
-        Drive<DlgOrigin>([&] { d.CmdOrigin->click(); }, [&](DlgOrigin& o) {
-            EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), -1) << "nothing before Timer1";
-            ASSERT_TRUE(QTest::qWaitFor([&] { return !o.Timer1->isActive(); }, 2000));
-            EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), 84);
-            EXPECT_EQ(CrossColumn(o.PicXZVer->Picture()), 84);
-            EXPECT_EQ(o.PicXYVer->Picture().pixelColor(5, 76), QColor(192, 192, 192));
-            // A press in the X,Z view moves the cross of the X,Y view as well,
-            // and what is shown is what a repaint shows.
-            QTest::mouseClick(o.PicXZVer, Qt::LeftButton, {}, QPoint(60, 76));
-            EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), 60);
-            EXPECT_EQ(o.PicXYVer->grab().toImage().convertToFormat(QImage::Format_RGB32),
-                      o.PicXYVer->Picture());
-            o.CancelButton->click();
+    Drive<DlgAnimExt>(
+        [&] { form->CmdAnimExt->click(); },
+        [&](DlgAnimExt& d) {
+            Drive<DlgOrigin>(
+                [&] { d.CmdOrigin->click(); },
+                [&](DlgOrigin& o) {
+                    if (o.Timer1->isActive()) {
+                        EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), -1)
+                            << "nothing before Timer1";
+                    }
+                    ASSERT_TRUE(QTest::qWaitFor([&] { return !o.Timer1->isActive(); }, 2000));
+                    EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), 84);
+                    EXPECT_EQ(CrossColumn(o.PicXZVer->Picture()), 84);
+                    EXPECT_EQ(o.PicXYVer->Picture().pixelColor(5, 76), QColor(192, 192, 192));
+                    // A press in the X,Z view moves the cross of the X,Y view as well,
+                    // and what is shown is what a repaint shows.
+                    QTest::mouseClick(o.PicXZVer, Qt::LeftButton, {}, QPoint(60, 76));
+                    EXPECT_EQ(CrossColumn(o.PicXYVer->Picture()), 60);
+                    EXPECT_EQ(o.PicXYVer->grab().toImage().convertToFormat(QImage::Format_RGB32),
+                              o.PicXYVer->Picture());
+                    o.CancelButton->click();
+                });
+            d.OKButton->click();
         });
-        d.OKButton->click();
-    });
 }
 
 // ---------------------------------------------------------------------------
@@ -437,8 +462,7 @@ TEST_F(DetailDialogsTest, ModelSettingsReachTheHeadLines) {
         const char* lines;
     };
     const Case cases[] = {
-        {"typed values; ticking the group size stores the box's 64",
-         [](Document&) {},
+        {"typed values; ticking the group size stores the box's 64", [](Document&) {},
          [](DlgModeleinstellungen& m, Document&) {
              EXPECT_EQ(m.TxtSequenceGroupSize->text(), "64");
              EXPECT_FALSE(m.TxtSequenceGroupSize->isEnabled());
@@ -455,8 +479,7 @@ TEST_F(DetailDialogsTest, ModelSettingsReachTheHeadLines) {
          },
          "$scale 2.5|$gamma 2.2|$externaltextures|$eyeposition 1.5 -2 64|"
          "$sequencegroupsize 64"},
-        {"scale and gamma read the number at the start of the text",
-         [](Document&) {},
+        {"scale and gamma read the number at the start of the text", [](Document&) {},
          [](DlgModeleinstellungen& m, Document&) {
              Type(m.TxtGamma, "1.2.3");
              Type(m.TxtMassstab, ".");
@@ -590,15 +613,18 @@ TEST_F(DecimalCommaTest, NumbersShownWithACommaComeBackWhole) {
     Anim(1).BlendMax = 12.5f;
     Anim(1).Scale = 1.5f;
     Anim(1).OriginX = 3;
-    Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); }, [&](DlgAnimExt& d) {
-        EXPECT_EQ(d.TxtLimitMin->text(), "-12,5");
-        EXPECT_EQ(d.TxtAnimRotate->text(), "12,5");
-        Drive<DlgOrigin>([&] { d.CmdOrigin->click(); }, [&](DlgOrigin& o) {
-            Enter(o.TxtY, "2,5"); // 75 twips, OK halves it to the even 2
-            o.OKButton->click();
-        });
-        d.OKButton->click();
-    });
+    Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); },
+                      [&](DlgAnimExt& d) {
+                          EXPECT_EQ(d.TxtLimitMin->text(), "-12,5");
+                          EXPECT_EQ(d.TxtAnimRotate->text(), "12,5");
+                          Drive<DlgOrigin>([&] { d.CmdOrigin->click(); },
+                                           [&](DlgOrigin& o) {
+                                               Enter(o.TxtY,
+                                                     "2,5"); // 75 twips, OK halves it to the even 2
+                                               o.OKButton->click();
+                                           });
+                          d.OKButton->click();
+                      });
     EXPECT_EQ(Saved(HeadLines + QStringList{"$sequence \"walk\""}),
               "$scale 0.25|$gamma 1.5|$sequence \"walk\" \"walk\" \"\" fps 30 origin 3 2 0 "
               "rotate 12,5  scale 1,5 blend XR -12,5 12,5");

@@ -6,6 +6,10 @@
 #include "platform/Reflection.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
+#include "ui/dialogs/DlgAnimExt.h"
+#include "ui/dialogs/DlgModeleinstellungen.h"
+#include "ui/dialogs/DlgOrigin.h"
+#include "ui/dialogs/FrmEvents.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/mainwindow/FrmMain.h"
 
@@ -17,11 +21,6 @@
 #include <map>
 #include <memory>
 #include <set>
-
-#include "ui/dialogs/DlgAnimExt.h"
-#include "ui/dialogs/DlgModeleinstellungen.h"
-#include "ui/dialogs/DlgOrigin.h"
-#include "ui/dialogs/FrmEvents.h"
 
 #if __has_include("ui/compile/DlgCompile.h")
 #include "ui/compile/DlgCompile.h"
