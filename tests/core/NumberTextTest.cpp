@@ -119,5 +119,21 @@ TEST(StrictNumber, WholeTextOrNoValue) {
     EXPECT_EQ(StrictToF32("1e39", '.'), std::nullopt);
 }
 
+TEST(FieldNumber, TheUsersSeparatorReadsAsAPoint) {
+    struct Case {
+        const char* text;
+        char separator;
+        double number;
+    };
+    const Case cases[] = {
+        {"1,8", ',', 1.8},   {"12,5abc", ',', 12.5}, {"1.8", ',', 1.8}, {"1,2,3", ',', 1.2},
+        {"-0,5", ',', -0.5}, {",", ',', 0.0},        {"1,5", '.', 1.0}, {"1.2.3", '.', 1.2},
+        {".", '.', 0.0},     {"", ',', 0.0},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(FieldNumber(c.text, c.separator), c.number) << c.text << " " << c.separator;
+    }
+}
+
 } // namespace
 } // namespace quarle

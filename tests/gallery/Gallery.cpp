@@ -20,6 +20,8 @@ void PagesGallery(const QString& folder, const char* languageFile);
 void CompileRunGallery(const QString& folder, const char* languageFile);
 // The texture variations and render modes (TexturesGallery.cpp).
 void TexturesGallery(const QString& folder, const char* languageFile);
+// The model settings and the dialogs of one animation (DetailDialogsGallery.cpp).
+void DetailDialogsGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -121,6 +123,7 @@ int main(int argc, char** argv) {
         PagesGallery(folder, language.file);
         CompileRunGallery(folder, language.file);
         TexturesGallery(folder, language.file);
+        DetailDialogsGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

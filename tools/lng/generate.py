@@ -576,6 +576,10 @@ GERMAN_MESSAGES = {
                          "keine Rendermodes bekommen.",
     "MSG_NO_BITMAPS": "Der Texturenordner „%1“ enthält keine Bitmaps (*.bmp). Bitte wähle zuerst "
                       "im Hauptfenster einen Texturenordner mit Bitmaps.",
+    "MSG_EVENTS_FULL": "Diese Animation hat schon %1 Events, mehr kann eine Animation nicht "
+                       "aufnehmen. Es wurde kein Event hinzugefügt.",
+    "MSG_ORIGIN_NOT_A_NUMBER": "„%1“ ist keine Verschiebung. Bitte gib eine Zahl von -%2 bis %2 "
+                               "ein und drücke Enter; die Verschiebung bleibt, wie sie war.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -1,5 +1,7 @@
 #include "document/NumberText.h"
 
+#include "document/Text.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -267,6 +269,19 @@ std::optional<f32> StrictToF32(std::string_view text, char decimalSeparator) {
         return std::nullopt;
     }
     return static_cast<f32>(*value);
+}
+
+double FieldNumber(std::string_view text, char decimalSeparator) {
+    if (decimalSeparator == '.') {
+        return TextToNumber(text);
+    }
+    std::string pointed(text);
+    for (char& c : pointed) {
+        if (c == decimalSeparator) {
+            c = '.';
+        }
+    }
+    return TextToNumber(pointed);
 }
 
 } // namespace quarle

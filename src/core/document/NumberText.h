@@ -58,4 +58,11 @@ std::optional<i16> StrictToI16(std::string_view text,
 std::optional<f32> StrictToF32(std::string_view text,
                                char decimalSeparator = SystemDecimalSeparator());
 
+// TextToNumber for the fields that show their number with FloatToText: the
+// same reading (it never fails, it reads the number at the start of the
+// text, "1.2.3" is 1.2), but the user's decimal separator counts as a point
+// too, so that "1,8" shown on a decimal-comma system comes back as 1.8 and
+// not as 1. With a point locale it is TextToNumber as it stands ("1,5" is 1).
+double FieldNumber(std::string_view text, char decimalSeparator = SystemDecimalSeparator());
+
 } // namespace quarle

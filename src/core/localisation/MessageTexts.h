@@ -95,6 +95,11 @@ enum Msg : int {
     MSG_TEXTURE_PARTS_UNREADABLE,
     MSG_TEXTURES_FULL,
     MSG_NO_BITMAPS,
+    // The event editor's refusal at the end of an animation's events; %1 is the limit.
+    MSG_EVENTS_FULL,
+    // Enter in a box of the origin dialog that holds no usable number: %1
+    // the text, %2 the largest offset.
+    MSG_ORIGIN_NOT_A_NUMBER,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -199,6 +204,12 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_NO_BITMAPS, "MSG_NO_BITMAPS",
      "The texture folder \"%1\" holds no bitmaps (*.bmp). Choose a texture folder with "
      "bitmaps in the main window first."},
+    {MSG_EVENTS_FULL, "MSG_EVENTS_FULL",
+     "This animation already has %1 events, the most an animation can hold. No event was "
+     "added."},
+    {MSG_ORIGIN_NOT_A_NUMBER, "MSG_ORIGIN_NOT_A_NUMBER",
+     "\"%1\" is not an offset. Please enter a number from -%2 to %2 and press Enter; the "
+     "offset stays as it was."},
 }};
 
 namespace detail {

@@ -8,6 +8,7 @@
 // keep so.
 #include "document/Paths.h"
 #include "document/SmdScan.h"
+#include "ui/dialogs/DlgAnimExt.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 
@@ -268,8 +269,9 @@ void FrmMain::CmdAnimExt_Click() {
     if (LstAnimations->currentRow() < 0) {
         return;
     }
-    // DlgAnimExt, the properties of the animation on show, opens here once
-    // it exists.
+    DlgAnimExt dialog(state_, services_, *this, this);
+    connect(&dialog, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    dialog.exec();
 }
 
 } // namespace quarle::ui

@@ -6,6 +6,10 @@
 #include "platform/Reflection.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
+#include "ui/dialogs/DlgAnimExt.h"
+#include "ui/dialogs/DlgModeleinstellungen.h"
+#include "ui/dialogs/DlgOrigin.h"
+#include "ui/dialogs/FrmEvents.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/mainwindow/FrmMain.h"
 
@@ -33,12 +37,25 @@ struct Env {
 };
 using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
 
+// A dialog that works through the main window, with a main window of its own
+// that goes with it.
+template <class Dialog> std::unique_ptr<QWidget> WithMain(Env& env) {
+    auto main = std::make_unique<FrmMain>(env.State, env.Services, env.Settings);
+    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
+    main.release()->setParent(dialog.get(), Qt::Window);
+    return dialog;
+}
+
 // Every form that reads a language file and exists so far. Forms still being
 // built elsewhere join as soon as their header is there.
 const std::map<std::string, FormFactory>& Forms() {
     static const std::map<std::string, FormFactory> forms = {
         {"FrmMain",
          [](Env& env) { return std::make_unique<FrmMain>(env.State, env.Services, env.Settings); }},
+        {"DlgModeleinstellungen", WithMain<DlgModeleinstellungen>},
+        {"DlgAnimExt", WithMain<DlgAnimExt>},
+        {"FrmEvents", WithMain<FrmEvents>},
+        {"DlgOrigin", WithMain<DlgOrigin>},
 #ifdef QUARLE_HAS_DLGCOMPILE
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},

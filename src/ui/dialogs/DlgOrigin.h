@@ -1,0 +1,98 @@
+// The origin of one animation: two views, X,Y and X,Z, into which the user
+// clicks, or three boxes whose number counts when Enter is pressed. Unlike
+// the other dialogs of an animation it works on a copy (OriginEditX/Y/Z of
+// AppState, in twips of the views: 30 to an origin unit), and the record
+// changes only with OKButton.
+#pragma once
+
+#include "ui/localisation/LocalisedDialog.h"
+
+#include <QImage>
+#include <QWidget>
+#include <array>
+#include <optional>
+
+class QLabel;
+class QLineEdit;
+class QTimer;
+
+namespace quarle {
+struct AnimRec;
+}
+
+namespace quarle::ui {
+
+class FrmMain;
+
+// A black picture box of the origin dialog: it shows what was last drawn
+// into it (kept in an image, so that covering and uncovering the dialog
+// shows the same), draws in twips, and reports a press in twips.
+class OriginView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit OriginView(QWidget* parent);
+
+    int ScaleWidth() const;  // twips
+    int ScaleHeight() const; // twips
+    void Cls();
+    void Line(double x1, double y1, double x2, double y2, QColor color);
+    const QImage& Picture() const { return picture_; }
+
+signals:
+    // A press of any button at (x, y) in twips from the top left corner.
+    void MouseDown(double x, double y);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    QImage picture_;
+};
+
+class DlgOrigin : public LocalisedDialog {
+    Q_OBJECT
+
+public:
+    DlgOrigin(AppState& state, platform::Services& services, FrmMain& main,
+              QWidget* parent = nullptr);
+    ~DlgOrigin() override;
+
+    QLabel* Label4 = nullptr;
+    OriginView* PicXYVer = nullptr;
+    QLabel* Label5 = nullptr;
+    OriginView* PicXZVer = nullptr;
+    QLabel* Label1 = nullptr;
+    QLineEdit* TxtX = nullptr;
+    QLabel* Label2 = nullptr;
+    QLineEdit* TxtY = nullptr;
+    QLabel* Label3 = nullptr;
+    QLineEdit* TxtZ = nullptr;
+    QPushButton* OKButton = nullptr;
+    QPushButton* CancelButton = nullptr;
+    QTimer* Timer1 = nullptr;
+
+    void Timer1_Timer();
+    void PicXYVer_MouseDown(double x, double y);
+    void PicXZVer_MouseDown(double x, double y);
+    void TxtX_KeyPress(int& keyAscii);
+    void TxtY_KeyPress(int& keyAscii);
+    void TxtZ_KeyPress(int& keyAscii);
+    void OKButton_Click();
+    void CancelButton_Click();
+
+private:
+    void Form_Load();
+    void DrawOrigin();
+    AnimRec* Current();
+    // Enter in a box: the working copy of the axis takes the box's number.
+    void TakeNumber(QLineEdit* box, i16& copy, int axis);
+
+    FrmMain& main_;
+    // The record's number of an axis whose working copy cannot hold it
+    // (beyond 1092 units either way), until the user sets that axis.
+    std::array<std::optional<i16>, 3> beyondView_{};
+};
+
+} // namespace quarle::ui
