@@ -141,13 +141,13 @@ TEST(Skeleton, ToolPrintsTheBonesOfAReferenceMeshInBothVariants) {
               "0 \"Bip01\" -1 0 38 0\n1 \"Bip01 Pelvis\" 0 0 38 0\n2 \"Bip01 Spine\" 1 0 42 0\n"
               "3 \"Bip01 Spine1\" 2 0 48 0\n4 \"Bip01 Neck\" 3 0 58 0");
     EXPECT_NE(run.Out.find("\n21 \"Bip01 R Toe0\" 19 -4 1 4\n"), std::string::npos) << run.Out;
-    EXPECT_TRUE(run.Out.ends_with("\nrange -8.77 69.7777\n")) << run.Out;
+    EXPECT_TRUE(run.Out.ends_with("\nrange -29.98 69.9898\n")) << run.Out;
 
     run = testing::RunTool({"skeleton", qc, "--for", "controller"});
     ASSERT_EQ(run.Status, 0) << run.Err;
     EXPECT_TRUE(run.Out.starts_with("0 \"Bip01\" -1 38 0 0\n")) << run.Out;
     EXPECT_NE(run.Out.find("\n21 \"Bip01 R Toe0\" 19 1 -4 -4\n"), std::string::npos) << run.Out;
-    EXPECT_TRUE(run.Out.ends_with("\nrange -13 74\n")) << run.Out;
+    EXPECT_TRUE(run.Out.ends_with("\nrange -34 74\n")) << run.Out;
 
     EXPECT_EQ(testing::RunTool({"skeleton", dir.Write("none.qc", "$cd \"/nowhere\"\r\n"
                                                                  "$body body \"x\"\r\n")})

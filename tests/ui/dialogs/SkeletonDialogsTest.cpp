@@ -88,7 +88,7 @@ TEST_F(SkeletonDialogs, AttachmentsPickBonesAndAreWritten) {
         PickBone(d.TxtBone, "Bip01 R Hand");
         EXPECT_EQ(QStringList({d.TxtBoneX->text(), d.TxtBoneY->text(), d.TxtBoneZ->text(),
                                d.TxtParent->text()}),
-                  QStringList({"-8", "36", "0", "Bip01 R Forearm"}));
+                  QStringList({"-29", "57", "0", "Bip01 R Forearm"}));
         EXPECT_NE(d.PicXY->Picture(), head);
         PickBone(d.TxtBone, "Bip01 Head");
         EXPECT_EQ(d.PicXY->Picture(), head) << "the hand is grey again, the head red";
