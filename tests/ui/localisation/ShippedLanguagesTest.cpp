@@ -23,6 +23,9 @@
 #define QUARLE_HAS_DLGCOMPILE 1
 #endif
 
+#include "ui/dialogs/DlgBindung.h"
+#include "ui/dialogs/DlgController.h"
+
 namespace quarle::ui {
 namespace {
 
@@ -32,6 +35,14 @@ struct Env {
     platform::SettingsStore& Settings;
 };
 using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
+
+// A dialog that takes the main window, with a main window that goes with it.
+template <class Dialog> std::unique_ptr<QWidget> WithMainWindow(Env& env) {
+    auto* main = new FrmMain(env.State, env.Services, env.Settings);
+    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
+    QObject::connect(dialog.get(), &QObject::destroyed, [main] { delete main; });
+    return dialog;
+}
 
 // Every form that reads a language file and exists so far. Forms still being
 // built elsewhere join as soon as their header is there.
@@ -43,6 +54,8 @@ const std::map<std::string, FormFactory>& Forms() {
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
 #endif
+        {"DlgBindung", WithMainWindow<DlgBindung>},
+        {"DlgController", WithMainWindow<DlgController>},
     };
     return forms;
 }
