@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QRadioButton>
+#include <QTimer>
 
 namespace quarle::ui {
 namespace {
@@ -161,6 +162,20 @@ TEST_F(SkeletonDialogs, ControllersTakeAxisLimitsAndADraggedDial) {
     });
     EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" YR 90 -30",
                                                  "$controller 1 \"Bip01 Neck\" ZR -10 12.5"}));
+}
+
+// A reference mesh that has gone missing leaves the bone list empty; the
+// dialogs open, paint and take typed bone names all the same.
+TEST_F(SkeletonDialogs, WithoutTheReferenceFileTheDialogsStillWork) {
+    ASSERT_TRUE(QFile::remove(InModels("humanoid.smd")));
+    Work<DlgController>([](DlgController& d) {
+        EXPECT_EQ(d.TxtBone->count(), 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !d.Timer1->isActive(); }, 2000));
+        d.ChkCtrlAktiv->click();
+        QTest::keyClicks(d.TxtBone->lineEdit(), QStringLiteral("Bip01 Head"));
+        EXPECT_TRUE(d.TxtParent->text().isEmpty());
+    });
+    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" XR 0 0"}));
 }
 
 } // namespace
