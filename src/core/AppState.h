@@ -4,6 +4,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "document/Skeleton.h"
 #include "localisation/MessageTexts.h"
 
 #include <array>
@@ -34,6 +35,8 @@ struct AppState {
     i16 OriginEditX = 0;
     i16 OriginEditY = 0;
     i16 OriginEditZ = 0;
+    // The bone tree of the skeleton dialogs; not part of the document.
+    SkeletonTables Skeleton;
 };
 
 } // namespace quarle

@@ -22,6 +22,8 @@ void CompileRunGallery(const QString& folder, const char* languageFile);
 void TexturesGallery(const QString& folder, const char* languageFile);
 // The model settings and the dialogs of one animation (DetailDialogsGallery.cpp).
 void DetailDialogsGallery(const QString& folder, const char* languageFile);
+// The attachment and controller dialogs on a skeleton (SkeletonGallery.cpp).
+void SkeletonGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -124,6 +126,7 @@ int main(int argc, char** argv) {
         CompileRunGallery(folder, language.file);
         TexturesGallery(folder, language.file);
         DetailDialogsGallery(folder, language.file);
+        SkeletonGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

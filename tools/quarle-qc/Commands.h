@@ -12,5 +12,6 @@ using Args = std::vector<std::string>;
 int RunScan(const Args& args);      // scan DIR
 int RunRoundtrip(const Args& args); // roundtrip IN.qc OUT.qc [--missing=keep|refuse]
 int RunCheck(const Args& args);     // check IN.qc [--language FILE]
+int RunSkeleton(const Args& args);  // skeleton MODEL.qc [--for attachment|controller]
 
 } // namespace quarle::qc

@@ -17,6 +17,7 @@ constexpr Command Commands[] = {
     {"scan", "scan DIR", quarle::qc::RunScan},
     {"roundtrip", "roundtrip IN.qc OUT.qc [--missing=keep|refuse]", quarle::qc::RunRoundtrip},
     {"check", "check IN.qc [--language FILE]", quarle::qc::RunCheck},
+    {"skeleton", "skeleton MODEL.qc [--for attachment|controller]", quarle::qc::RunSkeleton},
 };
 
 int Usage() {

@@ -27,6 +27,9 @@
 #define QUARLE_HAS_DLGCOMPILE 1
 #endif
 
+#include "ui/dialogs/DlgBindung.h"
+#include "ui/dialogs/DlgController.h"
+
 namespace quarle::ui {
 namespace {
 
@@ -43,6 +46,11 @@ template <class Dialog> std::unique_ptr<QWidget> WithMain(Env& env) {
     auto main = std::make_unique<FrmMain>(env.State, env.Services, env.Settings);
     auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
     main.release()->setParent(dialog.get(), Qt::Window);
+// A dialog that takes the main window, with a main window that goes with it.
+template <class Dialog> std::unique_ptr<QWidget> WithMainWindow(Env& env) {
+    auto* main = new FrmMain(env.State, env.Services, env.Settings);
+    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
+    QObject::connect(dialog.get(), &QObject::destroyed, [main] { delete main; });
     return dialog;
 }
 
@@ -60,6 +68,8 @@ const std::map<std::string, FormFactory>& Forms() {
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
 #endif
+        {"DlgBindung", WithMainWindow<DlgBindung>},
+        {"DlgController", WithMainWindow<DlgController>},
     };
     return forms;
 }

@@ -1,0 +1,111 @@
+// What the attachment and the controller dialog share: the two views of the
+// skeleton, the bone list and the boxes that describe the picked bone.
+//
+// A view keeps everything painted on it in a picture of its own and is never
+// cleared: later paint covers earlier paint, which is how a bone that was
+// marked in red turns grey again. Covering and uncovering the dialog shows
+// the same picture.
+#pragma once
+
+#include "document/Skeleton.h"
+#include "ui/localisation/LocalisedDialog.h"
+
+#include <QImage>
+#include <QWidget>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QTimer;
+
+namespace quarle::ui {
+
+class FrmMain;
+
+// A grey picture box that draws in twips and keeps what it drew.
+class SkeletonPicture : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int WidthTwips = 2655;
+    static constexpr int HeightTwips = 2535;
+
+    explicit SkeletonPicture(QWidget* parent = nullptr);
+
+    void Line(double x1, double y1, double x2, double y2, const QColor& colour);
+    void Circle(double x, double y, double radius, const QColor& colour);
+
+    // What the view shows, for tests and the gallery.
+    const QImage& Picture() const { return picture_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage picture_;
+};
+
+class SkeletonDialog : public LocalisedDialog {
+    Q_OBJECT
+
+public:
+    QLabel* Label6 = nullptr;
+    SkeletonPicture* PicXY = nullptr;
+    QLabel* Label7 = nullptr;
+    SkeletonPicture* PicXZ = nullptr;
+    QComboBox* TxtBone = nullptr;
+    QGroupBox* Frame2 = nullptr;
+    QLabel* Label8 = nullptr;
+    QLineEdit* TxtBoneX = nullptr;
+    QLabel* Label9 = nullptr;
+    QLineEdit* TxtBoneY = nullptr;
+    QLabel* Label10 = nullptr;
+    QLineEdit* TxtBoneZ = nullptr;
+    QLabel* Label11 = nullptr;
+    QLineEdit* TxtParent = nullptr;
+    QTimer* Timer1 = nullptr;
+
+    // Paints every bone in grey (and, for attachments, the axes through 0);
+    // stops Timer1.
+    void DrawSkeleton();
+    // The click on a bone of TxtBone: everything grey, the name stored, the
+    // picked bone and the line to its parent in dark red, its boxes filled.
+    void ShowBone();
+    void Timer1_Timer();
+
+protected:
+    SkeletonDialog(AppState& state, platform::Services& services, SkeletonVariant variant,
+                   QWidget* parent);
+
+    // The shared controls, created and registered at this point of the
+    // form's order; the caller lays them out.
+    void CreateSkeletonControls();
+    // The views and the bone box, as laid out in both dialogs.
+    QWidget* SkeletonPanel();
+
+    // LoadSkeleton: the tables read afresh and TxtBone filled. The
+    // controller dialog runs the start values on their own first.
+    void LoadSkeleton();
+    void ContinueSkeleton();
+
+    // TxtBone's text, written to the bone name of the item being edited.
+    virtual void StoreBoneName(const QString& text) = 0;
+    void TxtBone_Change(const QString& text);
+
+    // The index of the bone whose entry is selected and shown; -1 when no
+    // entry is, or the text was typed over.
+    int SelectedBone() const;
+    // Sets TxtBone's text without a change event reaching the tables twice;
+    // selects the entry of that name when there is one.
+    void SetBoneText(const std::string& name, bool selectEntry);
+    // Selects the entry of the bone with this name; false when there is none.
+    bool SelectBoneEntry(const std::string& name);
+
+    SkeletonVariant variant_;
+
+private:
+    double Screen(double scale, double value) const;
+};
+
+} // namespace quarle::ui

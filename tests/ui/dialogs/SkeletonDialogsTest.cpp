@@ -1,0 +1,182 @@
+// The attachment and controller dialogs driven as a user reaches them: a
+// model with a humanoid skeleton is opened, the dialog opened and worked,
+// closed, the script saved, and its $attachment and $controller lines
+// compared with what the user set.
+#include "support/MainWindowFixture.h"
+#include "ui/dialogs/DlgBindung.h"
+#include "ui/dialogs/DlgController.h"
+#include "ui/dialogs/LimitsDial.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QRadioButton>
+#include <QTimer>
+
+namespace quarle::ui {
+namespace {
+
+using test::Pick;
+
+class SkeletonDialogs : public test::MainWindowFixture {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/skeleton/humanoid.smd"),
+                                InModels("humanoid.smd")));
+        const QByteArray folder = models.path().toUtf8();
+        test::WriteFile(InModels("humanoid.qc"),
+                        "$modelname \"humanoid.mdl\"\r\n$cd \"" + folder + "\"\r\n$cdtexture \"" +
+                            folder + "\"\r\n$body body \"humanoid\"\r\n");
+        Start(Texts::Keys);
+        services.QueueOpen(Pick(InModels("humanoid.qc")));
+        form->MnuDateiOeffnen->trigger();
+        ASSERT_EQ(Doc().BodyGroups[1].Parts[1], "humanoid");
+    }
+
+    // Opens the dialog as the user does and runs the script on it.
+    template <class Dialog> void Work(const std::function<void(Dialog&)>& script) {
+        test::ModalScript modal([&](QWidget* w) {
+            auto* dialog = qobject_cast<Dialog*>(w);
+            ASSERT_NE(dialog, nullptr);
+            script(*dialog);
+            QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+        });
+        Dialog(*state, services, *form, form.get()).exec();
+        ASSERT_TRUE(modal.Ran());
+    }
+
+    // The lines of the saved script that start with the directive.
+    QStringList Saved(const char* directive) {
+        form->MnuDateiSpeichern->trigger();
+        QStringList lines;
+        for (const QByteArray& line : test::ReadFile(InModels("humanoid.qc")).split('\n')) {
+            if (line.startsWith(directive)) {
+                lines.append(QString::fromLatin1(line.trimmed()));
+            }
+        }
+        return lines;
+    }
+};
+
+// A click on a bone in the list.
+void PickBone(QComboBox* bones, const char* name) {
+    const int i = bones->findText(QString::fromLatin1(name));
+    ASSERT_GE(i, 0) << name;
+    bones->setCurrentIndex(i);
+    emit bones->activated(i);
+}
+
+void Retype(QLineEdit* box, const char* keys) {
+    box->selectAll();
+    QTest::keyClick(box, Qt::Key_Backspace);
+    QTest::keyClicks(box, QString::fromLatin1(keys));
+}
+
+TEST_F(SkeletonDialogs, AttachmentsPickBonesAndAreWritten) {
+    Work<DlgBindung>([](DlgBindung& d) {
+        EXPECT_EQ(d.TxtBone->count(), 23);
+        EXPECT_EQ(d.CmbBindung->currentText(), "Bndg.-Nr.0");
+        EXPECT_FALSE(d.TxtBone->isEnabled()) << "an inactive attachment";
+        EXPECT_FALSE(d.TxtBindungX->isEnabled());
+
+        d.ChkBndgAktiv->click();
+        ASSERT_TRUE(d.TxtBone->isEnabled());
+        EXPECT_TRUE(d.TxtBoneX->text().isEmpty()) << "ticking marks no bone";
+        PickBone(d.TxtBone, "Bip01 Head");
+        const QImage head = d.PicXY->Picture();
+        PickBone(d.TxtBone, "Bip01 R Hand");
+        EXPECT_EQ(QStringList({d.TxtBoneX->text(), d.TxtBoneY->text(), d.TxtBoneZ->text(),
+                               d.TxtParent->text()}),
+                  QStringList({"-29", "57", "0", "Bip01 R Forearm"}));
+        EXPECT_NE(d.PicXY->Picture(), head);
+        PickBone(d.TxtBone, "Bip01 Head");
+        EXPECT_EQ(d.PicXY->Picture(), head) << "the hand is grey again, the head red";
+        PickBone(d.TxtBone, "Bip01");
+        EXPECT_EQ(d.TxtParent->text(), "IDS_NONE");
+        PickBone(d.TxtBone, "Bip01 R Hand");
+        Retype(d.TxtBindungX, "1,5"); // a comma is typed as a point
+        Retype(d.TxtBindungY, "-2x");
+        Retype(d.TxtBindungZ, "3");
+
+        // Typed text names no attachment: nothing reaches the tables.
+        d.CmbBindung->setEditText(QStringLiteral("Bndg.-Nr.9"));
+        Retype(d.TxtBindungZ, "77");
+        d.ChkBndgAktiv->click();
+
+        d.CmbBindung->setEditText(QStringLiteral("Bndg.-Nr.2")); // typed whole, it picks
+        EXPECT_FALSE(d.ChkBndgAktiv->isChecked());
+        EXPECT_EQ(d.TxtBindungX->text(), "0");
+        d.ChkBndgAktiv->click();
+        d.TxtBone->setEditText(QString());
+        QTest::keyClicks(d.TxtBone->lineEdit(), QStringLiteral("Custom Bone"));
+        Retype(d.TxtBindungZ, "-");
+
+        d.CmbBindung->setCurrentIndex(0);
+        EXPECT_EQ(d.TxtBindungX->text(), "1.5");
+        EXPECT_EQ(d.TxtBone->currentText(), "Bip01 R Hand");
+    });
+    EXPECT_EQ(Saved("$attachment"), QStringList({"$attachment 0 \"Bip01 R Hand\" 1.5 -2 3",
+                                                 "$attachment 2 \"Custom Bone\" 0 0 0"}));
+}
+
+// A drag on the dial with a button held, as the user moves the pointer.
+void Drag(LimitsDial* dial, Qt::MouseButtons held, int y) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(20, y), dial->mapToGlobal(QPointF(20, y)),
+                     Qt::NoButton, held, Qt::NoModifier);
+    QApplication::sendEvent(dial, &move);
+}
+
+TEST_F(SkeletonDialogs, ControllersTakeAxisLimitsAndADraggedDial) {
+    Doc().Controllers[1] = {1, 2, -10, 12.5f};
+    Doc().ControllerBones[1] = "Bip01 Neck";
+    Work<DlgController>([](DlgController& d) {
+        EXPECT_FALSE(d.FrameCtrl->isEnabled());
+        EXPECT_TRUE(d.TxtBone->isEnabled()) << "the bone stays free to pick";
+        d.ChkCtrlAktiv->click();
+        PickBone(d.TxtBone, "Bip01 Head");
+        EXPECT_EQ(QStringList({d.TxtBoneX->text(), d.TxtBoneY->text(), d.TxtBoneZ->text(),
+                               d.TxtParent->text()}),
+                  QStringList({"62", "0", "0", "Bip01 Neck"}));
+        d.CtrlAchse[1]->click();
+
+        Drag(d.PicLimits, Qt::LeftButton, 30); // 450 twips down: 90 degrees
+        Drag(d.PicLimits, Qt::RightButton, 15);
+        Drag(d.PicLimits, Qt::NoButton, 59);
+        EXPECT_EQ(d.TxtLimitMin->text(), "90");
+        EXPECT_EQ(d.TxtLimitMax->text(), "45");
+        const QImage dial = d.PicLimits->grab().toImage();
+        EXPECT_EQ(dial.pixelColor(30, 50), QColor(255, 0, 0)) << "90 points straight down";
+        EXPECT_EQ(dial.pixelColor(40, 40), QColor(0, 0, 255));
+        Retype(d.TxtLimitMax, "-30x");
+
+        d.CmbController->setCurrentIndex(1);
+        EXPECT_TRUE(d.FrameCtrl->isEnabled());
+        EXPECT_TRUE(d.CtrlAchse[2]->isChecked());
+        EXPECT_EQ(d.TxtLimitMax->text(), "12.5");
+        EXPECT_EQ(d.TxtParent->text(), "Bip01 Spine1") << "the stored bone is marked";
+        d.CmbController->setCurrentIndex(2);
+        EXPECT_FALSE(d.FrameCtrl->isEnabled());
+        EXPECT_EQ(d.TxtLimitMin->text(), "0");
+    });
+    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" YR 90 -30",
+                                                 "$controller 1 \"Bip01 Neck\" ZR -10 12.5"}));
+}
+
+// A reference mesh that has gone missing leaves the bone list empty; the
+// dialogs open, paint and take typed bone names all the same.
+TEST_F(SkeletonDialogs, WithoutTheReferenceFileTheDialogsStillWork) {
+    ASSERT_TRUE(QFile::remove(InModels("humanoid.smd")));
+    Work<DlgController>([](DlgController& d) {
+        EXPECT_EQ(d.TxtBone->count(), 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !d.Timer1->isActive(); }, 2000));
+        d.ChkCtrlAktiv->click();
+        QTest::keyClicks(d.TxtBone->lineEdit(), QStringLiteral("Bip01 Head"));
+        EXPECT_TRUE(d.TxtParent->text().isEmpty());
+    });
+    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" XR 0 0"}));
+}
+
+} // namespace
+} // namespace quarle::ui
