@@ -237,5 +237,261 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     EXPECT_EQ(Save().toStdString(), golden.arg(models.path()).toStdString());
 }
 
+TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
+    auto steps = BaseSteps();
+    steps.push_back(On<Wizard5>([](Wizard5& p) { Press(p.CmdZurueck); }));
+    steps.push_back(On<Wizard4>([](Wizard4& p) {
+        EXPECT_EQ(p.TxtWiz4Massstab->text(), "0.5");
+        EXPECT_EQ(p.TxtWiz4AugenZ->text(), "64");
+        Retype(p.TxtWiz4Massstab, "2");
+        // Ticking again shows 0 whatever was typed before.
+        p.ChkWiz4Augen->click();
+        EXPECT_EQ(p.TxtWiz4AugenX->text(), "X");
+        p.ChkWiz4Augen->click();
+        EXPECT_EQ(p.TxtWiz4AugenZ->text(), "0");
+        Press(p.CmdZurueck);
+    }));
+    steps.push_back(On<Wizard3>([](Wizard3& p) {
+        EXPECT_EQ(p.TxtWiz3Referenzmodel->text(), "robot_ref.smd");
+        EXPECT_EQ(p.LstFiles->count(), 3) << "listed once, not twice";
+        Press(p.CmdZurueck);
+    }));
+    steps.push_back(On<Wizard2>([this](Wizard2& p) {
+        EXPECT_EQ(p.TxtWiz2Modelpfad->text(), models.path());
+        Press(p.CmdWeiter);
+    }));
+    steps.push_back(On<Wizard3>([](Wizard3& p) {
+        const auto found = p.LstFiles->findItems("robot_head.smd", Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1);
+        const QPoint at = p.LstFiles->visualItemRect(found.first()).center();
+        QTest::mouseClick(p.LstFiles->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(p.LstFiles->viewport(), Qt::LeftButton, {}, at);
+        EXPECT_EQ(p.TxtWiz3Referenzmodel->text(), "robot_head.smd");
+        Press(p.CmdWeiter);
+    }));
+    steps.push_back(On<Wizard4>([](Wizard4& p) { Press(p.CmdWeiter); }));
+    steps.push_back(On<Wizard5>([](Wizard5& p) {
+        // The summary was built when the page loaded and stays so.
+        EXPECT_EQ(p.LstSumm->item(6)->text(), "IDS_SCALE: 0.5");
+        Press(p.CmdFertig);
+    }));
+    Run(form->MnuWizardsGrWiz, std::move(steps));
+    EXPECT_EQ(Doc().ModelScale, 2.0f);
+    EXPECT_EQ(Doc().EyeZ, 0.0f);
+    EXPECT_EQ(Doc().BodyGroups[1].Parts[1], "robot_head");
+
+    ShowPage(1);
+    steps = AnimSteps("walk", "walk.smd", "ACT_WALK 1", true, false);
+    steps.push_back(On<AnimWiz5>([](AnimWiz5& p) { Press(p.CmdZurueck); }));
+    steps.push_back(On<AnimWiz4>([](AnimWiz4& p) {
+        EXPECT_EQ(p.TxtAnimWiz4FpS->text(), "15");
+        EXPECT_EQ(p.TxtAnimWiz4FrameStart->text(), "2");
+        Press(p.CmdZurueck);
+    }));
+    steps.push_back(On<AnimWiz3>([](AnimWiz3& p) {
+        EXPECT_EQ(p.CmbAnimWiz3AnimID->currentText(), "ACT_WALK 1");
+        Press(p.CmdZurueck);
+    }));
+    steps.push_back(On<AnimWiz2>([](AnimWiz2& p) {
+        EXPECT_EQ(p.LstFiles->count(), 7) << "listed once, not twice";
+        EXPECT_EQ(p.TxtAnimWiz2AnimModel->text(), "walk.smd");
+        test::SelectText(p.LstFiles, "run.smd");
+        Press(p.CmdAssignAnimation);
+        Press(p.CmdZurueck);
+    }));
+    steps.push_back(On<AnimWiz1>([](AnimWiz1& p) {
+        EXPECT_EQ(p.TxtAnimWiz1AnimName->text(), "walk");
+        Retype(p.TxtAnimWiz1AnimName, "renn");
+        Press(p.CmdWeiter);
+    }));
+    steps.push_back(On<AnimWiz2>([](AnimWiz2& p) { Press(p.CmdWeiter); }));
+    steps.push_back(On<AnimWiz3>([](AnimWiz3& p) { Press(p.CmdWeiter); }));
+    steps.push_back(On<AnimWiz4>([](AnimWiz4& p) {
+        // The end box shows the last frame of the file chosen now.
+        EXPECT_EQ(p.TxtAnimWiz4FrameEnd->text(), "8");
+        Press(p.CmdWeiter);
+    }));
+    steps.push_back(On<AnimWiz5>([](AnimWiz5& p) {
+        EXPECT_EQ(p.LstSumm->item(1)->text(), "IDS_ANIMATION - walk");
+        Press(p.CmdWeiter);
+    }));
+    Run(form->MnuWizardsAnimWiz, std::move(steps));
+    const AnimRec& anim = Doc().Anims[0][0];
+    EXPECT_EQ(anim.Name, "renn");
+    EXPECT_EQ(anim.SmdFile, "run");
+    EXPECT_EQ(anim.FrameStart, 2);
+    EXPECT_EQ(anim.FrameEnd, 8);
+    EXPECT_EQ(Items(form->LstAnimations), QStringList{"run"});
+}
+
+// Cancel on each page, and the close box of a middle page, leave the script
+// exactly as it was; the next run starts from the designed texts.
+TEST_F(Wizards, CancelOrCloseOnAnyPageChangesNothing) {
+    Doc().ModelPath = models.path().toStdString();
+    form->Update();
+    ShowPage(1);
+    Doc().Anims[3][0].Name = "idle";
+    Doc().Anims[3][0].SmdFile = "idle";
+    form->TxtAnimNr->setText("3");
+    const QByteArray before = Save();
+    const auto cancel = [](QWidget* page) {
+        Press(page->findChild<QPushButton*>("CmdAbbrechen"));
+    };
+    const auto close = [](QWidget* page) { page->close(); };
+    struct Row {
+        QAction* Menu;
+        std::vector<Pages::Step> Steps;
+        std::size_t Page; // the page left on
+        std::function<void(QWidget*)> Leave;
+    };
+    const std::vector<Row> rows = {
+        {form->MnuWizardsGrWiz, BaseSteps(), 0, cancel},
+        {form->MnuWizardsGrWiz, BaseSteps(), 1, cancel},
+        {form->MnuWizardsGrWiz, BaseSteps(), 2, cancel},
+        {form->MnuWizardsGrWiz, BaseSteps(), 3, cancel},
+        {form->MnuWizardsGrWiz, BaseSteps(), 2, close},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 0, cancel},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 1, cancel},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 2, cancel},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 3, cancel},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 4, cancel},
+        {form->MnuWizardsAnimWiz, AnimSteps("a", "run.smd", "x", true, true), 2, close},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.Menu->objectName().toStdString() + " page " + std::to_string(row.Page));
+        std::vector<Pages::Step> steps(row.Steps.begin(), row.Steps.begin() + row.Page);
+        steps.push_back(row.Leave);
+        Run(row.Menu, std::move(steps));
+        EXPECT_EQ(Items(form->LstAnimations), QStringList{"idle"});
+        EXPECT_EQ(Save(), before);
+    }
+}
+
+// When Next opens, in a table per wizard.
+TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
+    QDir(models.path()).mkdir("empty");
+    QDir(models.path()).mkdir("anims");
+    QFile::copy(InModels("run.smd"), InModels("anims/run.smd"));
+    struct Folders {
+        const char* Textures; // a file picked in it; nullptr: none picked
+        const char* Models;
+        bool Next;
+    };
+    const Folders folders[] = {
+        {nullptr, nullptr, false},
+        {"textures/skin.bmp", nullptr, false},
+        {nullptr, "walk.smd", false},
+        {"textures/skin.bmp", "walk.smd", true},
+        {"empty/gone.bmp", "walk.smd", false}, // the folder holds no file
+        {"textures/skin.bmp", "gone/walk.smd", false},
+    };
+    for (const Folders& row : folders) {
+        Run(form->MnuWizardsGrWiz, {On<Wizard2>([&](Wizard2& p) {
+                if (row.Textures != nullptr) {
+                    services.QueueOpen(Pick(InModels(row.Textures)));
+                    Press(p.CmdWiz2Texturenpfad);
+                }
+                if (row.Models != nullptr) {
+                    services.QueueOpen(Pick(InModels(row.Models)));
+                    Press(p.CmdWiz2Modelpfad);
+                }
+                EXPECT_EQ(p.CmdWeiter->isEnabled(), row.Next)
+                    << (row.Textures ? row.Textures : "-") << " " << (row.Models ? row.Models : "-");
+                Press(p.CmdAbbrechen);
+            })});
+    }
+    // A folder of animations only offers no reference; another folder drops
+    // a reference chosen before.
+    Run(form->MnuWizardsGrWiz,
+        {On<Wizard2>([&](Wizard2& p) {
+             services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+             Press(p.CmdWiz2Texturenpfad);
+             services.QueueOpen(Pick(InModels("walk.smd")));
+             Press(p.CmdWiz2Modelpfad);
+             Press(p.CmdWeiter);
+         }),
+         On<Wizard3>([](Wizard3& p) {
+             Press(p.CmdAssign); // nothing selected: nothing happens
+             EXPECT_EQ(p.TxtWiz3Referenzmodel->text(), "");
+             test::SelectText(p.LstFiles, "robot_ref.smd");
+             Press(p.CmdAssign);
+             EXPECT_TRUE(p.CmdWeiter->isEnabled());
+             Press(p.CmdZurueck);
+         }),
+         On<Wizard2>([&](Wizard2& p) {
+             services.QueueOpen(Pick(InModels("anims/run.smd")));
+             Press(p.CmdWiz2Modelpfad);
+             Press(p.CmdWeiter);
+         }),
+         On<Wizard3>([](Wizard3& p) {
+             EXPECT_EQ(p.LstFiles->count(), 0);
+             EXPECT_FALSE(p.CmdWeiter->isEnabled());
+             Press(p.CmdAbbrechen);
+         })});
+
+    // The animation wizard: the name must be typed, the file must exist.
+    Doc().ModelPath = models.path().toStdString();
+    form->Update();
+    struct Name {
+        const char* Typed;
+        bool Next;
+    };
+    const Name names[] = {{nullptr, false}, {"j", true}, {"", false}};
+    for (const Name& row : names) {
+        Run(form->MnuWizardsAnimWiz, {On<AnimWiz1>([&](AnimWiz1& p) {
+                if (row.Typed != nullptr) {
+                    Retype(p.TxtAnimWiz1AnimName, row.Typed);
+                }
+                EXPECT_EQ(p.CmdWeiter->isEnabled(), row.Next) << (row.Typed ? row.Typed : "-");
+                Press(p.CmdAbbrechen);
+            })});
+    }
+    struct File {
+        const char* Typed; // into TxtAnimWiz2AnimModel by hand
+        bool Next;
+    };
+    const File files[] = {{"Animation", false}, {"run.smd", true}, {"RUN.SMD", true},
+                          {"gone.smd", false}, {"", false}};
+    for (const File& row : files) {
+        Run(form->MnuWizardsAnimWiz,
+            {On<AnimWiz1>([](AnimWiz1& p) {
+                 Retype(p.TxtAnimWiz1AnimName, "j");
+                 Press(p.CmdWeiter);
+             }),
+             On<AnimWiz2>([&](AnimWiz2& p) {
+                 if (QString(row.Typed) != p.TxtAnimWiz2AnimModel->text()) {
+                     Retype(p.TxtAnimWiz2AnimModel, row.Typed);
+                 }
+                 EXPECT_EQ(p.CmdWeiter->isEnabled(), row.Next) << row.Typed;
+                 Press(p.CmdAbbrechen);
+             })});
+    }
+    // Without animation files nothing can be chosen.
+    Doc().ModelPath = InModels("textures").toStdString();
+    Run(form->MnuWizardsAnimWiz, {On<AnimWiz1>([](AnimWiz1& p) {
+                                      Retype(p.TxtAnimWiz1AnimName, "j");
+                                      Press(p.CmdWeiter);
+                                  }),
+                                  On<AnimWiz2>([](AnimWiz2& p) {
+                                      EXPECT_EQ(p.LstFiles->count(), 0);
+                                      EXPECT_FALSE(p.CmdWeiter->isEnabled());
+                                      Press(p.CmdAbbrechen);
+                                  })});
+}
+
+// A group whose list is full takes no more.
+TEST_F(Wizards, FullGroupIsRefused) {
+    Doc().ModelPath = models.path().toStdString();
+    form->Update();
+    ShowPage(1);
+    for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+        form->LstAnimations->addItem("run");
+    }
+    services.QueueMsgBox(platform::Answer::Ok);
+    form->MnuWizardsAnimWiz->trigger();
+    ASSERT_EQ(services.Prompts().size(), 1);
+    EXPECT_EQ(form->LstAnimations->count(), limits::LastWrittenAnimSlot + 1);
+}
+
 } // namespace
 } // namespace quarle::ui
