@@ -40,6 +40,7 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     CmdAssignAnimation->setIconSize(QSize(24, 24));
     CmdAssignAnimation->setFixedSize(40, 32);
     CmdAssignAnimation->setAutoDefault(false);
+    CmdAssignAnimation->setToolTip(QStringLiteral("Ausgew\u00e4hlte Datei als Animationmodell \u00fcbernehmen"));
     LblAnimationmodel = platform::Control(new QLabel(QStringLiteral("Animationmodell:"), this),
                                           QStringLiteral("LblAnimationmodel"));
     TxtAnimWiz2AnimModel = platform::Control(new QLineEdit(QStringLiteral("Animation"), this),
