@@ -46,6 +46,7 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
                           QStringLiteral("LblAllRight"));
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
+    LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
     CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
                                    QStringLiteral("CmdZurueck"));
     CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
@@ -53,6 +54,8 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
                                   QStringLiteral("CmdWeiter"));
     CreateCmdLocalise();
+    // The page opens ready to finish.
+    CmdWeiter->setFocus();
 
     auto* content = new QVBoxLayout;
     content->addWidget(LblAllRight);

@@ -80,6 +80,9 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
         button->setFixedWidth(30);
         button->setAutoDefault(false);
     }
+    // The examples stand in a little, under their lead-ins.
+    LblHelpText3->setIndent(16);
+    LblHelpText5->setIndent(16);
     auto* examples = new QGridLayout;
     examples->addWidget(LblHelpText2, 0, 0);
     examples->addWidget(LblHelpText3, 1, 0);

@@ -31,6 +31,7 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
                           QStringLiteral("LblAllRight"));
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
+    LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
     CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
                                    QStringLiteral("CmdZurueck"));
     CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
@@ -38,6 +39,8 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
     CmdFertig = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
                                   QStringLiteral("CmdFertig"));
     CreateCmdLocalise();
+    // The page opens ready to finish.
+    CmdFertig->setFocus();
 
     auto* content = new QVBoxLayout;
     content->addWidget(LblAllRight);

@@ -14,6 +14,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <functional>
 #include <vector>
@@ -177,7 +179,19 @@ protected:
 
 TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     EXPECT_FALSE(form->MnuWizardsAnimWiz->isEnabled());
+    QDir(programDir.path()).mkdir("bilder");
+    QImage mascot(400, 600, QImage::Format_RGB32);
+    mascot.fill(Qt::darkGreen);
+    ASSERT_TRUE(mascot.save(InProgramDir("bilder/quarle.jpg")));
     auto steps = BaseSteps();
+    steps.insert(steps.begin() + 1, On<Wizard3>([](Wizard3& p) {
+                     // The picture keeps the size of its place.
+                     ASSERT_FALSE(p.PicQuarle->pixmap().isNull());
+                     EXPECT_EQ(p.PicQuarle->pixmap().size(), QSize(160, 240));
+                     EXPECT_EQ(p.PicQuarle->size(), QSize(160, 240));
+                     Press(p.CmdZurueck);
+                 }));
+    steps.insert(steps.begin() + 2, On<Wizard2>([](Wizard2& p) { Press(p.CmdWeiter); }));
     steps.push_back(On<Wizard5>([this](Wizard5& p) {
         EXPECT_EQ(Items(p.LstSumm),
                   (QStringList{"", "IDS_TEXTUREPATH: " + InModels("textures"),
@@ -281,6 +295,7 @@ TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
     EXPECT_EQ(Doc().BodyGroups[1].Parts[1], "robot_head");
 
     ShowPage(1);
+    form->TxtAnimNr->setText("3");
     steps = AnimSteps("walk", "walk.smd", "ACT_WALK 1", true, false);
     steps.push_back(On<AnimWiz5>([](AnimWiz5& p) { Press(p.CmdZurueck); }));
     steps.push_back(On<AnimWiz4>([](AnimWiz4& p) {
@@ -316,7 +331,7 @@ TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
         Press(p.CmdWeiter);
     }));
     Run(form->MnuWizardsAnimWiz, std::move(steps));
-    const AnimRec& anim = Doc().Anims[0][0];
+    const AnimRec& anim = Doc().Anims[3][0];
     EXPECT_EQ(anim.Name, "renn");
     EXPECT_EQ(anim.SmdFile, "run");
     EXPECT_EQ(anim.FrameStart, 2);
