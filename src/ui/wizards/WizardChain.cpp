@@ -105,6 +105,10 @@ void WizardPage::LayOut(QLayout* content, std::initializer_list<QPushButton*> bu
         button->setAutoDefault(false);
         row->addWidget(button);
     }
+    // Enter goes on (or finishes) while that is open.
+    if (buttons.size() > 0) {
+        (*(buttons.end() - 1))->setDefault(true);
+    }
     auto* page = new QVBoxLayout(this);
     page->addLayout(top, 1);
     page->addLayout(row);

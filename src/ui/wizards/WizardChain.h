@@ -49,7 +49,8 @@ protected:
     // localise button in localisation mode.
     void LoadPage();
     // Lays the page out: the picture on the left, the content beside it, the
-    // buttons below, CmdLocalise in front of them.
+    // buttons below, CmdLocalise in front of them; the last button is the
+    // default one.
     void LayOut(QLayout* content, std::initializer_list<QPushButton*> buttons);
 
     void GoNext();

@@ -1,6 +1,7 @@
 // Both wizards driven through the Wizards menu as a user walks them: page by
 // page with the modal pages answered in turn, ending in a saved script, or
 // in a cancel that leaves the script as it was.
+#include "FakeCompiler.h"
 #include "support/MainWindowFixture.h"
 #include "ui/wizards/AnimWiz1.h"
 #include "ui/wizards/AnimWiz2.h"
@@ -86,6 +87,7 @@ void Retype(QLineEdit* box, const QString& text) {
 class Wizards : public test::MainWindowFixture {
 protected:
     Wizards() {
+        settings.Store().Set("StudioMDL", QUARLE_FAKE_COMPILER);
         Start(Texts::Keys);
         QDir(models.path()).mkdir("textures");
         test::WriteFile(InModels("textures/skin.bmp"), "BM");
@@ -249,6 +251,17 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
         "$sequence \"walk\" \"walk\" fps 15 loop ACT_WALK 1\r\n"
         "$sequence \"sprung\" \"jump\" fps 15 frame 2 15 \r\n";
     EXPECT_EQ(Save().toStdString(), golden.arg(models.path()).toStdString());
+
+    // The model compiles.
+    CompileSeen seen;
+    {
+        const auto script = ExpectCompile(seen);
+        QTest::mouseClick(form->CmdCompile, Qt::LeftButton);
+        ASSERT_TRUE(script->Ran());
+    }
+    EXPECT_TRUE(seen.Rows.contains(" grabbing sequence \"sprung\" \"jump\" fps 15 frame 2 15"))
+        << seen.Rows.join('\n').toStdString();
+    EXPECT_EQ(seen.Rows.last(), "IDS_DONE (0 IDS_ERRORS)") << seen.Rows.join('\n').toStdString();
 }
 
 TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
