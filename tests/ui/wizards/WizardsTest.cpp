@@ -81,7 +81,13 @@ void Press(QPushButton* button) {
 void Retype(QLineEdit* box, const QString& text) {
     box->selectAll();
     QTest::keyClick(box, Qt::Key_Backspace);
-    QTest::keyClicks(box, text);
+    for (const QChar c : text) {
+        if (c.unicode() < 128) {
+            QTest::keyClick(box, c.toLatin1());
+        } else {
+            box->insert(c); // as an input method gives it
+        }
+    }
 }
 
 class Wizards : public test::MainWindowFixture {
@@ -266,7 +272,15 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
 
 TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
     auto steps = BaseSteps();
-    steps.push_back(On<Wizard5>([](Wizard5& p) { Press(p.CmdZurueck); }));
+    // The user moves the first page; the others show where it stood.
+    steps[0] = [first = steps[0]](QWidget* page) {
+        page->move(150, 90);
+        first(page);
+    };
+    steps.push_back(On<Wizard5>([](Wizard5& p) {
+        EXPECT_EQ(p.pos(), QPoint(150, 90));
+        Press(p.CmdZurueck);
+    }));
     steps.push_back(On<Wizard4>([](Wizard4& p) {
         EXPECT_EQ(p.TxtWiz4Massstab->text(), "0.5");
         EXPECT_EQ(p.TxtWiz4AugenZ->text(), "64");
@@ -519,6 +533,23 @@ TEST_F(Wizards, FullGroupIsRefused) {
     form->MnuWizardsAnimWiz->trigger();
     ASSERT_EQ(services.Prompts().size(), 1);
     EXPECT_EQ(form->LstAnimations->count(), limits::LastWrittenAnimSlot + 1);
+}
+
+// A text the script cannot hold is refused on the last page, which stays
+// open; nothing is added.
+TEST_F(Wizards, NameTheScriptCannotHoldIsRefused) {
+    Doc().ModelPath = models.path().toStdString();
+    form->Update();
+    auto steps = AnimSteps(QString::fromUtf8("\xE8\xB7\xB3"), "jump.smd", "", false, false);
+    steps.push_back(On<AnimWiz5>([this](AnimWiz5& p) {
+        services.QueueMsgBox(platform::Answer::Ok);
+        Press(p.CmdWeiter);
+        EXPECT_EQ(services.Prompts().last().Kind, "MsgBox");
+        Press(p.CmdAbbrechen);
+    }));
+    Run(form->MnuWizardsAnimWiz, std::move(steps));
+    EXPECT_EQ(form->LstAnimations->count(), 0);
+    EXPECT_TRUE(Doc().Anims[0][0].SmdFile.empty());
 }
 
 } // namespace
