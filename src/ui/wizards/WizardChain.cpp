@@ -13,6 +13,7 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace quarle::ui {
 namespace {
@@ -182,6 +183,22 @@ void WizardChain::Run() {
 
 void FilterKeys(QLineEdit* box, int flags) {
     box->installEventFilter(new KeyFilter(box, flags));
+    // Pasted or dropped text goes through the same filter, character by
+    // character.
+    QObject::connect(box, &QLineEdit::textEdited, box, [box, flags](const QString& text) {
+        QString kept;
+        for (const QChar c : text) {
+            int code = c.unicode() < 128 ? c.unicode() : 0;
+            if (code >= 32 && FilterKey(code, flags) != 0) {
+                kept.append(QChar(code));
+            }
+        }
+        if (kept != text) {
+            const int cursor = box->cursorPosition() - static_cast<int>(text.size() - kept.size());
+            box->setText(kept);
+            box->setCursorPosition(std::max(0, cursor));
+        }
+    });
 }
 
 QStringList SmdFilesOf(const QString& folder) {

@@ -101,7 +101,7 @@ private:
 // The key filter of number fields on a text box: each typed character goes
 // through FilterKey with these flags (1 a point, 2 a minus; a comma becomes
 // a point); refused keys are dropped. Keys without text (arrows, Delete)
-// pass.
+// pass. Pasted text loses the characters the filter refuses.
 void FilterKeys(QLineEdit* box, int flags);
 
 // The names of the "*.smd" files of a folder (any case), sorted as the file
