@@ -126,34 +126,33 @@ void WizardsGallery(const QString& folder, const char* languageFile) {
               p.CmdFertig->click();
           })});
 
-    Walk(form.MnuWizardsAnimWiz,
-         {On<AnimWiz1>([&](AnimWiz1& p) {
-              p.TxtAnimWiz1AnimName->setText(QStringLiteral("jump"));
-              Save(&p, folder, QStringLiteral("AnimWiz1"));
-              p.CmdWeiter->click();
-          }),
-          On<AnimWiz2>([&](AnimWiz2& p) {
-              Select(p.LstFiles, "jump.smd");
-              p.CmdAssignAnimation->click();
-              Save(&p, folder, QStringLiteral("AnimWiz2"));
-              p.CmdWeiter->click();
-          }),
-          On<AnimWiz3>([&](AnimWiz3& p) {
-              p.CmbAnimWiz3AnimID->setEditText(QStringLiteral("ACT_HOP 1"));
-              Save(&p, folder, QStringLiteral("AnimWiz3"));
-              p.CmdWeiter->click();
-          }),
-          On<AnimWiz4>([&](AnimWiz4& p) {
-              p.ChkAnimWiz4Frame->click();
-              p.TxtAnimWiz4FrameStart->setText(QStringLiteral("2"));
-              p.ChkAnimWiz4Schleife->click();
-              Save(&p, folder, QStringLiteral("AnimWiz4"));
-              p.CmdWeiter->click();
-          }),
-          On<AnimWiz5>([&](AnimWiz5& p) {
-              Save(&p, folder, QStringLiteral("AnimWiz5"));
-              p.CmdWeiter->click();
-          })});
+    Walk(form.MnuWizardsAnimWiz, {On<AnimWiz1>([&](AnimWiz1& p) {
+                                      p.TxtAnimWiz1AnimName->setText(QStringLiteral("jump"));
+                                      Save(&p, folder, QStringLiteral("AnimWiz1"));
+                                      p.CmdWeiter->click();
+                                  }),
+                                  On<AnimWiz2>([&](AnimWiz2& p) {
+                                      Select(p.LstFiles, "jump.smd");
+                                      p.CmdAssignAnimation->click();
+                                      Save(&p, folder, QStringLiteral("AnimWiz2"));
+                                      p.CmdWeiter->click();
+                                  }),
+                                  On<AnimWiz3>([&](AnimWiz3& p) {
+                                      p.CmbAnimWiz3AnimID->setEditText(QStringLiteral("ACT_HOP 1"));
+                                      Save(&p, folder, QStringLiteral("AnimWiz3"));
+                                      p.CmdWeiter->click();
+                                  }),
+                                  On<AnimWiz4>([&](AnimWiz4& p) {
+                                      p.ChkAnimWiz4Frame->click();
+                                      p.TxtAnimWiz4FrameStart->setText(QStringLiteral("2"));
+                                      p.ChkAnimWiz4Schleife->click();
+                                      Save(&p, folder, QStringLiteral("AnimWiz4"));
+                                      p.CmdWeiter->click();
+                                  }),
+                                  On<AnimWiz5>([&](AnimWiz5& p) {
+                                      Save(&p, folder, QStringLiteral("AnimWiz5"));
+                                      p.CmdWeiter->click();
+                                  })});
     if (form.LstAnimations->count() != 1) {
         Fail(QStringLiteral("the animation wizard added no animation"));
     }

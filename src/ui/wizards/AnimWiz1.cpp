@@ -25,8 +25,9 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
     LblHelpText->setFixedWidth(360);
     LblAnimationname = platform::Control(new QLabel(QStringLiteral("Animationsname:"), this),
                                          QStringLiteral("LblAnimationname"));
-    TxtAnimWiz1AnimName = platform::Control(new QLineEdit(QStringLiteral("Name der Animation"), this),
-                                            QStringLiteral("TxtAnimWiz1AnimName"));
+    TxtAnimWiz1AnimName =
+        platform::Control(new QLineEdit(QStringLiteral("Name der Animation"), this),
+                          QStringLiteral("TxtAnimWiz1AnimName"));
     CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
                                      QStringLiteral("CmdAbbrechen"));
     CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),

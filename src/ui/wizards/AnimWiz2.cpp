@@ -40,7 +40,8 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     CmdAssignAnimation->setIconSize(QSize(24, 24));
     CmdAssignAnimation->setFixedSize(40, 32);
     CmdAssignAnimation->setAutoDefault(false);
-    CmdAssignAnimation->setToolTip(QStringLiteral("Ausgew\u00e4hlte Datei als Animationmodell \u00fcbernehmen"));
+    CmdAssignAnimation->setToolTip(
+        QStringLiteral("Ausgew\u00e4hlte Datei als Animationmodell \u00fcbernehmen"));
     LblAnimationmodel = platform::Control(new QLabel(QStringLiteral("Animationmodell:"), this),
                                           QStringLiteral("LblAnimationmodel"));
     TxtAnimWiz2AnimModel = platform::Control(new QLineEdit(QStringLiteral("Animation"), this),
@@ -69,8 +70,7 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
-    connect(CmdAssignAnimation, &QPushButton::clicked, this,
-            &AnimWiz2::CmdAssignAnimation_Click);
+    connect(CmdAssignAnimation, &QPushButton::clicked, this, &AnimWiz2::CmdAssignAnimation_Click);
     connect(TxtAnimWiz2AnimModel, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,
@@ -124,8 +124,7 @@ void AnimWiz2::TxtAnimWiz2AnimModel_Change() {
     // The box and the file the wizard reads always agree: what the user
     // types is a file of the model folder, and Next opens when it exists.
     const QString name = TxtAnimWiz2AnimModel->text();
-    TxtAnimWiz2AnimModelLong->setText(name.isEmpty() ? QString()
-                                                     : InFolder(fileListPath_, name));
+    TxtAnimWiz2AnimModelLong->setText(name.isEmpty() ? QString() : InFolder(fileListPath_, name));
 }
 
 void AnimWiz2::TxtAnimWiz2AnimModelLong_Change() {

@@ -37,7 +37,8 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
                              QStringLiteral("Mit welcher Geschwindigkeit soll die Animation "
                                             "ablaufen (in Bildern pro Sekunde - fps), Standart "
                                             "ist 30."));
-    LblFPS = platform::Control(new QLabel(QStringLiteral("Fps:"), FrmFPS), QStringLiteral("LblFPS"));
+    LblFPS =
+        platform::Control(new QLabel(QStringLiteral("Fps:"), FrmFPS), QStringLiteral("LblFPS"));
     TxtAnimWiz4FpS = platform::Control(new QLineEdit(QStringLiteral("30"), FrmFPS),
                                        QStringLiteral("TxtAnimWiz4FpS"));
     FrmFramelilimts = platform::Control(new QGroupBox(QStringLiteral("Framesbegrenzung"), this),

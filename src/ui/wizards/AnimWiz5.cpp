@@ -35,8 +35,8 @@ std::optional<i16> WholeNumber(const QLineEdit* box) {
 
 } // namespace
 
-AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain,
-                   FrmMain& main, QWidget* parent)
+AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
+                   QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz5"),
                  QStringLiteral("Animation-Wizard"), parent),
       main_(main) {
@@ -80,11 +80,11 @@ void AnimWiz5::Form_Load() {
     const auto ids = [this](Ids key) { return QString::fromStdString(state_.IdsTexts[key]); };
     const QString sep = QStringLiteral(": ");
     const QString id = activity->CmbAnimWiz3AnimID->currentText();
-    const QString frames =
-        play->ChkAnimWiz4Frame->isChecked()
-            ? play->TxtAnimWiz4FrameStart->text() + QLatin1Char(' ') + ids(IDS_TO) +
-                  QLatin1Char(' ') + play->TxtAnimWiz4FrameEnd->text()
-            : ids(IDS_ALL);
+    const QString frames = play->ChkAnimWiz4Frame->isChecked()
+                               ? play->TxtAnimWiz4FrameStart->text() + QLatin1Char(' ') +
+                                     ids(IDS_TO) + QLatin1Char(' ') +
+                                     play->TxtAnimWiz4FrameEnd->text()
+                               : ids(IDS_ALL);
     LstSumm->addItems({
         QString(),
         ids(IDS_ANIMATION) + QStringLiteral(" - ") + name->TxtAnimWiz1AnimName->text(),

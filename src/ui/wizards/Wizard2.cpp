@@ -31,8 +31,7 @@ bool HoldsAFile(const QString& folder) {
 
 } // namespace
 
-Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& chain,
-                 QWidget* parent)
+Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& chain, QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("Wizard2"),
                  QStringLiteral("Wizard - Pfade"), parent) {
     CreatePicQuarle();
@@ -104,8 +103,7 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     content->addLayout(fields);
     LayOut(content, {CmdAbbrechen, CmdWeiter});
 
-    connect(CmdWiz2Texturenpfad, &QPushButton::clicked, this,
-            &Wizard2::CmdWiz2Texturenpfad_Click);
+    connect(CmdWiz2Texturenpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Texturenpfad_Click);
     connect(CmdWiz2Modelpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Modelpfad_Click);
     connect(TxtWiz2Texturenpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
     connect(TxtWiz2Modelpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);

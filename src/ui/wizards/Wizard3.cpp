@@ -14,8 +14,7 @@
 
 namespace quarle::ui {
 
-Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& chain,
-                 QWidget* parent)
+Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& chain, QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("Wizard3"),
                  QStringLiteral("Wizard - Referenzmodell"), parent) {
     CreatePicQuarle();
@@ -40,7 +39,8 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     CmdAssign->setIconSize(QSize(24, 24));
     CmdAssign->setFixedSize(40, 32);
     CmdAssign->setAutoDefault(false);
-    CmdAssign->setToolTip(QStringLiteral("Ausgew\u00e4hlte Datei als Referenzmodell \u00fcbernehmen"));
+    CmdAssign->setToolTip(
+        QStringLiteral("Ausgew\u00e4hlte Datei als Referenzmodell \u00fcbernehmen"));
     LblReferencemodel = platform::Control(new QLabel(QStringLiteral("Referenzmodell:"), this),
                                           QStringLiteral("LblReferencemodel"));
     TxtWiz3Referenzmodel =

@@ -13,8 +13,7 @@
 
 namespace quarle::ui {
 
-Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& chain,
-                 QWidget* parent)
+Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& chain, QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("Wizard4"),
                  QStringLiteral("Wizard - Sonstige"), parent) {
     CreatePicQuarle();
@@ -29,8 +28,8 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
                                  QStringLiteral("LblScale"));
     TxtWiz4Massstab = platform::Control(new QLineEdit(QStringLiteral("1"), FrmScale),
                                         QStringLiteral("TxtWiz4Massstab"));
-    FrmEyes = platform::Control(new QGroupBox(QStringLiteral("Augen"), this),
-                                QStringLiteral("FrmEyes"));
+    FrmEyes =
+        platform::Control(new QGroupBox(QStringLiteral("Augen"), this), QStringLiteral("FrmEyes"));
     LblHelpText2 = platform::Control(
         new QLabel(QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
                                   "Augen ist sollte jetzt die XYZ-Koordinate des Modells "

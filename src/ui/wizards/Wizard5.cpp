@@ -20,8 +20,8 @@
 
 namespace quarle::ui {
 
-Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& chain,
-                 FrmMain& main, QWidget* parent)
+Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
+                 QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("Wizard5"), QStringLiteral("Wizard"),
                  parent),
       main_(main) {
@@ -97,7 +97,8 @@ void Wizard5::CmdFertig_Click() {
     const QString file = reference->TxtWiz3Referenzmodel->text();
     // The part is the file's name without ".smd". A name the document
     // cannot hold is refused before anything changes.
-    const std::optional<std::string> part = TypedText(state_, services_, file.left(file.size() - 4));
+    const std::optional<std::string> part =
+        TypedText(state_, services_, file.left(file.size() - 4));
     if (!part) {
         return;
     }

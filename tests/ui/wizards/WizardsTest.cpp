@@ -146,9 +146,9 @@ protected:
                 Press(p.CmdWeiter);
             }),
             On<AnimWiz2>([file](AnimWiz2& p) {
-                EXPECT_EQ(Items(p.LstFiles), (QStringList{"die_back.smd", "draft.smd", "idle.smd",
-                                                          "jump.smd", "run.smd", "Shoot.SMD",
-                                                          "walk.smd"}));
+                EXPECT_EQ(Items(p.LstFiles),
+                          (QStringList{"die_back.smd", "draft.smd", "idle.smd", "jump.smd",
+                                       "run.smd", "Shoot.SMD", "walk.smd"}));
                 test::SelectText(p.LstFiles, file);
                 Press(p.CmdAssignAnimation);
                 Press(p.CmdWeiter);
@@ -202,12 +202,12 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
                  }));
     steps.insert(steps.begin() + 2, On<Wizard2>([](Wizard2& p) { Press(p.CmdWeiter); }));
     steps.push_back(On<Wizard5>([this](Wizard5& p) {
-        EXPECT_EQ(Items(p.LstSumm),
-                  (QStringList{"", "IDS_TEXTUREPATH: " + InModels("textures"),
-                               "IDS_MODELPATH: " + models.path(), QString(37, '-'),
-                               "IDS_REFERENCEMODEL: robot_ref.smd", QString(37, '-'),
-                               "IDS_SCALE: 0.5", "IDS_EYES: IDS_YES", "    X: -1.5", "    Y: 2",
-                               "    Z: 64"}));
+        EXPECT_EQ(
+            Items(p.LstSumm),
+            (QStringList{"", "IDS_TEXTUREPATH: " + InModels("textures"),
+                         "IDS_MODELPATH: " + models.path(), QString(37, '-'),
+                         "IDS_REFERENCEMODEL: robot_ref.smd", QString(37, '-'), "IDS_SCALE: 0.5",
+                         "IDS_EYES: IDS_YES", "    X: -1.5", "    Y: 2", "    Z: 64"}));
         Press(p.CmdFertig);
     }));
     Run(form->MnuWizardsGrWiz, std::move(steps));
@@ -381,9 +381,7 @@ TEST_F(Wizards, CancelOrCloseOnAnyPageChangesNothing) {
     Doc().Anims[3][0].SmdFile = "idle";
     form->TxtAnimNr->setText("3");
     const QByteArray before = Save();
-    const auto cancel = [](QWidget* page) {
-        Press(page->findChild<QPushButton*>("CmdAbbrechen"));
-    };
+    const auto cancel = [](QWidget* page) { Press(page->findChild<QPushButton*>("CmdAbbrechen")); };
     const auto close = [](QWidget* page) { page->close(); };
     struct Row {
         QAction* Menu;
@@ -443,38 +441,38 @@ TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
                     Press(p.CmdWiz2Modelpfad);
                 }
                 EXPECT_EQ(p.CmdWeiter->isEnabled(), row.Next)
-                    << (row.Textures ? row.Textures : "-") << " " << (row.Models ? row.Models : "-");
+                    << (row.Textures ? row.Textures : "-") << " "
+                    << (row.Models ? row.Models : "-");
                 Press(p.CmdAbbrechen);
             })});
     }
     // A folder of animations only offers no reference; another folder drops
     // a reference chosen before.
-    Run(form->MnuWizardsGrWiz,
-        {On<Wizard2>([&](Wizard2& p) {
-             services.QueueOpen(Pick(InModels("textures/skin.bmp")));
-             Press(p.CmdWiz2Texturenpfad);
-             services.QueueOpen(Pick(InModels("walk.smd")));
-             Press(p.CmdWiz2Modelpfad);
-             Press(p.CmdWeiter);
-         }),
-         On<Wizard3>([](Wizard3& p) {
-             Press(p.CmdAssign); // nothing selected: nothing happens
-             EXPECT_EQ(p.TxtWiz3Referenzmodel->text(), "");
-             test::SelectText(p.LstFiles, "robot_ref.smd");
-             Press(p.CmdAssign);
-             EXPECT_TRUE(p.CmdWeiter->isEnabled());
-             Press(p.CmdZurueck);
-         }),
-         On<Wizard2>([&](Wizard2& p) {
-             services.QueueOpen(Pick(InModels("anims/run.smd")));
-             Press(p.CmdWiz2Modelpfad);
-             Press(p.CmdWeiter);
-         }),
-         On<Wizard3>([](Wizard3& p) {
-             EXPECT_EQ(p.LstFiles->count(), 0);
-             EXPECT_FALSE(p.CmdWeiter->isEnabled());
-             Press(p.CmdAbbrechen);
-         })});
+    Run(form->MnuWizardsGrWiz, {On<Wizard2>([&](Wizard2& p) {
+                                    services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+                                    Press(p.CmdWiz2Texturenpfad);
+                                    services.QueueOpen(Pick(InModels("walk.smd")));
+                                    Press(p.CmdWiz2Modelpfad);
+                                    Press(p.CmdWeiter);
+                                }),
+                                On<Wizard3>([](Wizard3& p) {
+                                    Press(p.CmdAssign); // nothing selected: nothing happens
+                                    EXPECT_EQ(p.TxtWiz3Referenzmodel->text(), "");
+                                    test::SelectText(p.LstFiles, "robot_ref.smd");
+                                    Press(p.CmdAssign);
+                                    EXPECT_TRUE(p.CmdWeiter->isEnabled());
+                                    Press(p.CmdZurueck);
+                                }),
+                                On<Wizard2>([&](Wizard2& p) {
+                                    services.QueueOpen(Pick(InModels("anims/run.smd")));
+                                    Press(p.CmdWiz2Modelpfad);
+                                    Press(p.CmdWeiter);
+                                }),
+                                On<Wizard3>([](Wizard3& p) {
+                                    EXPECT_EQ(p.LstFiles->count(), 0);
+                                    EXPECT_FALSE(p.CmdWeiter->isEnabled());
+                                    Press(p.CmdAbbrechen);
+                                })});
 
     // The animation wizard: the name must be typed, the file must exist.
     Doc().ModelPath = models.path().toStdString();
@@ -497,8 +495,11 @@ TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
         const char* Typed; // into TxtAnimWiz2AnimModel by hand
         bool Next;
     };
-    const File files[] = {{"Animation", false}, {"run.smd", true}, {"RUN.SMD", true},
-                          {"gone.smd", false}, {"", false}};
+    const File files[] = {{"Animation", false},
+                          {"run.smd", true},
+                          {"RUN.SMD", true},
+                          {"gone.smd", false},
+                          {"", false}};
     for (const File& row : files) {
         Run(form->MnuWizardsAnimWiz,
             {On<AnimWiz1>([](AnimWiz1& p) {
