@@ -24,6 +24,8 @@ void TexturesGallery(const QString& folder, const char* languageFile);
 void DetailDialogsGallery(const QString& folder, const char* languageFile);
 // The attachment and controller dialogs on a skeleton (SkeletonGallery.cpp).
 void SkeletonGallery(const QString& folder, const char* languageFile);
+// Every page of both wizards, filled on the sample model folder (WizardsGallery.cpp).
+void WizardsGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -127,6 +129,7 @@ int main(int argc, char** argv) {
         TexturesGallery(folder, language.file);
         DetailDialogsGallery(folder, language.file);
         SkeletonGallery(folder, language.file);
+        WizardsGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

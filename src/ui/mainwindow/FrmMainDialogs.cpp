@@ -1,7 +1,21 @@
 // The dialogs and wizards opened from the main window's menus and buttons,
 // and the language editor. Each opener is wired; the forms come later.
 #include "ui/dialogs/DlgModeleinstellungen.h"
+// and the language editor. Each opener is wired; some forms come later.
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/LimitMessages.h"
+#include "ui/wizards/AnimWiz1.h"
+#include "ui/wizards/AnimWiz2.h"
+#include "ui/wizards/AnimWiz3.h"
+#include "ui/wizards/AnimWiz4.h"
+#include "ui/wizards/AnimWiz5.h"
+#include "ui/wizards/Wizard2.h"
+#include "ui/wizards/Wizard3.h"
+#include "ui/wizards/Wizard4.h"
+#include "ui/wizards/Wizard5.h"
+
+#include <QLineEdit>
+#include <QListWidget>
 
 namespace quarle::ui {
 
@@ -17,9 +31,39 @@ void FrmMain::CmdModeleinst_Click() {
 
 void FrmMain::MnuEinstAllg_Click() {}
 
-void FrmMain::MnuWizardsGrWiz_Click() {}
+void FrmMain::MnuWizardsGrWiz_Click() {
+    WizardChain chain(this, [this](LocalisedDialog& page) {
+        connect(&page, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    });
+    chain.AddPage([this](WizardChain& c) { return new Wizard2(state_, services_, c, this); });
+    chain.AddPage([this](WizardChain& c) { return new Wizard3(state_, services_, c, this); });
+    chain.AddPage([this](WizardChain& c) { return new Wizard4(state_, services_, c, this); });
+    chain.AddPage(
+        [this](WizardChain& c) { return new Wizard5(state_, services_, c, *this, this); });
+    chain.Run();
+}
 
-void FrmMain::MnuWizardsAnimWiz_Click() {}
+void FrmMain::MnuWizardsAnimWiz_Click() {
+    // The animation goes to the group on show; a box left empty shows group 0.
+    if (!AnimGroup()) {
+        TxtAnimNr->setText(QStringLiteral("0"));
+    }
+    // A full group is refused before the user fills in five pages for it.
+    if (LstAnimations->count() > limits::LastWrittenAnimSlot) {
+        RefuseAtLimit(state_, services_, MSG_ANIMATIONS_FULL, limits::LastWrittenAnimSlot + 1);
+        return;
+    }
+    WizardChain chain(this, [this](LocalisedDialog& page) {
+        connect(&page, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    });
+    chain.AddPage([this](WizardChain& c) { return new AnimWiz1(state_, services_, c, this); });
+    chain.AddPage([this](WizardChain& c) { return new AnimWiz2(state_, services_, c, this); });
+    chain.AddPage([this](WizardChain& c) { return new AnimWiz3(state_, services_, c, this); });
+    chain.AddPage([this](WizardChain& c) { return new AnimWiz4(state_, services_, c, this); });
+    chain.AddPage(
+        [this](WizardChain& c) { return new AnimWiz5(state_, services_, c, *this, this); });
+    chain.Run();
+}
 
 void FrmMain::MnuHilfeUeber_Click() {}
 

@@ -29,6 +29,18 @@
 
 #include "ui/dialogs/DlgBindung.h"
 #include "ui/dialogs/DlgController.h"
+#if __has_include("ui/wizards/WizardChain.h")
+#include "ui/wizards/AnimWiz1.h"
+#include "ui/wizards/AnimWiz2.h"
+#include "ui/wizards/AnimWiz3.h"
+#include "ui/wizards/AnimWiz4.h"
+#include "ui/wizards/AnimWiz5.h"
+#include "ui/wizards/Wizard2.h"
+#include "ui/wizards/Wizard3.h"
+#include "ui/wizards/Wizard4.h"
+#include "ui/wizards/Wizard5.h"
+#define QUARLE_HAS_WIZARDS 1
+#endif
 
 namespace quarle::ui {
 namespace {
@@ -53,6 +65,25 @@ template <class Dialog> std::unique_ptr<QWidget> WithMainWindow(Env& env) {
     QObject::connect(dialog.get(), &QObject::destroyed, [main] { delete main; });
     return dialog;
 }
+#ifdef QUARLE_HAS_WIZARDS
+// A wizard page on its own, outside a run.
+template <class Page> FormFactory WizardPage() {
+    return [](Env& env) -> std::unique_ptr<QWidget> {
+        static WizardChain chain(nullptr, {});
+        return std::make_unique<Page>(env.State, env.Services, chain);
+    };
+}
+// The last pages also write into the main window, which goes with them.
+template <class Page> FormFactory LastWizardPage() {
+    return [](Env& env) -> std::unique_ptr<QWidget> {
+        static WizardChain chain(nullptr, {});
+        auto* main = new FrmMain(env.State, env.Services, env.Settings);
+        auto page = std::make_unique<Page>(env.State, env.Services, chain, *main);
+        QObject::connect(page.get(), &QObject::destroyed, [main] { delete main; });
+        return page;
+    };
+}
+#endif
 
 // Every form that reads a language file and exists so far. Forms still being
 // built elsewhere join as soon as their header is there.
@@ -70,6 +101,17 @@ const std::map<std::string, FormFactory>& Forms() {
 #endif
         {"DlgBindung", WithMainWindow<DlgBindung>},
         {"DlgController", WithMainWindow<DlgController>},
+#ifdef QUARLE_HAS_WIZARDS
+        {"Wizard2", WizardPage<Wizard2>()},
+        {"Wizard3", WizardPage<Wizard3>()},
+        {"Wizard4", WizardPage<Wizard4>()},
+        {"Wizard5", LastWizardPage<Wizard5>()},
+        {"AnimWiz1", WizardPage<AnimWiz1>()},
+        {"AnimWiz2", WizardPage<AnimWiz2>()},
+        {"AnimWiz3", WizardPage<AnimWiz3>()},
+        {"AnimWiz4", WizardPage<AnimWiz4>()},
+        {"AnimWiz5", LastWizardPage<AnimWiz5>()},
+#endif
     };
     return forms;
 }

@@ -1,0 +1,36 @@
+// Third page of the animation wizard: the activity, picked, typed or left
+// empty.
+#pragma once
+
+#include "ui/wizards/WizardChain.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+
+namespace quarle::ui {
+
+class AnimWiz3 : public WizardPage {
+    Q_OBJECT
+
+public:
+    AnimWiz3(AppState& state, platform::Services& services, WizardChain& chain,
+             QWidget* parent = nullptr);
+
+    QGroupBox* FrmAnimationID = nullptr;
+    QLabel* LblHelpText1 = nullptr;
+    QComboBox* CmbAnimWiz3AnimID = nullptr;
+    QPushButton* CmdZurueck = nullptr;
+    QPushButton* CmdAbbrechen = nullptr;
+    QPushButton* CmdWeiter = nullptr;
+
+    void CmdZurueck_Click();
+    void CmdAbbrechen_Click();
+    void CmdWeiter_Click();
+
+private:
+    void Form_Load();
+};
+
+} // namespace quarle::ui

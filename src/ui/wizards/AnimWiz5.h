@@ -1,0 +1,41 @@
+// Last page of the animation wizard: the summary, and the step that adds the
+// animation to the sequence group on show in the main window.
+#pragma once
+
+#include "ui/wizards/WizardChain.h"
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace quarle::ui {
+
+class FrmMain;
+
+class AnimWiz5 : public WizardPage {
+    Q_OBJECT
+
+public:
+    AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
+             QWidget* parent = nullptr);
+
+    QLabel* LblAllRight = nullptr;
+    QListWidget* LstSumm = nullptr;
+    QPushButton* CmdZurueck = nullptr;
+    QPushButton* CmdAbbrechen = nullptr;
+    QPushButton* CmdWeiter = nullptr; // "Fertigstellen"
+
+    void CmdZurueck_Click();
+    void CmdAbbrechen_Click();
+    // Adds the animation behind the entries of the group on show, then ends
+    // the run. A full group is refused and the page stays.
+    void CmdWeiter_Click();
+
+private:
+    // The summary is built once, when the page loads.
+    void Form_Load();
+
+    FrmMain& main_;
+};
+
+} // namespace quarle::ui

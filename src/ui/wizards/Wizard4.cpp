@@ -1,0 +1,117 @@
+#include "ui/wizards/Wizard4.h"
+
+#include "platform/Reflection.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace quarle::ui {
+
+Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& chain, QWidget* parent)
+    : WizardPage(state, services, chain, QStringLiteral("Wizard4"),
+                 QStringLiteral("Wizard - Sonstige"), parent) {
+    CreatePicQuarle();
+    FrmScale = platform::Control(new QGroupBox(QStringLiteral("Ma\u00dfstab"), this),
+                                 QStringLiteral("FrmScale"));
+    LblHelpText1 = platform::Control(
+        new QLabel(QStringLiteral("Gib den Ma\u00dfstab in dem das Modell gespeichert werden "
+                                  "soll an. Er kann in der Regel auf \"1\" bleiben."),
+                   FrmScale),
+        QStringLiteral("LblHelpText1"));
+    LblScale = platform::Control(new QLabel(QStringLiteral("Ma\u00dfstab:"), FrmScale),
+                                 QStringLiteral("LblScale"));
+    TxtWiz4Massstab = platform::Control(new QLineEdit(QStringLiteral("1"), FrmScale),
+                                        QStringLiteral("TxtWiz4Massstab"));
+    FrmEyes =
+        platform::Control(new QGroupBox(QStringLiteral("Augen"), this), QStringLiteral("FrmEyes"));
+    LblHelpText2 = platform::Control(
+        new QLabel(QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
+                                  "Augen ist sollte jetzt die XYZ-Koordinate des Modells "
+                                  "angegeben werden."),
+                   FrmEyes),
+        QStringLiteral("LblHelpText2"));
+    ChkWiz4Augen = platform::Control(new QCheckBox(QStringLiteral("Augen"), FrmEyes),
+                                     QStringLiteral("ChkWiz4Augen"));
+    TxtWiz4AugenX = platform::Control(new QLineEdit(QStringLiteral("X"), FrmEyes),
+                                      QStringLiteral("TxtWiz4AugenX"));
+    TxtWiz4AugenY = platform::Control(new QLineEdit(QStringLiteral("Y"), FrmEyes),
+                                      QStringLiteral("TxtWiz4AugenY"));
+    TxtWiz4AugenZ = platform::Control(new QLineEdit(QStringLiteral("Z"), FrmEyes),
+                                      QStringLiteral("TxtWiz4AugenZ"));
+    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
+                                   QStringLiteral("CmdZurueck"));
+    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
+                                     QStringLiteral("CmdAbbrechen"));
+    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
+                                  QStringLiteral("CmdWeiter"));
+    CreateCmdLocalise();
+
+    for (QLabel* help : {LblHelpText1, LblHelpText2}) {
+        help->setWordWrap(true);
+        help->setFixedWidth(360);
+    }
+    TxtWiz4Massstab->setFixedWidth(80);
+    auto* scale = new QGridLayout(FrmScale);
+    scale->addWidget(LblHelpText1, 0, 0, 1, 3);
+    scale->addWidget(LblScale, 1, 0);
+    scale->addWidget(TxtWiz4Massstab, 1, 1);
+    scale->setColumnStretch(2, 1);
+    auto* eyes = new QGridLayout(FrmEyes);
+    eyes->addWidget(LblHelpText2, 0, 0, 1, 5);
+    eyes->addWidget(ChkWiz4Augen, 1, 0);
+    int column = 1;
+    for (QLineEdit* box : {TxtWiz4AugenX, TxtWiz4AugenY, TxtWiz4AugenZ}) {
+        box->setEnabled(false);
+        box->setFixedWidth(70);
+        FilterKeys(box, 3);
+        eyes->addWidget(box, 1, column++);
+    }
+    eyes->setColumnStretch(4, 1);
+    FilterKeys(TxtWiz4Massstab, 1);
+    auto* content = new QVBoxLayout;
+    content->addWidget(FrmScale);
+    content->addWidget(FrmEyes);
+    content->addStretch();
+    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
+
+    connect(ChkWiz4Augen, &QCheckBox::clicked, this, &Wizard4::ChkWiz4Augen_Click);
+    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard4::CmdZurueck_Click);
+    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard4::CmdAbbrechen_Click);
+    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard4::CmdWeiter_Click);
+    Form_Load();
+}
+
+void Wizard4::Form_Load() {
+    LoadPage();
+}
+
+void Wizard4::ChkWiz4Augen_Click() {
+    const bool on = ChkWiz4Augen->isChecked();
+    const char* letters[] = {"X", "Y", "Z"};
+    int i = 0;
+    for (QLineEdit* box : {TxtWiz4AugenX, TxtWiz4AugenY, TxtWiz4AugenZ}) {
+        box->setEnabled(on);
+        box->setText(on ? QStringLiteral("0") : QString::fromLatin1(letters[i]));
+        ++i;
+    }
+}
+
+void Wizard4::CmdZurueck_Click() {
+    GoBack();
+}
+
+void Wizard4::CmdAbbrechen_Click() {
+    EndRun();
+}
+
+void Wizard4::CmdWeiter_Click() {
+    GoNext();
+}
+
+} // namespace quarle::ui

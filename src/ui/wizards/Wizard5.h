@@ -1,0 +1,40 @@
+// Last page of the base-settings wizard: the summary, and the step that
+// writes the entries of all pages into the document and the main window.
+#pragma once
+
+#include "ui/wizards/WizardChain.h"
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace quarle::ui {
+
+class FrmMain;
+
+class Wizard5 : public WizardPage {
+    Q_OBJECT
+
+public:
+    Wizard5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
+            QWidget* parent = nullptr);
+
+    QLabel* LblAllRight = nullptr;
+    QListWidget* LstSumm = nullptr;
+    QPushButton* CmdZurueck = nullptr;
+    QPushButton* CmdAbbrechen = nullptr;
+    QPushButton* CmdFertig = nullptr;
+
+    void CmdZurueck_Click();
+    void CmdAbbrechen_Click();
+    // Paths, reference part, scale and eyes into the document, then the end.
+    void CmdFertig_Click();
+
+private:
+    // The summary is built once, when the page loads.
+    void Form_Load();
+
+    FrmMain& main_;
+};
+
+} // namespace quarle::ui

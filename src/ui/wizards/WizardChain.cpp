@@ -1,0 +1,240 @@
+#include "ui/wizards/WizardChain.h"
+
+#include "document/Paths.h"
+#include "document/Text.h"
+#include "platform/Reflection.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace quarle::ui {
+namespace {
+
+// The mascot's picture keeps this size on every page (2400 x 3600 twips);
+// a larger picture is scaled down into it.
+constexpr int PictureWidth = 160;
+constexpr int PictureHeight = 240;
+
+class KeyFilter : public QObject {
+public:
+    KeyFilter(QLineEdit* box, int flags) : QObject(box), flags_(flags) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) {
+            return false;
+        }
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->text().size() != 1 || (key->modifiers() & Qt::ControlModifier) != 0) {
+            return false; // arrows, Delete, shortcuts
+        }
+        const QChar typed = key->text().front();
+        if (typed.unicode() == 8 || key->key() == Qt::Key_Backspace) {
+            return false;
+        }
+        int code = typed.unicode() < 128 ? typed.unicode() : 0;
+        if (code < 32) {
+            return false; // Enter, Tab and the like reach the form
+        }
+        FilterKey(code, flags_);
+        if (code == 0) {
+            return true;
+        }
+        if (code != typed.unicode()) {
+            // The comma that became a point.
+            static_cast<QLineEdit*>(watched)->insert(QString(QChar(code)));
+            return true;
+        }
+        return false;
+    }
+
+private:
+    int flags_;
+};
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+// A page
+
+WizardPage::WizardPage(AppState& state, platform::Services& services, WizardChain& chain,
+                       const QString& name, const QString& title, QWidget* parent)
+    : LocalisedDialog(state, services, parent), chain_(chain) {
+    setObjectName(name);
+    setWindowTitle(title);
+    setModal(true);
+}
+
+QLabel* WizardPage::CreatePicQuarle() {
+    PicQuarle = platform::Control(new QLabel(this), QStringLiteral("PicQuarle"));
+    PicQuarle->setFixedSize(PictureWidth, PictureHeight);
+    PicQuarle->setAlignment(Qt::AlignCenter);
+    return PicQuarle;
+}
+
+void WizardPage::LoadPage() {
+    LoadLanguage();
+    if (PicQuarle != nullptr) {
+        // A missing or broken picture leaves the place empty.
+        const QPixmap picture(services_.ProgramFolder() + QStringLiteral("/bilder/quarle.jpg"));
+        if (!picture.isNull()) {
+            PicQuarle->setPixmap(picture.size().boundedTo(PicQuarle->size()) == picture.size()
+                                     ? picture
+                                     : picture.scaled(PicQuarle->size(), Qt::KeepAspectRatio,
+                                                      Qt::SmoothTransformation));
+        }
+    }
+}
+
+void WizardPage::LayOut(QLayout* content, std::initializer_list<QPushButton*> buttons) {
+    auto* top = new QHBoxLayout;
+    if (PicQuarle != nullptr) {
+        top->addWidget(PicQuarle, 0, Qt::AlignTop);
+    }
+    top->addLayout(content, 1);
+    auto* row = new QHBoxLayout;
+    row->addWidget(CmdLocalise);
+    row->addStretch();
+    for (QPushButton* button : buttons) {
+        button->setAutoDefault(false);
+        row->addWidget(button);
+    }
+    // Enter goes on (or finishes) while that is open.
+    if (buttons.size() > 0) {
+        (*(buttons.end() - 1))->setDefault(true);
+    }
+    auto* page = new QVBoxLayout(this);
+    page->addLayout(top, 1);
+    page->addLayout(row);
+    page->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void WizardPage::GoNext() {
+    chain_.step_ = WizardChain::Step::Next;
+    done(Accepted);
+}
+
+void WizardPage::GoBack() {
+    chain_.step_ = WizardChain::Step::Back;
+    done(Accepted);
+}
+
+void WizardPage::EndRun() {
+    chain_.step_ = WizardChain::Step::None;
+    done(Rejected);
+}
+
+// ---------------------------------------------------------------------------
+// The chain
+
+WizardChain::WizardChain(QWidget* parent, std::function<void(LocalisedDialog&)> connect)
+    : parent_(parent), connect_(std::move(connect)) {}
+
+WizardChain::~WizardChain() = default;
+
+void WizardChain::AddPage(Factory factory) {
+    factories_.push_back(std::move(factory));
+    pages_.emplace_back();
+}
+
+void WizardChain::Run() {
+    std::optional<QPoint> position;
+    std::size_t current = 0;
+    while (current < factories_.size()) {
+        if (!pages_[current]) {
+            pages_[current].reset(factories_[current](*this));
+            if (connect_) {
+                connect_(*pages_[current]);
+            }
+        }
+        WizardPage& page = *pages_[current];
+        if (position) {
+            page.move(*position);
+        }
+        page.Form_Activate();
+        // The close box and Escape end the run as Cancel does.
+        step_ = Step::None;
+        page.exec();
+        position = page.pos();
+        if (step_ == Step::Next) {
+            ++current;
+        } else if (step_ == Step::Back && current > 0) {
+            --current;
+        } else {
+            break;
+        }
+    }
+    // Unloads the pages, the last first.
+    while (!pages_.empty()) {
+        pages_.pop_back();
+    }
+    factories_.clear();
+}
+
+// ---------------------------------------------------------------------------
+// Helpers
+
+void FilterKeys(QLineEdit* box, int flags) {
+    box->installEventFilter(new KeyFilter(box, flags));
+    // Pasted or dropped text goes through the same filter, character by
+    // character.
+    QObject::connect(box, &QLineEdit::textEdited, box, [box, flags](const QString& text) {
+        QString kept;
+        for (const QChar c : text) {
+            int code = c.unicode() < 128 ? c.unicode() : 0;
+            if (code >= 32 && FilterKey(code, flags) != 0) {
+                kept.append(QChar(code));
+            }
+        }
+        if (kept != text) {
+            const int cursor = box->cursorPosition() - static_cast<int>(text.size() - kept.size());
+            box->setText(kept);
+            box->setCursorPosition(std::max(0, cursor));
+        }
+    });
+}
+
+QStringList SmdFilesOf(const QString& folder) {
+    if (folder.isEmpty()) {
+        return {};
+    }
+    QStringList names;
+    for (const std::string& name : paths::ListFiles(folder.toStdString(), ".smd")) {
+        names.append(QString::fromStdString(name));
+    }
+    return names;
+}
+
+QString InFolder(const QString& folder, const QString& name) {
+    return QString::fromStdString(paths::Join(folder.toStdString(), name.toStdString()));
+}
+
+bool FileExistsAt(const QString& path) {
+    return !path.isEmpty() && paths::FileExists(path.toStdString());
+}
+
+std::string PathToDocument(const QString& folder) {
+    return folder.toStdString();
+}
+
+QString PathFromDocument(const std::string& folder) {
+    return QString::fromStdString(folder);
+}
+
+bool FileReadable(const QString& path) {
+    const std::optional<std::string> resolved = paths::Resolve(path.toStdString());
+    if (!resolved) {
+        return false;
+    }
+    QFile file(QString::fromStdString(*resolved));
+    return file.open(QIODevice::ReadOnly);
+}
+
+} // namespace quarle::ui
