@@ -229,7 +229,7 @@ def wizard_picture(width=120, height=240, k=4):
         cx, cy = 24 + 5 * math.cos(ang), 196 + 3 * math.sin(ang)
         d.ellipse([(cx - 4) * k, (cy - 3) * k, (cx + 4) * k, (cy + 3) * k], fill=(250, 190, 210))
     d.ellipse([21 * k, 194 * k, 27 * k, 198 * k], fill=YELLOW)
-    frog(Pen(d, k, 2, 106, 1.16), look=(0.2, -0.1), mouth="open", arms=("rest", "wave"))
+    frog(Pen(d, k, 2, 106, 1.16), look=(0.2, -0.1), arms=("rest", "wave"))
     return img.resize((width, height), Image.LANCZOS)
 
 
