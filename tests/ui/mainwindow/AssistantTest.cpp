@@ -242,7 +242,11 @@ TEST_F(Assistant, WalksThroughTheTipsFromWhatTheWindowNeedsNext) {
     EXPECT_EQ(SpeechBox(), box + QPoint(450, 300));
     EXPECT_EQ(form->FrmWizSayTag, "0");
 
+    // Closed, then turned off within its twenty seconds: drawing again at once.
+    form->PicWizClose_Click();
     form->CmdEnd->click();
+    EXPECT_EQ(form->TmrAnimTag, "NEW");
+    EXPECT_EQ(form->TmrAnim->interval(), 500);
     EXPECT_FALSE(form->MnuWizardsWizAn->isChecked());
     EXPECT_FALSE(form->FrmWizSay->isVisible());
     EXPECT_EQ(Mascot(), QPoint(6000, 825));
