@@ -144,15 +144,17 @@ def point(pen_frame, shoulder, target):
                          ("ellipse", (hx, hy, 4.4, 4.4), GREEN)], 1.1)
 
 
-# Where each pointing frame puts the frog, which shoulder it points with,
-# and the spot the main window aims at.
+# Where each pointing frame puts the frog and at what size, which shoulder it
+# points with, and the spot the main window aims at. The frog keeps clear of
+# the corner where the speech box will stand (left of the spot and below it
+# when the spot is up-right, right of it when up-left), so the tip's text
+# stays readable.
 POINTING = {
-    2: dict(at=(0, 31), side=1, target=(68, 20)),
-    3: dict(at=(0, 0), side=1, target=(68, 68)),
-    4: dict(at=(34, 0), side=-1, target=(24, 68)),
-    5: dict(at=(34, 31), side=-1, target=(32, 20)),
+    2: dict(at=(12, 39), s=0.6, side=1, target=(68, 20)),
+    3: dict(at=(0, 0), s=0.66, side=1, target=(68, 68)),
+    4: dict(at=(34, 0), s=0.66, side=-1, target=(24, 68)),
+    5: dict(at=(25, 39), s=0.6, side=-1, target=(32, 20)),
 }
-SMALL = 0.66
 
 
 def draw_frame(n):
@@ -166,13 +168,14 @@ def draw_frame(n):
     elif n in POINTING:
         p = POINTING[n]
         ox, oy = p["at"]
-        pen = Pen(d, 1, ox, oy, SMALL)
+        small = p["s"]
+        pen = Pen(d, 1, ox, oy, small)
         tx, ty = p["target"]
-        cx, cy = ox + 50 * SMALL, oy + 28 * SMALL
+        cx, cy = ox + 50 * small, oy + 28 * small
         look = ((tx - cx) / max(abs(tx - cx), abs(ty - cy)), (ty - cy) / max(abs(tx - cx), abs(ty - cy)))
         arms = ("rest", None) if p["side"] == 1 else (None, "rest")
+        shoulder = (ox + (50 + p["side"] * 24) * small, oy + 63 * small)
         frog(pen, look=look, mouth="open", arms=arms)
-        shoulder = (ox + (50 + p["side"] * 24) * SMALL, oy + 63 * SMALL)
         point(Pen(d, 1), shoulder, p["target"])
     elif n == 6:
         frog(full, look=(0, -0.6), sac=1.0)
