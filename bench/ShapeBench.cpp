@@ -60,15 +60,13 @@ int main(int argc, char** argv) {
     const double runs = MedianMicros(repeats, [&] {
         const auto stride = static_cast<std::size_t>(pixels.bytesPerLine()) / 4;
         sink += static_cast<long long>(
-            quarle::platform::ShapeRuns(
-                {reinterpret_cast<const std::uint32_t*>(pixels.constBits()),
-                 stride * static_cast<std::size_t>(pixels.height())},
-                pixels.width(), pixels.height(), stride)
+            quarle::platform::ShapeRuns({reinterpret_cast<const std::uint32_t*>(pixels.constBits()),
+                                         stride * static_cast<std::size_t>(pixels.height())},
+                                        pixels.width(), pixels.height(), stride)
                 .size());
     });
-    const double region = MedianMicros(repeats, [&] {
-        sink += quarle::platform::BuildShapeRegion(picture).rectCount();
-    });
+    const double region = MedianMicros(
+        repeats, [&] { sink += quarle::platform::BuildShapeRegion(picture).rectCount(); });
     std::printf("picture     %dx%d, %d rectangles\n", picture.width(), picture.height(),
                 quarle::platform::BuildShapeRegion(picture).rectCount());
     std::printf("copy        %8.2f us\n", copy);

@@ -6,8 +6,8 @@ std::vector<ShapeRun> ShapeRuns(std::span<const std::uint32_t> pixels, int width
                                 std::size_t stride) {
     std::vector<ShapeRun> runs;
     if (width <= 0 || height <= 0 || stride < static_cast<std::size_t>(width) ||
-        pixels.size() < stride * static_cast<std::size_t>(height - 1) +
-                            static_cast<std::size_t>(width)) {
+        pixels.size() <
+            stride * static_cast<std::size_t>(height - 1) + static_cast<std::size_t>(width)) {
         return runs;
     }
     const std::uint32_t transparent = pixels[0];

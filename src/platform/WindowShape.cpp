@@ -14,10 +14,10 @@ QRegion BuildShapeRegion(const QImage& picture) {
         return {};
     }
     // One 32-bit value per pixel, so that colours compare exactly.
-    const QImage pixels = picture.format() == QImage::Format_RGB32 ||
-                                  picture.format() == QImage::Format_ARGB32
-                              ? picture
-                              : picture.convertToFormat(QImage::Format_ARGB32);
+    const QImage pixels =
+        picture.format() == QImage::Format_RGB32 || picture.format() == QImage::Format_ARGB32
+            ? picture
+            : picture.convertToFormat(QImage::Format_ARGB32);
     const auto stride = static_cast<std::size_t>(pixels.bytesPerLine()) / 4;
     const std::span<const std::uint32_t> all(
         reinterpret_cast<const std::uint32_t*>(pixels.constBits()),

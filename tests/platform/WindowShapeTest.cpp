@@ -2,8 +2,8 @@
 #include "platform/WindowShape.h"
 
 #include <QImage>
-#include <cstring>
 #include <QRect>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -38,7 +38,8 @@ TEST(WindowShape, KeepsTheRunsOfOtherColoursThanTheTopLeftPixel) {
         {"an opaque top-left pixel makes its colour transparent everywhere",
          {"#.#", ".#.", "#.."},
          {{1, 0, 1, 1}, {0, 1, 1, 1}, {2, 1, 1, 1}, {1, 2, 2, 1}}},
-        {"a whole row, a hole inside the drawing", {".....", ".###.", ".#.#.", "XXXXX"},
+        {"a whole row, a hole inside the drawing",
+         {".....", ".###.", ".#.#.", "XXXXX"},
          {{1, 1, 3, 1}, {1, 2, 1, 1}, {3, 2, 1, 1}, {0, 3, 5, 1}}},
         {"transparent everywhere", {"...", "..."}, {}},
         {"one pixel", {"."}, {}},

@@ -16,8 +16,8 @@
 #include <QDir>
 #include <QGroupBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
@@ -88,8 +88,7 @@ void FrmMain::ConnectAssistant() {
     closeBox->Click = [this] { PicWizClose_Click(); };
     auto* speechBox = new MouseRelay(FrmWizSay);
     speechBox->MouseDown = [this](Qt::MouseButton b, QPointF at) {
-        FrmWizSay_MouseDown(b, at.x() * platform::TwipsPerPixel,
-                            at.y() * platform::TwipsPerPixel);
+        FrmWizSay_MouseDown(b, at.x() * platform::TwipsPerPixel, at.y() * platform::TwipsPerPixel);
     };
     speechBox->MouseMove = [this](Qt::MouseButtons, QPointF at) {
         FrmWizSay_MouseMove(at.x() * platform::TwipsPerPixel, at.y() * platform::TwipsPerPixel);

@@ -5,11 +5,11 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QMouseEvent>
-#include <QTabBar>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QTabBar>
 #include <functional>
 #include <vector>
 
@@ -61,15 +61,15 @@ TEST_F(Assistant, PoseTimersWithFixedRandomNumbers) {
         int interval;
     };
     const std::vector<Row> rows = {
-        {"NEW", 0.05, "1", 6, true, 500},       // hold 1 tick, first loop
-        {"NEW", 0.10, "1", 8, true, 500},       // second loop
-        {"NEW", 0.99, "4", 0, false, 500},      // hold 4 ticks, resting
-        {"NEW", 0.00, "1", 0, false, 500},      //
-        {"3", 0.0, "2", 0, false, 500},         // counting down
-        {"1", 0.0, "NEW", 0, false, 500},       //
+        {"NEW", 0.05, "1", 6, true, 500},           // hold 1 tick, first loop
+        {"NEW", 0.10, "1", 8, true, 500},           // second loop
+        {"NEW", 0.99, "4", 0, false, 500},          // hold 4 ticks, resting
+        {"NEW", 0.00, "1", 0, false, 500},          //
+        {"3", 0.0, "2", 0, false, 500},             // counting down
+        {"1", 0.0, "NEW", 0, false, 500},           //
         {"BUSY", 0.0, "BUSY_SEC", 3, false, 10000}, // the pose holds
-        {"BUSY_SEC", 0.0, "0", 0, false, 500},  // then rests
-        {"0", 0.0, "-1", 0, false, 500},        // and never draws again
+        {"BUSY_SEC", 0.0, "0", 0, false, 500},      // then rests
+        {"0", 0.0, "-1", 0, false, 500},            // and never draws again
         {"-1", 0.0, "-2", 0, false, 500},
     };
     for (const Row& row : rows) {
@@ -85,8 +85,8 @@ TEST_F(Assistant, PoseTimersWithFixedRandomNumbers) {
     }
 
     // The loops: each frame shown in turn, the mascot keeps its place.
-    for (const auto& [first, played] : std::vector<std::pair<int, std::vector<int>>>{
-             {6, {7, 6, 7, 6}}, {8, {9, 8, 9}}}) {
+    for (const auto& [first, played] :
+         std::vector<std::pair<int, std::vector<int>>>{{6, {7, 6, 7, 6}}, {8, {9, 8, 9}}}) {
         form->SetWizardAnim(first);
         for (const int frame : played) {
             form->TmrPlayAnim_Timer();
@@ -145,11 +145,23 @@ TEST_F(Assistant, WalksThroughTheTipsFromWhatTheWindowNeedsNext) {
     // The window as a user fills it, and the tip the assistant starts with.
     const std::vector<std::pair<std::function<void()>, int>> stages = {
         {[] {}, 0},
-        {[this] { Doc().TexturePath = "/t"; form->Update(); }, 1},
+        {[this] {
+             Doc().TexturePath = "/t";
+             form->Update();
+         },
+         1},
         {[this] { OpenSampleModel(); }, 2},
-        {[this] { test::SelectText(form->LstFiles, "robot_ref"); form->CmdAdd->click(); }, 3},
+        {[this] {
+             test::SelectText(form->LstFiles, "robot_ref");
+             form->CmdAdd->click();
+         },
+         3},
         {[this] { ShowPage(1); }, 4},
-        {[this] { test::SelectText(form->LstFiles, "walk"); form->CmdAdd->click(); }, 5},
+        {[this] {
+             test::SelectText(form->LstFiles, "walk");
+             form->CmdAdd->click();
+         },
+         5},
     };
     for (const auto& [stage, step] : stages) {
         stage();
@@ -172,13 +184,13 @@ TEST_F(Assistant, WalksThroughTheTipsFromWhatTheWindowNeedsNext) {
         return QRect(w->mapTo(form->centralWidget(), r.topLeft()), r.size());
     };
     ShowPage(0);
-    const QRect things[] = {inForm(form->CmdBrowseTexture, form->CmdBrowseTexture->rect()),
-                            inForm(form->CmdBrowseModel, form->CmdBrowseModel->rect()),
-                            inForm(form->LstParts->viewport(),
-                                   form->LstParts->visualItemRect(form->LstParts->item(0))),
-                            inForm(form->TabSmd->tabBar(), form->TabSmd->tabBar()->tabRect(1)),
-                            inForm(form->CmdAdd, form->CmdAdd->rect()),
-                            inForm(form->CmdCompile, form->CmdCompile->rect())};
+    const QRect things[] = {
+        inForm(form->CmdBrowseTexture, form->CmdBrowseTexture->rect()),
+        inForm(form->CmdBrowseModel, form->CmdBrowseModel->rect()),
+        inForm(form->LstParts->viewport(), form->LstParts->visualItemRect(form->LstParts->item(0))),
+        inForm(form->TabSmd->tabBar(), form->TabSmd->tabBar()->tabRect(1)),
+        inForm(form->CmdAdd, form->CmdAdd->rect()),
+        inForm(form->CmdCompile, form->CmdCompile->rect())};
     ShowPage(1);
     // Up-right at the path buttons, the tab and the compile button; up-left
     // at the list of parts and the add button, which stand left of the middle.
@@ -235,8 +247,9 @@ TEST_F(Assistant, WalksThroughTheTipsFromWhatTheWindowNeedsNext) {
     // Dragging the speech box by its title stripe; the shadow follows.
     const QPoint box = SpeechBox();
     QTest::mousePress(form->ShpTitel, Qt::LeftButton, {}, QPoint(10, 4));
-    QMouseEvent move(QEvent::MouseMove, QPointF(40, 24), form->ShpTitel->mapToGlobal(QPointF(40, 24)),
-                     Qt::NoButton, Qt::LeftButton, {});
+    QMouseEvent move(QEvent::MouseMove, QPointF(40, 24),
+                     form->ShpTitel->mapToGlobal(QPointF(40, 24)), Qt::NoButton, Qt::LeftButton,
+                     {});
     QApplication::sendEvent(form->ShpTitel, &move);
     QTest::mouseRelease(form->ShpTitel, Qt::LeftButton, {}, QPoint(40, 24));
     EXPECT_EQ(SpeechBox(), box + QPoint(450, 300));
