@@ -26,6 +26,8 @@ void DetailDialogsGallery(const QString& folder, const char* languageFile);
 void SkeletonGallery(const QString& folder, const char* languageFile);
 // Every page of both wizards, filled on the sample model folder (WizardsGallery.cpp).
 void WizardsGallery(const QString& folder, const char* languageFile);
+// The mascot parked and at each tip, and its frames (AssistantGallery.cpp).
+void AssistantGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -130,6 +132,7 @@ int main(int argc, char** argv) {
         DetailDialogsGallery(folder, language.file);
         SkeletonGallery(folder, language.file);
         WizardsGallery(folder, language.file);
+        AssistantGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

@@ -156,6 +156,12 @@ public:
     void CmdEnd_Click();
     void PicWiz_Click();
     void PicWizClose_Click();
+    void PicWizClose_MouseDown(Qt::MouseButton button);
+    void PicWizClose_MouseUp(Qt::MouseButton button);
+    // Positions in twips inside the speech box.
+    void FrmWizSay_MouseDown(Qt::MouseButton button, double x, double y);
+    void FrmWizSay_MouseMove(double x, double y);
+    void FrmWizSay_MouseUp();
     void TmrAnim_Timer();
     void TmrPlayAnim_Timer();
 
@@ -296,6 +302,8 @@ private:
     void ConnectAnimationsPage();
     void ConnectFileCommands();
     void ConnectAssistant();
+    // Shows frame anim of the mascot at its place, cut to its outline.
+    void ShowWizardFrame(int anim);
     // Enables or disables what needs a model folder.
     void SetModelFolderKnown(bool known);
     // The open dialog for a folder: the folder of the chosen file, or

@@ -349,6 +349,7 @@ void FrmMain::BuildAssistant() {
     SetGeometryTwips(TxtWizSay, 120, 195, 3015, 750);
     QFont small = font();
     small.setPixelSize(10);
+    TxtWizSay->setFont(small);
     CmdWizBack = Control(new QPushButton(QStringLiteral("Zur\u00fcck"), FrmWizSay),
                          QStringLiteral("CmdWizBack"));
     SetGeometryTwips(CmdWizBack, 1080, 1050, 975, 225);
