@@ -549,6 +549,28 @@ GERMAN_MESSAGES = {
     "MSG_READ_DETAIL": "%1: „%2“",
     "MSG_TEXT_NOT_CP1252": "„%1“ enthält ein Zeichen, das in einer qc-Datei nicht gespeichert "
                            "werden kann. Bitte nur Buchstaben westeuropäischer Sprachen verwenden.",
+    "MSG_FINDING_UNKNOWN_DIRECTIVE": "Eine Anweisung, die Quarle nicht kennt, fällt weg",
+    "MSG_FINDING_LINE_NOT_READ": "Eine Zeile, die zu keiner Anweisung gehört, fällt weg",
+    "MSG_FINDING_LINE_AFTER_SEQUENCE": "Eine Zeile nach einer $sequence-Zeile (etwa ein Event) fällt weg",
+    "MSG_FINDING_MOTION_FLAG_DROPPED": "Ein Bewegungsschalter X, AX, AY oder AZR fällt weg",
+    "MSG_FINDING_SEQUENCE_OPTION_MISREAD": "Eine Option einer Sequenz, die Quarle nicht kennt, wird als Blend-Datei oder Aktivität gelesen",
+    "MSG_FINDING_BLEND_WITHOUT_FILE": "Ein Blend ohne zweite Datei fällt weg",
+    "MSG_FINDING_BODY_WORDS_LOST": "Wörter hinter den zwei Namen eines $body fallen weg",
+    "MSG_FINDING_BODY_GROUP_REVERSE_LOST": "Eine Bodygruppe aus einem gespiegelten Teil verliert ihr reverse",
+    "MSG_FINDING_PATH_REPLACED": "Eine $cd- oder $cdtexture-Zeile wird von einer späteren ersetzt",
+    "MSG_FINDING_SEQUENCE_NOT_WRITTEN": "Eine Sequenz nach der 101. ihrer Gruppe fällt weg",
+    "MSG_FINDING_FRACTION_ROUNDED": "Eine Kommazahl in einem Feld für ganze Zahlen wird gerundet",
+    "MSG_FINDING_TEXTURE_NOT_IN_PARTS": "Eine Textur, die kein Teil benutzt, fällt weg",
+    "MSG_FINDING_RENDER_MODE_CHANGED": "Ein anderer Render-Modus als masked oder additive wird zu additive",
+    "MSG_FINDING_TEXTURE_ROW_DROPPED": "Eine Zeile einer Texturgruppe, die nichts ändert oder nach der zehnten steht, fällt weg",
+    "MSG_FINDING_PLACE": "%1, Zeile %2: %3",
+    "MSG_FINDINGS_ONE": "Quarle kann nicht alles in diesem Skript behalten: 1 Stelle ändert beim Speichern das Modell.",
+    "MSG_FINDINGS_MANY": "Quarle kann nicht alles in diesem Skript behalten: %1 Stellen ändern beim Speichern das Modell.",
+    "MSG_FINDINGS_FIRST": "Die ersten Stellen:",
+    "MSG_FINDINGS_MORE": "... und %1 weitere.",
+    "MSG_FINDINGS_KEPT": "Das erste Speichern bewahrt das ursprüngliche Skript daneben als „%1“ auf.",
+    "MSG_FINDINGS_TITLE": "Was das Speichern ändert",
+    "MSG_KEEP_ORIGINAL_FAILED": "Das ursprüngliche Skript kann nicht als „%1“ aufbewahrt werden, darum wurde es nicht überschrieben.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to
