@@ -3,7 +3,6 @@
 #include "document/NumberText.h"
 #include "document/Paths.h"
 
-#include <array>
 #include <filesystem>
 #include <system_error>
 
@@ -27,35 +26,12 @@ std::string FindingWarning(const LoadFinding& finding, const MessageTexts& texts
            TextOf(texts, FindingMessage(finding.Kind)) + ")";
 }
 
-std::string FindingsReport(const LoadFindings& findings, const std::string& keptAs,
-                           const MessageTexts& texts) {
-    std::string report =
-        findings.size() == 1
-            ? TextOf(texts, MSG_FINDINGS_ONE)
-            : FormatMessage(TextOf(texts, MSG_FINDINGS_MANY), {IntToText(static_cast<long long>(findings.size()))});
-    report += "\n";
+std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings) {
     std::array<std::size_t, FindingKinds> counts{};
     for (const LoadFinding& f : findings) {
         ++counts[static_cast<std::size_t>(f.Kind)];
     }
-    for (int k = 0; k < FindingKinds; ++k) {
-        const std::size_t n = counts[static_cast<std::size_t>(k)];
-        if (n > 0) {
-            report += "\n- " + TextOf(texts, FindingMessage(static_cast<FindingKind>(k))) + ": " +
-                      IntToText(static_cast<long long>(n));
-        }
-    }
-    report += "\n\n" + TextOf(texts, MSG_FINDINGS_FIRST);
-    const std::size_t quoted = std::min(findings.size(), QuotedFindings);
-    for (std::size_t i = 0; i < quoted; ++i) {
-        report += "\n" + FindingPlace(findings[i], texts);
-    }
-    if (findings.size() > quoted) {
-        report += "\n" + FormatMessage(TextOf(texts, MSG_FINDINGS_MORE),
-                                       {IntToText(static_cast<long long>(findings.size() - quoted))});
-    }
-    report += "\n\n" + FormatMessage(TextOf(texts, MSG_FINDINGS_KEPT), {paths::FileNameOf(keptAs)});
-    return report;
+    return counts;
 }
 
 std::string KeptOriginalName(const std::string& script) {

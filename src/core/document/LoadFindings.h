@@ -11,6 +11,7 @@
 
 #include "localisation/MessageTexts.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -66,20 +67,17 @@ inline Msg FindingMessage(FindingKind kind) {
 }
 
 // "model.qc, line 12: $cliptotextures": where a finding stands, the file by
-// its name only.
+// its name only. The line's bytes are passed through as they are.
 std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts);
 
 // One line for standard error: "warning: ", the place, the kind.
 std::string FindingWarning(const LoadFinding& finding,
                            const MessageTexts& texts = EnglishMessageTexts());
 
-// The text of the message after a load with findings: how many places, which
-// kinds (each with its count), the first few places quoted, and the name the
-// original will be kept under.
-std::string FindingsReport(const LoadFindings& findings, const std::string& keptAs,
-                           const MessageTexts& texts);
+// How many findings there are of each kind, in the order of the kinds.
+std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings);
 
-// The places shown in the report; the rest is counted.
+// The places a message quotes; the rest is counted.
 inline constexpr std::size_t QuotedFindings = 5;
 
 // The original script, kept on the first save over it: the first of
