@@ -98,5 +98,30 @@ TEST(LoadFindings, AWrittenScriptGivesNoneAndAnIncludeIsNamedByItsOwnLines) {
               "left out)");
 }
 
+#ifndef _WIN32
+// quarle-qc prints one warning a finding and keeps its exit status.
+TEST(LoadFindings, RoundtripWarnsOfEachPlaceOnStandardError) {
+    Model m;
+    std::string script = "$cdtexture \"" + m.M() + "\"\n" + m.Paths() +
+                         "$cliptotextures\n$sequence \"s0\" \"walk\" fps 30 node 3\n";
+    script += testing::Repeat(1, 129, [](auto i) { return "$sequence s" + i + " walk\n"; });
+    const std::string in = m.Dir.Write("done.qc", script);
+    const testing::ToolRun run = testing::RunTool({"roundtrip", in, m.Dir / "out.qc"}, m.Dir.Path());
+    EXPECT_EQ(run.Status, 0);
+    std::string expected =
+        "warning: done.qc, line 1: $cdtexture \"" + m.M() +
+        "\" (A $cd or $cdtexture line is replaced by a later one)\n"
+        "warning: done.qc, line 4: $cliptotextures (A directive that Quarle does not know is left "
+        "out)\n"
+        "warning: done.qc, line 5: $sequence \"s0\" \"walk\" fps 30 node 3 (A sequence option that "
+        "Quarle does not know is read as a blend file or an activity)\n";
+    expected += testing::Repeat(101, 129, [](auto i) {
+        return "warning: done.qc, line " + std::to_string(std::stoi(i) + 5) + ": $sequence s" + i +
+               " walk (A sequence beyond the 101st of its group is left out)\n";
+    });
+    EXPECT_EQ(run.Err, expected);
+}
+#endif
+
 } // namespace
 } // namespace quarle
