@@ -79,15 +79,8 @@ TEST(LoadFindings, EachKindNamesItsLinesAndLeavesTheDocumentAsItWas) {
     }
 }
 
-TEST(LoadFindings, AWrittenScriptGivesNoneAndAnIncludeIsNamedByItsOwnLines) {
+TEST(LoadFindings, AnIncludeIsNamedByItsOwnLines) {
     Model m;
-    auto doc = std::make_unique<Document>();
-    testing::FillRobot(*doc, m.M(), m.Dir / "tex");
-    doc->BodyGroups[1].Parts[1] = "head";
-    doc->BodyGroups[2].Parts[1] = "arm";
-    ASSERT_EQ(m.Load(testing::Script(*doc)), ReadOutcome::Loaded);
-    EXPECT_EQ(m.Findings, LoadFindings{});
-
     const std::string include = m.Dir.Write("more.qc", "// two\n$sequence \"a\" \"walk\"\n"
                                                        "$origin 0 0 1\n");
     ASSERT_EQ(m.Load(m.Paths() + "$include \"" + include + "\"\n$flags 1\n"), ReadOutcome::Loaded);
