@@ -84,8 +84,9 @@ TEST(LoadFindings, AnIncludeIsNamedByItsOwnLines) {
     const std::string include = m.Dir.Write("more.qc", "// two\n$sequence \"a\" \"walk\"\n"
                                                        "$origin 0 0 1\n");
     ASSERT_EQ(m.Load(m.Paths() + "$include \"" + include + "\"\n$flags 1\n"), ReadOutcome::Loaded);
-    EXPECT_EQ(m.Findings, (LoadFindings{{Kind::UnknownDirective, include, 3, "$origin 0 0 1"},
-                                        {Kind::UnknownDirective, m.Dir / "model.qc", 4, "$flags 1"}}));
+    EXPECT_EQ(m.Findings,
+              (LoadFindings{{Kind::UnknownDirective, include, 3, "$origin 0 0 1"},
+                            {Kind::UnknownDirective, m.Dir / "model.qc", 4, "$flags 1"}}));
     EXPECT_EQ(FindingWarning(m.Findings[0]),
               "warning: more.qc, line 3: $origin 0 0 1 (A directive that Quarle does not know is "
               "left out)");
@@ -99,7 +100,8 @@ TEST(LoadFindings, RoundtripWarnsOfEachPlaceOnStandardError) {
                          "$cliptotextures\n$sequence \"s0\" \"walk\" fps 30 node 3\n";
     script += testing::Repeat(1, 129, [](auto i) { return "$sequence s" + i + " walk\n"; });
     const std::string in = m.Dir.Write("done.qc", script);
-    const testing::ToolRun run = testing::RunTool({"roundtrip", in, m.Dir / "out.qc"}, m.Dir.Path());
+    const testing::ToolRun run =
+        testing::RunTool({"roundtrip", in, m.Dir / "out.qc"}, m.Dir.Path());
     EXPECT_EQ(run.Status, 0);
     std::string expected =
         "warning: done.qc, line 1: $cdtexture \"" + m.M() +

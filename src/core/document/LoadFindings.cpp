@@ -58,7 +58,8 @@ std::optional<std::string> KeepOriginal(const std::string& script, std::string& 
         if (ec != std::errc::file_exists) {
             // Nothing half copied stays behind under the kept name.
             std::error_code ignored;
-            if (std::filesystem::exists(to, ignored) && !std::filesystem::equivalent(from, to, ignored)) {
+            if (std::filesystem::exists(to, ignored) &&
+                !std::filesystem::equivalent(from, to, ignored)) {
                 std::filesystem::remove(to, ignored);
             }
             break;

@@ -20,20 +20,20 @@
 namespace quarle {
 
 enum class FindingKind {
-    UnknownDirective,    // a directive the reader does not know, with the lines under it
-    LineNotRead,         // a line outside every block (a tab in front, stray text)
-    LineAfterSequence,   // a line behind a $sequence, such as an event block
-    MotionFlagDropped,   // X, AX, AY or AZR on a $sequence
+    UnknownDirective,      // a directive the reader does not know, with the lines under it
+    LineNotRead,           // a line outside every block (a tab in front, stray text)
+    LineAfterSequence,     // a line behind a $sequence, such as an event block
+    MotionFlagDropped,     // X, AX, AY or AZR on a $sequence
     SequenceOptionMisread, // an unknown option taken for a blend file or an activity
-    BlendWithoutFile,    // blend without a second file: neither is written
-    BodyWordsLost,       // words behind the two names of a $body, such as reverse
-    BodyGroupReverseLost, // a $bodygroup of one reversed part becomes a $body
-    PathReplaced,        // a $cd or $cdtexture that a later one replaces
-    SequenceNotWritten,  // a sequence beyond the 101 of a group that a save writes
-    FractionRounded,     // a fraction in a whole-number field, as in fps 29.97
-    TextureNotInParts,   // a texture of $texrendermode or $texturegroup the parts lack
-    RenderModeChanged,   // a render mode other than masked or additive
-    TextureRowDropped,   // a $texturegroup row that changes nothing, or beyond the tenth
+    BlendWithoutFile,      // blend without a second file: neither is written
+    BodyWordsLost,         // words behind the two names of a $body, such as reverse
+    BodyGroupReverseLost,  // a $bodygroup of one reversed part becomes a $body
+    PathReplaced,          // a $cd or $cdtexture that a later one replaces
+    SequenceNotWritten,    // a sequence beyond the 101 of a group that a save writes
+    FractionRounded,       // a fraction in a whole-number field, as in fps 29.97
+    TextureNotInParts,     // a texture of $texrendermode or $texturegroup the parts lack
+    RenderModeChanged,     // a render mode other than masked or additive
+    TextureRowDropped,     // a $texturegroup row that changes nothing, or beyond the tenth
 };
 inline constexpr int FindingKinds = static_cast<int>(FindingKind::TextureRowDropped) + 1;
 

@@ -164,7 +164,8 @@ BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
         return BufferResult::Unreadable;
     }
     Buffering buffering(out, baseFolder, host, report, map);
-    return buffering.Copy(text, Identity(disk), scriptPath) ? BufferResult::Done : BufferResult::Refused;
+    return buffering.Copy(text, Identity(disk), scriptPath) ? BufferResult::Done
+                                                            : BufferResult::Refused;
 }
 
 } // namespace quarle

@@ -795,9 +795,9 @@ private:
             case 7:
                 // An activity is a name of the game's, ACT_..., and a weight.
                 // An empty token (blanks in a row) takes an empty one with it.
-                if (anim.ActivityId.empty() ? !t.empty()
-                                            : !ToUpper(anim.ActivityId).starts_with("ACT_") ||
-                                                  !StrictNumber(t, '.')) {
+                if (anim.ActivityId.empty()
+                        ? !t.empty()
+                        : !ToUpper(anim.ActivityId).starts_with("ACT_") || !StrictNumber(t, '.')) {
                     Note(FindingKind::SequenceOptionMisread);
                 }
                 anim.ActivityId += ' ';

@@ -26,8 +26,8 @@ bool SameScript(const std::string& a, const std::string& b) {
         return true;
     }
     std::error_code ec;
-    return std::filesystem::equivalent(paths::Resolve(a).value_or(a),
-                                       paths::Resolve(b).value_or(b), ec) &&
+    return std::filesystem::equivalent(paths::Resolve(a).value_or(a), paths::Resolve(b).value_or(b),
+                                       ec) &&
            !ec;
 }
 
@@ -69,7 +69,8 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
         lines << Place(state_, findings[i]);
     }
     if (findings.size() > quoted) {
-        lines << MessageText(state_, MSG_FINDINGS_MORE, {QString::number(findings.size() - quoted)});
+        lines << MessageText(state_, MSG_FINDINGS_MORE,
+                             {QString::number(findings.size() - quoted)});
     }
     lines << QString()
           << MessageText(state_, MSG_FINDINGS_KEPT,
@@ -96,11 +97,11 @@ bool FrmMain::KeepOriginalBeforeSave() {
         originalsToKeep_.erase(pending);
         return true;
     }
-    services_.MsgBox(MessageText(state_, MSG_KEEP_ORIGINAL_FAILED,
-                                 {PathText(KeptOriginalName(script))}) +
-                         QStringLiteral("\n\n") + QString::fromLocal8Bit(error.c_str()),
-                     platform::Buttons::Ok, platform::Icon::Critical,
-                     QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
+    services_.MsgBox(
+        MessageText(state_, MSG_KEEP_ORIGINAL_FAILED, {PathText(KeptOriginalName(script))}) +
+            QStringLiteral("\n\n") + QString::fromLocal8Bit(error.c_str()),
+        platform::Buttons::Ok, platform::Icon::Critical,
+        QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
     return false;
 }
 

@@ -51,13 +51,15 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
               "- A $cd or $cdtexture line is replaced by a later one: 1\n"
               "- A sequence beyond the 101st of its group is left out: 29\n\n"
               "The first places:\n"
-              "done.qc, line 3: $cdtexture \"" + work.path() + "\"\n"
-              "done.qc, line 5: $cliptotextures\n"
-              "done.qc, line 7: $sequence \"s0\" \"idle\" fps 30 node 3\n"
-              "done.qc, line 108: $sequence \"s101\" \"idle\" fps 30\n"
-              "done.qc, line 109: $sequence \"s102\" \"idle\" fps 30\n"
-              "... and 27 more.\n\n"
-              "The first save keeps the original script beside it as \"done.qc.orig2\".");
+              "done.qc, line 3: $cdtexture \"" +
+                  work.path() +
+                  "\"\n"
+                  "done.qc, line 5: $cliptotextures\n"
+                  "done.qc, line 7: $sequence \"s0\" \"idle\" fps 30 node 3\n"
+                  "done.qc, line 108: $sequence \"s101\" \"idle\" fps 30\n"
+                  "done.qc, line 109: $sequence \"s102\" \"idle\" fps 30\n"
+                  "... and 27 more.\n\n"
+                  "The first save keeps the original script beside it as \"done.qc.orig2\".");
     EXPECT_EQ(form->LstAnimations->count(), 130);
 
     form->MnuDateiSpeichern->trigger();
