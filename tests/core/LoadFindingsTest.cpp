@@ -58,6 +58,10 @@ TEST(LoadFindings, EachKindNamesItsLinesAndLeavesTheDocumentAsItWas) {
         {"$body body \"arm\"\n$texturegroup skins\n{\n{ \"b.bmp\" \"c.bmp\" }\n"
          "{ \"b.bmp\" \"c.bmp\" }\n{ \"c.bmp\" \"b.bmp\" }\n}\n",
          {{Kind::TextureRowDropped, 7}}},
+        {"$bodygroup arms\n{\nstudio arm\nBlank\n}\n", {{Kind::PartReadAsBlank, 5}}},
+        {"$controller 0 \"b\" X 0 10\n$controller 1 \"b\" yr 0 10\n"
+         "$sequence \"a\" \"walk\" \"walk2\" blend Y 0 1\n",
+         {{Kind::AxisNotKept, 3}, {Kind::AxisNotKept, 5}}},
     };
     for (const auto& [body, expected] : table) {
         Model m;

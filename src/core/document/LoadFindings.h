@@ -34,8 +34,10 @@ enum class FindingKind {
     TextureNotInParts,     // a texture of $texrendermode or $texturegroup the parts lack
     RenderModeChanged,     // a render mode other than masked or additive
     TextureRowDropped,     // a $texturegroup row that changes nothing, or beyond the tenth
+    PartReadAsBlank,       // a part line without studio "..." (studio arm, without quotes)
+    AxisNotKept,           // a controller or blend axis other than XR, YR, ZR
 };
-inline constexpr int FindingKinds = static_cast<int>(FindingKind::TextureRowDropped) + 1;
+inline constexpr int FindingKinds = static_cast<int>(FindingKind::AxisNotKept) + 1;
 
 struct LoadFinding {
     FindingKind Kind = FindingKind::UnknownDirective;
@@ -60,8 +62,7 @@ struct SourceMap {
 
 // The message of a kind: the messages follow the kinds.
 inline Msg FindingMessage(FindingKind kind) {
-    static_assert(MSG_FINDING_TEXTURE_ROW_DROPPED - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 ==
-                      FindingKinds,
+    static_assert(MSG_FINDING_AXIS_NOT_KEPT - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
                   "one message for each kind of finding, in the same order");
     return static_cast<Msg>(MSG_FINDING_UNKNOWN_DIRECTIVE + static_cast<int>(kind));
 }

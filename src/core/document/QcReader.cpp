@@ -304,7 +304,9 @@ private:
         return token == NoToken ? std::string() : NoQuotes(token);
     }
 
-    static f32 AxisOr(const std::string& word, f32 old) {
+    // The axis of a word; any other word (such as the X of a moving
+    // controller) keeps the old one.
+    f32 AxisOr(const std::string& word, f32 old) {
         const std::string upper = ToUpper(word);
         if (upper == "XR") {
             return 0.0f;
@@ -315,6 +317,7 @@ private:
         if (upper == "ZR") {
             return 2.0f;
         }
+        Note(FindingKind::AxisNotKept);
         return old;
     }
 
@@ -544,6 +547,9 @@ private:
         const std::size_t p = group.PartCount;
         const std::string after = TextAfter(text, "studio \"", 1);
         if (after == "-1") {
+            if (ToUpper(text) != "BLANK") {
+                Note(FindingKind::PartReadAsBlank);
+            }
             group.Parts[p] = Blank;
             return;
         }
