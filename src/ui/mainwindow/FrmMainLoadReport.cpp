@@ -31,10 +31,18 @@ bool SameScript(const std::string& a, const std::string& b) {
            !ec;
 }
 
+// A quoted line longer than this is cut, so that the message keeps a
+// readable width.
+constexpr int QuotedLineWidth = 80;
+
 QString Place(const AppState& state, const LoadFinding& finding) {
-    return MessageText(state, MSG_FINDING_PLACE,
-                       {PathText(paths::FileNameOf(finding.File)), QString::number(finding.Line),
-                        platform::FromCp1252(finding.Text)});
+    QString text = platform::FromCp1252(finding.Text);
+    if (text.size() > QuotedLineWidth) {
+        text = text.left(QuotedLineWidth - 3) + QStringLiteral("...");
+    }
+    return MessageText(
+        state, MSG_FINDING_PLACE,
+        {PathText(paths::FileNameOf(finding.File)), QString::number(finding.Line), text});
 }
 
 } // namespace
