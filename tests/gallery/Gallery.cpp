@@ -18,6 +18,8 @@
 void PagesGallery(const QString& folder, const char* languageFile);
 // The compile dialog after a run and after a refusal (CompileRunGallery.cpp).
 void CompileRunGallery(const QString& folder, const char* languageFile);
+// The message after a load with findings (LoadReportGallery.cpp).
+void LoadReportGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -118,6 +120,7 @@ int main(int argc, char** argv) {
         MainWindowLocalising(folder, language.file);
         PagesGallery(folder, language.file);
         CompileRunGallery(folder, language.file);
+        LoadReportGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

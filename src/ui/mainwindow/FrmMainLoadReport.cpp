@@ -66,9 +66,8 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
     for (int k = 0; k < FindingKinds; ++k) {
         const std::size_t n = counts[static_cast<std::size_t>(k)];
         if (n > 0) {
-            lines << QStringLiteral("- ") +
-                         MessageText(state_, FindingMessage(static_cast<FindingKind>(k))) +
-                         QStringLiteral(": ") + QString::number(n);
+            lines << QString::number(n) + QStringLiteral(" \u00d7 ") +
+                         MessageText(state_, FindingMessage(static_cast<FindingKind>(k)));
         }
     }
     lines << QString() << MessageText(state_, MSG_FINDINGS_FIRST);

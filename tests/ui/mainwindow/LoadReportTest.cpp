@@ -45,11 +45,11 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
     EXPECT_EQ(box.Text,
               "Quarle cannot keep everything in this script: 32 places will change the model "
               "when the script is saved.\n\n"
-              "- A directive that Quarle does not know is left out: 1\n"
-              "- A sequence option that Quarle does not know is read as a blend file or an "
-              "activity: 1\n"
-              "- A $cd or $cdtexture line is replaced by a later one: 1\n"
-              "- A sequence beyond the 101st of its group is left out: 29\n\n"
+              "1 × A directive that Quarle does not know is left out\n"
+              "1 × A sequence option that Quarle does not know is read as a blend file or an "
+              "activity\n"
+              "1 × A $cd or $cdtexture line is replaced by a later one\n"
+              "29 × A sequence beyond the 101st of its group is left out\n\n"
               "The first places:\n"
               "done.qc, line 3: $cdtexture \"" +
                   work.path() +
