@@ -901,7 +901,7 @@ private:
             parseState_ = 9;
         } else if (HasUpperStart(t)) {
             // An activity; the next token, whatever it is, is its second word.
-            if (!anim.ActivityId.empty()) {
+            if (!Trim(anim.ActivityId).empty()) {
                 Note(FindingKind::SequenceOptionMisread); // the first one is lost
             }
             anim.ActivityId = t;
