@@ -110,6 +110,7 @@ TEST(QcSequence, AWrittenScriptReadsBackIntoTheSameScript) {
     EXPECT_EQ(again.LoadFile(m.Dir.Write("robot.qc", first)), ReadOutcome::Loaded);
     EXPECT_TRUE(again.Host.Questions.empty());
     EXPECT_TRUE(again.Host.Problems.empty());
+    EXPECT_TRUE(again.Findings.empty()) << again.Findings.front().Text;
     EXPECT_EQ(again.Written(), first);
 
     const Document& d = *again.Doc;

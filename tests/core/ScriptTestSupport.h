@@ -154,8 +154,11 @@ struct Model {
     ReadOutcome LoadFile(const std::string& path) {
         InitVars(*Doc);
         Doc->QcFile = path;
-        return ReadQcFile(*Doc, Host, Dir.Path());
+        // Every load lists its findings: the document must come out the same.
+        Findings.clear();
+        return ReadQcFile(*Doc, Host, Dir.Path(), &Findings);
     }
+    LoadFindings Findings;
     std::string Written() const { return Script(*Doc); }
 };
 

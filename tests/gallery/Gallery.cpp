@@ -28,6 +28,8 @@ void SkeletonGallery(const QString& folder, const char* languageFile);
 void WizardsGallery(const QString& folder, const char* languageFile);
 // The mascot parked and at each tip, and its frames (AssistantGallery.cpp).
 void AssistantGallery(const QString& folder, const char* languageFile);
+// The message after a load with findings (LoadReportGallery.cpp).
+void LoadReportGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -133,6 +135,7 @@ int main(int argc, char** argv) {
         SkeletonGallery(folder, language.file);
         WizardsGallery(folder, language.file);
         AssistantGallery(folder, language.file);
+        LoadReportGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

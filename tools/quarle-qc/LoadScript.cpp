@@ -124,7 +124,13 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
     InitVars(*loaded.Doc);
     loaded.Doc->QcFile = path;
     ToolReaderHost host(*loaded.Doc, missing, texts, path);
-    switch (ReadQcFile(*loaded.Doc, host, work.Path())) {
+    LoadFindings findings;
+    const ReadOutcome outcome = ReadQcFile(*loaded.Doc, host, work.Path(), &findings);
+    // What a save of this load would change, one warning a line.
+    for (const LoadFinding& finding : findings) {
+        std::fprintf(stderr, "%s\n", FindingWarning(finding).c_str());
+    }
+    switch (outcome) {
     case ReadOutcome::Loaded:
         loaded.Status = 0;
         break;

@@ -3,7 +3,8 @@
 // name the script, read. Nothing is asked: with Missing::Keep every folder or
 // part file that cannot be found stays as the script wrote it; with
 // Missing::Refuse the first such question breaks the load off. Problems of
-// the script go to stderr.
+// the script go to stderr, and so does each place where a save will change
+// the model, one line "warning: FILE, line N: TEXT (KIND)" each.
 #pragma once
 
 #include "AppState.h"

@@ -70,18 +70,28 @@ std::string Identity(const std::string& diskPath) {
 class Buffering {
 public:
     Buffering(std::ostream& out, const std::string& baseFolder, ReaderHost& host,
-              ProblemOnce& report)
-        : out_(out), baseFolder_(baseFolder), host_(host), report_(report) {}
+              ProblemOnce& report, SourceMap* map)
+        : out_(out), baseFolder_(baseFolder), host_(host), report_(report), map_(map) {}
 
-    // Copies one file's text; false when the user refused a question.
-    bool Copy(const std::string& text, const std::string& identity) {
+    // Copies one file's text; false when the user refused a question. name
+    // is the file's path as the script or the include line gives it.
+    bool Copy(const std::string& text, const std::string& identity, const std::string& name) {
         chain_.push_back(identity);
+        const std::size_t file = map_ ? map_->Files.size() : 0;
+        if (map_) {
+            map_->Files.push_back(name);
+        }
+        int number = 0;
         for (std::string_view line : SplitLines(text)) {
+            ++number;
             if (line.substr(0, 2) == "//") {
                 continue;
             }
             if (line.find("$include") == std::string_view::npos) {
                 out_ << line << "\r\n";
+                if (map_) {
+                    map_->Lines.push_back({file, number});
+                }
                 continue;
             }
             if (!Include(line)) {
@@ -131,28 +141,31 @@ private:
             report_(ReadProblem::IncludeUnreadable, path);
             return true;
         }
-        return Copy(text, identity);
+        return Copy(text, identity, path);
     }
 
     std::ostream& out_;
     const std::string& baseFolder_;
     ReaderHost& host_;
     ProblemOnce& report_;
+    SourceMap* map_;
     std::vector<std::string> chain_;
 };
 
 } // namespace
 
 BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
-                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report) {
+                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report,
+                          SourceMap* map) {
     const std::string disk = DiskPath(scriptPath, "");
     std::string text;
     if (!ReadWholeFile(disk, text)) {
         report(ReadProblem::ScriptUnreadable, scriptPath);
         return BufferResult::Unreadable;
     }
-    Buffering buffering(out, baseFolder, host, report);
-    return buffering.Copy(text, Identity(disk)) ? BufferResult::Done : BufferResult::Refused;
+    Buffering buffering(out, baseFolder, host, report, map);
+    return buffering.Copy(text, Identity(disk), scriptPath) ? BufferResult::Done
+                                                            : BufferResult::Refused;
 }
 
 } // namespace quarle

@@ -2,6 +2,7 @@
 // flattened into one text without the "//" lines of column 1.
 #pragma once
 
+#include "document/LoadFindings.h"
 #include "document/ReaderHost.h"
 
 #include <ostream>
@@ -30,9 +31,11 @@ enum class BufferResult {
 // to MaxIncludeDepth. An include path that is relative, or that names no file,
 // is asked for through host.NewDir (FolderQuestion::IncludeFile). A relative
 // path that remains (a host may answer so) is taken from baseFolder, the
-// folder of the script being loaded.
+// folder of the script being loaded. With a map, each line written is
+// recorded with the file and the line number it came from.
 BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
-                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report);
+                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report,
+                          SourceMap* map = nullptr);
 
 // The path on disk for a path of a script: separators of this machine, and a
 // relative path taken from baseFolder (when there is one).

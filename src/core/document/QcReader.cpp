@@ -1,5 +1,6 @@
 #include "document/QcReader.h"
 
+#include "document/NumberText.h"
 #include "document/Paths.h"
 #include "document/QcInclude.h"
 #include "document/SmdScan.h"
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <span>
 #include <string_view>
 #include <system_error>
@@ -69,8 +71,9 @@ bool HasUpperStart(const std::string& token) {
 
 class Reader {
 public:
-    Reader(Document& doc, ReaderHost& host, ProblemOnce& report)
-        : doc_(doc), host_(host), report_(report), qcFolder_(paths::FolderOf(doc.QcFile)) {}
+    Reader(Document& doc, ReaderHost& host, ProblemOnce& report, const SourceMap& map)
+        : doc_(doc), host_(host), report_(report), map_(map),
+          qcFolder_(paths::FolderOf(doc.QcFile)) {}
 
     const std::string& QcFolder() const { return qcFolder_; }
 
@@ -79,8 +82,10 @@ public:
         doc_.BodyGroupCount = 0;
         doc_.BodyGroups[1].PartCount = 0;
         doc_.BodyGroups[1].Name.clear();
-        for (std::string_view raw : SplitLines(text)) {
-            const std::string_view line = Trim(raw);
+        lines_ = SplitLines(text);
+        for (index_ = 0; index_ < lines_.size(); ++index_) {
+            const std::string_view line = Trim(lines_[index_]);
+            FollowComments(line);
             if (!line.empty() && line.front() == '$') {
                 Directive(line);
             } else {
@@ -90,7 +95,20 @@ public:
                 return false;
             }
         }
+        NoteBodyGroupsOfOneReversedPart();
         return true;
+    }
+
+    // The findings of the load, in the order of the script's lines.
+    LoadFindings TakeFindings() {
+        std::stable_sort(noted_.begin(), noted_.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        LoadFindings findings;
+        findings.reserve(noted_.size());
+        for (auto& [index, finding] : noted_) {
+            findings.push_back(std::move(finding));
+        }
+        return findings;
     }
 
 private:
@@ -177,12 +195,79 @@ private:
         return true;
     }
 
+    // --- findings ---------------------------------------------------------
+    //
+    // Each kind is noted once per line of the working file, with the file and
+    // the line number it came from.
+
+    void NoteAt(FindingKind kind, std::size_t index) {
+        if (index >= lines_.size() || !notedKinds_.insert({index, static_cast<int>(kind)}).second) {
+            return;
+        }
+        LoadFinding finding{kind, {}, 0, std::string(Trim(lines_[index]))};
+        if (index < map_.Lines.size()) {
+            const LineOrigin& origin = map_.Lines[index];
+            finding.File = origin.File < map_.Files.size() ? map_.Files[origin.File] : doc_.QcFile;
+            finding.Line = origin.Line;
+        }
+        noted_.emplace_back(index, std::move(finding));
+    }
+
+    void Note(FindingKind kind) { NoteAt(kind, index_); }
+
+    // Comments of other editors ("//" behind a blank, "/* ... */" blocks)
+    // are read like any line, but what they hold is no loss.
+    void FollowComments(std::string_view line) {
+        inComment_ = inComment_ || line.starts_with("/*");
+        commentLine_ = inComment_ || line.starts_with("//");
+        if (inComment_ && line.find("*/") != std::string_view::npos) {
+            inComment_ = false;
+        }
+    }
+
+    // A line that no directive reads. Lines under a directive that is left
+    // out go with it.
+    void UnreadLine(std::string_view line) {
+        if (line.empty() || commentLine_) {
+            return;
+        }
+        // A directive behind a tab is no directive here, under any other.
+        const std::size_t start = line.find_first_not_of(" \t");
+        if (linesGoWithDirective_ && (start == std::string_view::npos || line[start] != '$')) {
+            return;
+        }
+        Note(ToUpper(directive_) == "$SEQUENCE" ? FindingKind::LineAfterSequence
+                                                : FindingKind::LineNotRead);
+    }
+
+    // A $cd or $cdtexture whose folder a later one replaces.
+    void NotePathReplaced(std::optional<std::size_t>& lastLine, const std::string& before,
+                          const std::string& after) {
+        if (lastLine && before != after) {
+            NoteAt(FindingKind::PathReplaced, *lastLine);
+        }
+        lastLine = index_;
+    }
+
+    // The writer puts a group of one part as $body, without its reverse.
+    void NoteBodyGroupsOfOneReversedPart() {
+        for (const auto& [group, index] : bodyGroupLines_) {
+            const BodyGroupRec& g = doc_.BodyGroups[static_cast<std::size_t>(group)];
+            if (g.PartCount == 1 && g.Reverse[1] != 0) {
+                NoteAt(FindingKind::BodyGroupReverseLost, index);
+            }
+        }
+    }
+
     // --- numbers ----------------------------------------------------------
 
     i16 Whole(double value) {
         const double r = std::nearbyint(value);
         if (std::isnan(r)) {
             return 0;
+        }
+        if (r != value) {
+            Note(FindingKind::FractionRounded);
         }
         if (r < INT16_MIN || r > INT16_MAX) {
             report_(ReadProblem::NumberOutOfRange, line_);
@@ -219,7 +304,9 @@ private:
         return token == NoToken ? std::string() : NoQuotes(token);
     }
 
-    static f32 AxisOr(const std::string& word, f32 old) {
+    // The axis of a word; any other word (such as the X of a moving
+    // controller) keeps the old one.
+    f32 AxisOr(const std::string& word, f32 old) {
         const std::string upper = ToUpper(word);
         if (upper == "XR") {
             return 0.0f;
@@ -230,6 +317,7 @@ private:
         if (upper == "ZR") {
             return 2.0f;
         }
+        Note(FindingKind::AxisNotKept);
         return old;
     }
 
@@ -249,6 +337,7 @@ private:
             rest_ = std::string(Trim(tail));
         }
         block_ = BlockKind::None;
+        linesGoWithDirective_ = false;
 
         const std::string word = ToUpper(directive_);
         if (word == "$MODELNAME") {
@@ -256,11 +345,13 @@ private:
         } else if (word == "$CD") {
             std::string folder = NoQuotes(rest_);
             if (CheckFolder(folder, IDS_MODELPATH, FolderQuestion::ModelPath)) {
+                NotePathReplaced(cdLine_, doc_.ModelPath, folder);
                 doc_.ModelPath = folder;
             }
         } else if (word == "$CDTEXTURE") {
             std::string folder = NoQuotes(rest_);
             if (CheckFolder(folder, IDS_TEXTUREPATH, FolderQuestion::TexturePath)) {
+                NotePathReplaced(cdTextureLine_, doc_.TexturePath, folder);
                 doc_.TexturePath = folder;
             }
         } else if (word == "$SCALE") {
@@ -297,8 +388,13 @@ private:
             }
         } else if (word == "$SEQUENCE") {
             Sequence();
+        } else {
+            // $ORIGIN and every other directive: nothing, and no block follows.
+            if (!commentLine_) {
+                Note(FindingKind::UnknownDirective);
+            }
+            linesGoWithDirective_ = true;
         }
-        // $ORIGIN and every other directive: nothing, and no block follows.
     }
 
     void ModelName() {
@@ -389,6 +485,9 @@ private:
         group->Name = Unquoted(NextToken(rest_, pos));
         group->Parts[1] = Unquoted(NextToken(rest_, pos));
         group->PartCount = 1;
+        if (NextToken(rest_, pos) != NoToken) {
+            Note(FindingKind::BodyWordsLost);
+        }
         CheckPart(group->Parts[1]);
     }
 
@@ -397,9 +496,11 @@ private:
         BodyGroupRec* group = NewBodyGroup();
         if (group == nullptr) {
             directive_.clear(); // its block lines are dropped with it
+            linesGoWithDirective_ = true;
             return;
         }
         block_ = BlockKind::BodyGroup;
+        bodyGroupLines_.emplace_back(doc_.BodyGroupCount, index_);
         std::string name = rest_;
         if (!name.empty() && name.back() == '{') {
             parseState_ = 2;
@@ -446,6 +547,9 @@ private:
         const std::size_t p = group.PartCount;
         const std::string after = TextAfter(text, "studio \"", 1);
         if (after == "-1") {
+            if (ToUpper(text) != "BLANK") {
+                Note(FindingKind::PartReadAsBlank);
+            }
             group.Parts[p] = Blank;
             return;
         }
@@ -505,9 +609,13 @@ private:
             TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
             if (slot.Name == texture) {
                 slot.Mode = ToUpper(mode) == "MASKED" ? 1 : 2;
+                if (slot.Mode == 2 && ToUpper(mode) != "ADDITIVE") {
+                    Note(FindingKind::RenderModeChanged);
+                }
                 return;
             }
         }
+        Note(FindingKind::TextureNotInParts);
     }
 
     void TextureGroup() {
@@ -559,11 +667,11 @@ private:
             const int before = pos;
             const std::string token = NextToken(text, pos);
             if (token == NoToken || pos <= before) {
-                return; // the row goes on in the next line, as a row of its own
+                break; // the row goes on in the next line, as a row of its own
             }
             if (token == "}") {
                 parseState_ = 2;
-                return;
+                break;
             }
             ++textureColumn_;
             if (textureColumn_ > limits::LastTexture) {
@@ -576,16 +684,35 @@ private:
             const std::string name = NoQuotes(token);
             const auto column = static_cast<std::size_t>(textureColumn_);
             if (textureRow_ == 1) {
-                for (int c = 1; c <= doc_.TextureCount; ++c) {
+                bool found = false;
+                for (int c = 1; c <= doc_.TextureCount && !found; ++c) {
                     if (cells[1][static_cast<std::size_t>(c)] == name) {
                         columnMap_[column] = static_cast<i16>(c);
-                        break;
+                        found = true;
                     }
+                }
+                if (!found) {
+                    Note(FindingKind::TextureNotInParts);
                 }
             } else {
                 const auto c = static_cast<std::size_t>(columnMap_[column]);
                 cells[row][c] = name == cells[1][c] ? std::string(Blank) : name;
             }
+        }
+        NoteDroppedTextureRow(row);
+    }
+
+    // A row that the writer leaves out: one that changes nothing (no skin of
+    // its own then), or one after the rows it writes.
+    void NoteDroppedTextureRow(std::size_t row) {
+        if (textureRow_ < 2 || row == 0) {
+            return;
+        }
+        const auto& cells = doc_.TextureVariations[row];
+        const bool changes = std::any_of(cells.begin() + 1, cells.begin() + 1 + doc_.TextureCount,
+                                         [](const std::string& cell) { return cell != Blank; });
+        if (!changes || textureRow_ > limits::LastWrittenTextureRow) {
+            Note(FindingKind::TextureRowDropped);
         }
     }
 
@@ -598,6 +725,7 @@ private:
             TextureGroupLine(line);
             break;
         case BlockKind::None:
+            UnreadLine(line);
             break;
         }
     }
@@ -614,6 +742,10 @@ private:
             report_(ReadProblem::TooManySequences, line_);
             return;
         }
+        if (sequenceSlot_ > limits::LastWrittenAnimSlot) {
+            Note(FindingKind::SequenceNotWritten);
+        }
+        options_ = SequenceOptions{};
         AnimRec& anim = doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
                                   [static_cast<std::size_t>(sequenceSlot_)];
         // Each slot is read once per load; start it from a fresh record, so
@@ -633,9 +765,11 @@ private:
             const int before = pos;
             const std::string token = NextToken(rest_, pos);
             if (token == NoToken || pos <= before) {
+                NoteSequenceOptions(anim);
                 return;
             }
             const std::string t = NoQuotes(token);
+            ++options_.Tokens;
             switch (parseState_) {
             case 0:
                 Keyword(anim, t);
@@ -665,6 +799,13 @@ private:
                 parseState_ = 0;
                 break;
             case 7:
+                // An activity is a name of the game's, ACT_..., and a weight.
+                // An empty token (blanks in a row) takes an empty one with it.
+                if (anim.ActivityId.empty()
+                        ? !t.empty()
+                        : !ToUpper(anim.ActivityId).starts_with("ACT_") || !StrictNumber(t, '.')) {
+                    Note(FindingKind::SequenceOptionMisread);
+                }
                 anim.ActivityId += ' ';
                 anim.ActivityId += t;
                 parseState_ = 0;
@@ -746,12 +887,13 @@ private:
         } else if (word == "LZ") {
             anim.LZ = 1;
         } else if (word == "X" || word == "AX" || word == "AY" || word == "AZR") {
-            // dropped
+            Note(FindingKind::MotionFlagDropped);
         } else if (word == "ROTATE") {
             parseState_ = 17;
         } else if (word == "SCALE") {
             parseState_ = 16;
         } else if (word == "BLEND") {
+            options_.Blend = true;
             parseState_ = 13;
         } else if (word == "{") {
             parseState_ = 8;
@@ -759,20 +901,58 @@ private:
             parseState_ = 9;
         } else if (HasUpperStart(t)) {
             // An activity; the next token, whatever it is, is its second word.
+            if (!Trim(anim.ActivityId).empty()) {
+                Note(FindingKind::SequenceOptionMisread); // the first one is lost
+            }
             anim.ActivityId = t;
             parseState_ = 7;
         } else {
             // A word with a lower-case start: the second file of a blend.
+            // Only the file right behind the first one is one.
+            if (options_.Tokens != 1 || anim.BlendOn == 1) {
+                options_.StrayFile = true;
+            }
             anim.BlendFile = t;
             anim.BlendOn = 1;
+        }
+    }
+
+    // At the end of a $sequence line: a second file stands only with blend
+    // (the writer adds "blend XR 0 0" to one without), and blend only with a
+    // second file (the writer leaves out one without).
+    void NoteSequenceOptions(const AnimRec& anim) {
+        if (options_.StrayFile || (anim.BlendOn == 1 && !options_.Blend)) {
+            Note(FindingKind::SequenceOptionMisread);
+        }
+        if (options_.Blend && anim.BlendOn != 1) {
+            Note(FindingKind::BlendWithoutFile);
         }
     }
 
     Document& doc_;
     ReaderHost& host_;
     ProblemOnce& report_;
+    const SourceMap& map_;
     const std::string qcFolder_;
     bool broken_ = false;
+
+    // What tells the findings.
+    std::vector<std::string_view> lines_; // of the working file
+    std::size_t index_ = 0;               // of the line being read
+    std::vector<std::pair<std::size_t, LoadFinding>> noted_;
+    std::set<std::pair<std::size_t, int>> notedKinds_;
+    bool linesGoWithDirective_ = false;
+    bool inComment_ = false;
+    bool commentLine_ = false;
+    std::optional<std::size_t> cdLine_;
+    std::optional<std::size_t> cdTextureLine_;
+    std::vector<std::pair<int, std::size_t>> bodyGroupLines_;
+    struct SequenceOptions {
+        int Tokens = 0;         // behind the two names
+        bool Blend = false;     // the blend keyword was read
+        bool StrayFile = false; // a second file not right behind the first
+    };
+    SequenceOptions options_;
 
     std::string line_; // the directive line, for reports
     std::string directive_;
@@ -791,12 +971,14 @@ private:
 
 } // namespace
 
-ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder) {
+ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder,
+                       LoadFindings* findings) {
     ProblemOnce report(host);
+    SourceMap map;
     const std::string workFile =
         workFolder.empty() ? std::string(WorkFileName) : paths::Join(workFolder, WorkFileName);
 
-    Reader reader(doc, host, report);
+    Reader reader(doc, host, report, map);
     BufferResult buffered = BufferResult::Done;
     {
         std::ofstream out(workFile, std::ios::binary | std::ios::trunc);
@@ -805,7 +987,7 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
             host.NewDocument();
             return ReadOutcome::Unreadable;
         }
-        buffered = BufferQcFile(out, doc.QcFile, reader.QcFolder(), host, report);
+        buffered = BufferQcFile(out, doc.QcFile, reader.QcFolder(), host, report, &map);
         out.close();
         if (buffered == BufferResult::Done && out.fail()) {
             report(ReadProblem::WorkFileUnwritable, workFile);
@@ -826,6 +1008,9 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     }
     if (!reader.ReadLines(text)) {
         return ReadOutcome::Refused;
+    }
+    if (findings != nullptr) {
+        *findings = reader.TakeFindings();
     }
     host.LoadFinished();
     return ReadOutcome::Loaded;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "document/LoadFindings.h"
 #include "document/ReaderHost.h"
 
 #include <string>
@@ -29,6 +30,10 @@ enum class ReadOutcome {
 // Relative paths that remain in the script after the questions (a host may
 // keep them) are taken from the folder of the script when files are looked
 // for, and are stored as written.
-ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder);
+//
+// With findings, a load that went through lists there every place where a
+// save will change the model; a load that did not leaves it untouched.
+ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder,
+                       LoadFindings* findings = nullptr);
 
 } // namespace quarle

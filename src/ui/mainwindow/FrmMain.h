@@ -15,6 +15,7 @@
 #pragma once
 
 #include "AppState.h"
+#include "document/LoadFindings.h"
 #include "document/ModelFolderCache.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
@@ -31,6 +32,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QAction;
 class QCheckBox;
@@ -327,6 +329,8 @@ private:
     QPointer<DlgName> dlgName_;
     ModelFolderCache modelFolderKinds_;
     FrmMainReaderHost readerHost_{*this};
+    // Scripts loaded with findings whose original has not been kept yet.
+    std::vector<std::string> originalsToKeep_;
 
     // ======== Document commands: open, save, compile, viewer, editor,
     // recent entries (FrmMainFile.cpp) ========
@@ -344,6 +348,17 @@ public:
     // reported and changes nothing: the old script stays whole, and the
     // recent list stays as it was. False then.
     bool WriteQcFile();
+
+    // ---- What a load of a script from elsewhere changes (FrmMainLoadReport.cpp)
+
+    // After a load: tells the user once where a save will change the model,
+    // and remembers the script, so that the first save over it keeps the
+    // original. No findings: nothing is shown.
+    void ReportLoadFindings(const LoadFindings& findings);
+    // Before a save over QcFile: keeps the original of a script whose load
+    // had findings beside it (NAME.qc.orig, or the next free name). False,
+    // after a message, when it cannot be kept: then nothing is written.
+    bool KeepOriginalBeforeSave();
 
 private:
     // The save and save-as commands; true when the script was written.

@@ -97,7 +97,9 @@ void FrmMain::OpenQcFile(const std::string& path) {
     state_.Doc.QcFile = path;
     // A refused question or an unreadable script ends in a new document;
     // the host has said what went wrong.
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString());
+    LoadFindings findings;
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString(), &findings);
+    ReportLoadFindings(findings);
 }
 
 // ---------------------------------------------------------------------------
@@ -148,6 +150,9 @@ bool FrmMain::SaveQcFileAs() {
 }
 
 bool FrmMain::WriteQcFile() {
+    if (!KeepOriginalBeforeSave()) {
+        return false;
+    }
     auto& recent = state_.Settings.RecentFiles;
     const auto recentBefore = recent;
     PushRecentFile();

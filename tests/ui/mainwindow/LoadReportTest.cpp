@@ -1,0 +1,82 @@
+// A script from elsewhere opened and saved through the window: one message
+// after the load names what a save will change, and the first save keeps the
+// original beside the script.
+#include "support/MainWindowFixture.h"
+
+#include <QAction>
+
+namespace quarle::ui {
+namespace {
+
+using platform::Answer;
+using platform::Icon;
+using test::Pick;
+using test::ReadFile;
+using test::WriteFile;
+
+class LoadReportTest : public test::MainWindowFixture {
+protected:
+    LoadReportTest() { Start(Texts::Keys); }
+};
+
+TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce) {
+    OpenSampleModel();
+    WriteFile(InWork("old.bmp"), "BM");
+    const QByteArray m = models.path().toUtf8();
+    QByteArray script = "// from a decompiler\r\n$cd \"" + m + "\"\r\n$cdtexture \"" +
+                        work.path().toUtf8() + "\"\r\n$cdtexture \"" + m +
+                        "\"\r\n$cliptotextures\r\n$body body \"robot_ref\"\r\n"
+                        "$sequence \"s0\" \"idle\" fps 30 node 3\r\n";
+    for (int i = 1; i < 130; ++i) {
+        script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 30\r\n";
+    }
+    const QString qc = InModels("done.qc");
+    WriteFile(qc, script);
+    // An older copy is left alone; the next free name takes the original.
+    WriteFile(qc + ".orig", "older");
+
+    services.QueueOpen(Pick(qc));
+    services.QueueMsgBox(Answer::Ok);
+    form->MnuDateiOeffnen->trigger();
+    ASSERT_EQ(services.Prompts().size(), 2);
+    const auto& box = services.Prompts()[1];
+    EXPECT_EQ(box.Title, "What a save will change");
+    EXPECT_EQ(box.Icon, Icon::Exclamation);
+    EXPECT_EQ(box.Text,
+              "Quarle cannot keep everything in this script: 32 places will change the model "
+              "when the script is saved.\n\n"
+              "1 × A directive that Quarle does not know is left out\n"
+              "1 × A sequence option that Quarle does not know is read as a blend file or an "
+              "activity\n"
+              "1 × A $cd or $cdtexture line is replaced by a later one\n"
+              "29 × A sequence beyond the 101st of its group is left out\n\n"
+              "The first places:\n"
+              "done.qc, line 3: $cdtexture \"" +
+                  work.path() +
+                  "\"\n"
+                  "done.qc, line 5: $cliptotextures\n"
+                  "done.qc, line 7: $sequence \"s0\" \"idle\" fps 30 node 3\n"
+                  "done.qc, line 108: $sequence \"s101\" \"idle\" fps 30\n"
+                  "done.qc, line 109: $sequence \"s102\" \"idle\" fps 30\n"
+                  "... and 27 more.\n\n"
+                  "The first save keeps the original script beside it as \"done.qc.orig2\".");
+    EXPECT_EQ(form->LstAnimations->count(), 130);
+
+    form->MnuDateiSpeichern->trigger();
+    EXPECT_EQ(services.Prompts().size(), 2) << "a save asks nothing";
+    EXPECT_EQ(ReadFile(qc + ".orig2"), script);
+    EXPECT_EQ(ReadFile(qc + ".orig"), "older");
+    EXPECT_FALSE(ReadFile(qc).contains("$cliptotextures"));
+    EXPECT_EQ(state->Settings.RecentFiles[0], qc.toStdString()) << "the script, not its copy";
+
+    // Later saves write over the script only.
+    Doc().ModelScale = 2.0f;
+    form->MnuDateiSpeichern->trigger();
+    EXPECT_TRUE(ReadFile(qc).contains("\r\n$scale 2\r\n"));
+    EXPECT_EQ(ReadFile(qc + ".orig2"), script);
+    EXPECT_FALSE(QFileInfo::exists(qc + ".orig3"));
+    EXPECT_EQ(state->Settings.RecentFiles[1], "...");
+}
+
+} // namespace
+} // namespace quarle::ui
