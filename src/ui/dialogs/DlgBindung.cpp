@@ -63,7 +63,7 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
 
     for (QLineEdit* box : {TxtBindungX, TxtBindungY, TxtBindungZ}) {
         box->setEnabled(false);
-        FilterNumberKeys(box, 3);
+        FilterKeys(box, 3);
     }
 
     auto* point = new QGridLayout(Frame1);

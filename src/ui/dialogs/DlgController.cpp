@@ -96,7 +96,7 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     TxtLimitMax =
         Control(new QLineEdit(QStringLiteral("0"), FrameCtrl), QStringLiteral("TxtLimitMax"));
     TxtLimitMax->setToolTip(limitTip);
-    FilterNumberKeys(TxtLimitMax, 2);
+    FilterKeys(TxtLimitMax, 2);
     OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     CreateCmdLocalise();

@@ -3,8 +3,12 @@
 #include "document/NumberText.h"
 #include "document/Text.h"
 #include "platform/Reflection.h"
+#include "ui/dialogs/DlgBindung.h"
+#include "ui/dialogs/DlgController.h"
 #include "ui/dialogs/NumberKeys.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/textures/DlgTextureGroup.h"
+#include "ui/textures/DlgTexturemode.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -286,19 +290,23 @@ void DlgModeleinstellungen::ShowSubDialog(LocalisedDialog& dialog) {
 }
 
 void DlgModeleinstellungen::CmdAttachment_Click() {
-    // DlgBindung, the attachments, opens here through ShowSubDialog once it exists.
+    DlgBindung dialog(state_, services_, main_, this);
+    ShowSubDialog(dialog);
 }
 
 void DlgModeleinstellungen::CmdController_Click() {
-    // DlgController, the bone controllers, opens here through ShowSubDialog once it exists.
+    DlgController dialog(state_, services_, main_, this);
+    ShowSubDialog(dialog);
 }
 
 void DlgModeleinstellungen::CmdTextureGroup_Click() {
-    // DlgTextureGroup, the texture variations, opens here through ShowSubDialog once it exists.
+    DlgTextureGroup dialog(state_, services_, main_, this);
+    ShowSubDialog(dialog);
 }
 
 void DlgModeleinstellungen::CmdTexturemode_Click() {
-    // DlgTexturemode, the render modes, opens here through ShowSubDialog once it exists.
+    DlgTexturemode dialog(state_, services_, main_, this);
+    ShowSubDialog(dialog);
 }
 
 void DlgModeleinstellungen::OKButton_Click() {

@@ -1,7 +1,6 @@
 // The dialogs and wizards opened from the main window's menus and buttons,
-// and the language editor. Each opener is wired; the forms come later.
+// and the language editor.
 #include "ui/dialogs/DlgModeleinstellungen.h"
-// and the language editor. Each opener is wired; some forms come later.
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 #include "ui/wizards/AnimWiz1.h"

@@ -73,7 +73,7 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
 
     for (QLineEdit* box : {TxtAnimWiz4FpS, TxtAnimWiz4FrameStart, TxtAnimWiz4FrameEnd}) {
         box->setFixedWidth(60);
-        FilterKeys(box, 0);
+        FilterWizardNumberKeys(box, 0);
     }
     auto* fps = new QGridLayout(FrmFPS);
     fps->addWidget(LblHelpText1, 0, 0, 1, 3);

@@ -69,11 +69,11 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     for (QLineEdit* box : {TxtWiz4AugenX, TxtWiz4AugenY, TxtWiz4AugenZ}) {
         box->setEnabled(false);
         box->setFixedWidth(70);
-        FilterKeys(box, 3);
+        FilterWizardNumberKeys(box, 3);
         eyes->addWidget(box, 1, column++);
     }
     eyes->setColumnStretch(4, 1);
-    FilterKeys(TxtWiz4Massstab, 1);
+    FilterWizardNumberKeys(TxtWiz4Massstab, 1);
     auto* content = new QVBoxLayout;
     content->addWidget(FrmScale);
     content->addWidget(FrmEyes);

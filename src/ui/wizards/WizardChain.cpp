@@ -181,7 +181,7 @@ void WizardChain::Run() {
 // ---------------------------------------------------------------------------
 // Helpers
 
-void FilterKeys(QLineEdit* box, int flags) {
+void FilterWizardNumberKeys(QLineEdit* box, int flags) {
     box->installEventFilter(new KeyFilter(box, flags));
     // Pasted or dropped text goes through the same filter, character by
     // character.

@@ -22,14 +22,9 @@
 #include <memory>
 #include <set>
 
-#if __has_include("ui/compile/DlgCompile.h")
 #include "ui/compile/DlgCompile.h"
-#define QUARLE_HAS_DLGCOMPILE 1
-#endif
-
 #include "ui/dialogs/DlgBindung.h"
 #include "ui/dialogs/DlgController.h"
-#if __has_include("ui/wizards/WizardChain.h")
 #include "ui/wizards/AnimWiz1.h"
 #include "ui/wizards/AnimWiz2.h"
 #include "ui/wizards/AnimWiz3.h"
@@ -39,8 +34,6 @@
 #include "ui/wizards/Wizard3.h"
 #include "ui/wizards/Wizard4.h"
 #include "ui/wizards/Wizard5.h"
-#define QUARLE_HAS_WIZARDS 1
-#endif
 
 namespace quarle::ui {
 namespace {
@@ -58,14 +51,8 @@ template <class Dialog> std::unique_ptr<QWidget> WithMain(Env& env) {
     auto main = std::make_unique<FrmMain>(env.State, env.Services, env.Settings);
     auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
     main.release()->setParent(dialog.get(), Qt::Window);
-// A dialog that takes the main window, with a main window that goes with it.
-template <class Dialog> std::unique_ptr<QWidget> WithMainWindow(Env& env) {
-    auto* main = new FrmMain(env.State, env.Services, env.Settings);
-    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
-    QObject::connect(dialog.get(), &QObject::destroyed, [main] { delete main; });
     return dialog;
 }
-#ifdef QUARLE_HAS_WIZARDS
 // A wizard page on its own, outside a run.
 template <class Page> FormFactory WizardPage() {
     return [](Env& env) -> std::unique_ptr<QWidget> {
@@ -83,10 +70,8 @@ template <class Page> FormFactory LastWizardPage() {
         return page;
     };
 }
-#endif
 
-// Every form that reads a language file and exists so far. Forms still being
-// built elsewhere join as soon as their header is there.
+// Every form that reads a language file.
 const std::map<std::string, FormFactory>& Forms() {
     static const std::map<std::string, FormFactory> forms = {
         {"FrmMain",
@@ -95,13 +80,10 @@ const std::map<std::string, FormFactory>& Forms() {
         {"DlgAnimExt", WithMain<DlgAnimExt>},
         {"FrmEvents", WithMain<FrmEvents>},
         {"DlgOrigin", WithMain<DlgOrigin>},
-#ifdef QUARLE_HAS_DLGCOMPILE
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
-#endif
-        {"DlgBindung", WithMainWindow<DlgBindung>},
-        {"DlgController", WithMainWindow<DlgController>},
-#ifdef QUARLE_HAS_WIZARDS
+        {"DlgBindung", WithMain<DlgBindung>},
+        {"DlgController", WithMain<DlgController>},
         {"Wizard2", WizardPage<Wizard2>()},
         {"Wizard3", WizardPage<Wizard3>()},
         {"Wizard4", WizardPage<Wizard4>()},
@@ -111,7 +93,6 @@ const std::map<std::string, FormFactory>& Forms() {
         {"AnimWiz3", WizardPage<AnimWiz3>()},
         {"AnimWiz4", WizardPage<AnimWiz4>()},
         {"AnimWiz5", LastWizardPage<AnimWiz5>()},
-#endif
     };
     return forms;
 }
