@@ -111,7 +111,7 @@ private:
             return false;
         }
         std::error_code ec;
-        for (std::filesystem::directory_iterator it(*resolved, ec), end; !ec && it != end;
+        for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end; !ec && it != end;
              it.increment(ec)) {
             std::error_code fileEc;
             if (it->is_regular_file(fileEc)) {
@@ -151,8 +151,9 @@ private:
         }
         std::error_code ec;
         return !folder.empty() && !modelPath.empty() &&
-               std::filesystem::equivalent(DiskPath(folder, qcFolder_),
-                                           DiskPath(modelPath, qcFolder_), ec) &&
+               std::filesystem::equivalent(paths::ToFsPath(DiskPath(folder, qcFolder_)),
+                                           paths::ToFsPath(DiskPath(modelPath, qcFolder_)),
+                                           ec) &&
                !ec;
     }
 
@@ -799,7 +800,7 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     Reader reader(doc, host, report);
     BufferResult buffered = BufferResult::Done;
     {
-        std::ofstream out(workFile, std::ios::binary | std::ios::trunc);
+        std::ofstream out(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
         if (!out) {
             report(ReadProblem::WorkFileUnwritable, workFile);
             host.NewDocument();

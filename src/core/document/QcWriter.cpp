@@ -1,6 +1,7 @@
 #include "document/QcWriter.h"
 
 #include "document/NumberText.h"
+#include "document/Paths.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -256,13 +257,13 @@ private:
     char separator_;
 };
 
-fs::path HostPath(const std::string& utf8) {
-    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+fs::path HostPath(const std::string& path) {
+    return paths::ToFsPath(path);
 }
 
+// The path in the document's text, for the message of a failure.
 std::string Utf8(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
+    return paths::FromFsPath(path);
 }
 
 WriteResult Failure(const std::string& what, const fs::path& path, const std::error_code& ec = {}) {

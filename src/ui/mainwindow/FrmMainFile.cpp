@@ -9,23 +9,34 @@
 #include "document/Paths.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
+#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
 #include "ui/compile/DlgCompile.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFileInfo>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStringList>
 
 namespace quarle::ui {
 namespace {
 
+// A text of the language file.
 QString Text(const std::string& s) {
     return QString::fromStdString(s);
+}
+
+// A text of the document: a path or a name.
+QString Doc(const std::string& s) {
+    return platform::FromCp1252(s);
 }
 
 // The two script dialogs share their filter: "QC-" and the word for file.
@@ -69,13 +80,31 @@ QString FrmMain::DialogFolder() const {
     if (!doc.QcFile.empty()) {
         const std::string folder = paths::FolderOf(doc.QcFile);
         if (paths::FolderExists(folder)) {
-            return Text(paths::Resolve(folder).value_or(folder));
+            return Doc(paths::Resolve(folder).value_or(folder));
         }
     }
     if (paths::FolderExists(doc.ModelPath)) {
-        return Text(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
+        return Doc(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
     }
     return {};
+}
+
+QString FrmMain::WorkingFolder() const {
+    if (!WorkFolder.isEmpty()) {
+        return WorkFolder;
+    }
+    // Started from a folder that cannot be written (a read-only medium, a
+    // system folder): the working files go to a folder of the user's own.
+    const QString current = QDir::currentPath();
+    if (QFileInfo(current).isWritable()) {
+        return current;
+    }
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    if (own.isEmpty() || !QDir().mkpath(own)) {
+        // Nothing better: the failure that follows names the folder.
+        return current;
+    }
+    return own;
 }
 
 // ---------------------------------------------------------------------------
@@ -88,7 +117,9 @@ void FrmMain::MnuDateiOeffnen_Click() {
     if (!pick || pick->FileName.isEmpty()) {
         return;
     }
-    OpenQcFile(pick->FileName.toStdString());
+    if (const std::optional<std::string> path = TypedText(state_, services_, pick->FileName)) {
+        OpenQcFile(*path);
+    }
 }
 
 void FrmMain::OpenQcFile(const std::string& path) {
@@ -97,7 +128,9 @@ void FrmMain::OpenQcFile(const std::string& path) {
     state_.Doc.QcFile = path;
     // A refused question or an unreadable script ends in a new document;
     // the host has said what went wrong.
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString());
+    const QString work = WorkingFolder();
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(),
+                       platform::ToCp1252(work).value_or(Utf8ToCp1252(work.toStdString())));
 }
 
 // ---------------------------------------------------------------------------
@@ -126,7 +159,11 @@ bool FrmMain::SaveQcFileAs() {
     if (!pick || pick->FileName.isEmpty()) {
         return false;
     }
-    std::string path = pick->FileName.toStdString();
+    const std::optional<std::string> typed = TypedText(state_, services_, pick->FileName);
+    if (!typed) {
+        return false;
+    }
+    std::string path = *typed;
     // Only ".qc" in lower case counts: "robot.QC" becomes "robot.QC.qc".
     if (!path.ends_with(".qc")) {
         path += ".qc";
@@ -163,8 +200,8 @@ bool FrmMain::WriteQcFile() {
     }
     // The reason names the file or the folder that failed; the script's
     // path is added when it does not.
-    const QString file = Text(state_.Doc.QcFile);
-    const QString reason = Text(result.Error);
+    const QString file = Doc(state_.Doc.QcFile);
+    const QString reason = Doc(result.Error);
     QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {
         paragraphs << MessageText(state_, MSG_SAVE_SCRIPT, {file});
@@ -185,7 +222,7 @@ void FrmMain::MnuDateiComp_Click() {
         return;
     }
     CompileOptions options;
-    options.WorkingFolder = WorkFolder;
+    options.WorkingFolder = WorkingFolder();
     DlgCompile dialog(state_, services_, LstAnimations->count(), this, options);
     connect(&dialog, &DlgCompile::LocaliseRequested, this, &FrmMain::Localise);
     dialog.exec();
@@ -202,7 +239,7 @@ void FrmMain::StartWithFile(const std::string& program, const std::string& file,
                             Msg notStarted) {
     const QString programText = Text(program);
     // A file found only in another case is handed over as it is on disk.
-    const QString fileText = Text(paths::Resolve(file).value_or(file));
+    const QString fileText = Doc(paths::Resolve(file).value_or(file));
     if (!platform::ProgramExists(programText)) {
         services_.MsgBox(MessageText(state_, missing) + QLatin1Char('\n') + programText +
                              QStringLiteral("\n\n") + MessageText(state_, MSG_CHOOSE_PROGRAM),
@@ -259,7 +296,7 @@ void FrmMain::MnuDateiLast_Click(int i) {
         OpenQcFile(file);
         return;
     }
-    services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Text(file) +
+    services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Doc(file) +
                          QLatin1Char(' ') + IdsText(IDS_CANTFINDFILE_PART2),
                      platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
     // The other entries stay where they are, so a gap can stand between two.

@@ -1,5 +1,7 @@
 #include "ui/mainwindow/ShellSettings.h"
 
+#include "platform/Cp1252Text.h"
+
 namespace quarle::ui {
 namespace {
 
@@ -58,7 +60,11 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
         const QString value = store.Get(QStringLiteral("Recentfile%1").arg(i));
-        settings.RecentFiles[i] = value.isEmpty() ? EmptyRecentFile : value.toStdString();
+        // The entries are scripts' paths, held as the document holds text;
+        // one that text cannot name is left empty.
+        settings.RecentFiles[i] =
+            value.isEmpty() ? EmptyRecentFile
+                            : platform::ToCp1252(value).value_or(std::string(EmptyRecentFile));
     }
 }
 
@@ -70,7 +76,7 @@ QList<std::pair<QString, QString>> SettingsToWrite(const ToolSettings& settings)
         {QStringLiteral("Language"), Text(settings.LanguageFile)},
     };
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
-        writes.append({QStringLiteral("RecentFile%1").arg(i), Text(settings.RecentFiles[i])});
+        writes.append({QStringLiteral("RecentFile%1").arg(i), platform::FromCp1252(settings.RecentFiles[i])});
     }
     return writes;
 }
