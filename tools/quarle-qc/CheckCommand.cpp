@@ -92,7 +92,8 @@ int RunCheck(const Args& args) {
     // english.lng beside the program, and the keys themselves when it is gone.
     compile::IdsTextTable texts{};
     const bool named = !language.empty();
-    const fs::path languageFile = named ? paths::ToFsPath(language) : ProgramFolder() / "english.lng";
+    const fs::path languageFile =
+        named ? paths::ToFsPath(language) : ProgramFolder() / "english.lng";
     const auto lines = ReadLanguageLines(languageFile);
     if (lines) {
         StderrLanguageHost host(languageFile.string());

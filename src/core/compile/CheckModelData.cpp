@@ -147,8 +147,8 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
         if (input.AppendIdleLine) {
             std::string failure = AppendScriptLine(doc.QcFile, IdleSequenceLine(doc));
             if (!failure.empty()) {
-                c.Error("The idle animation could not be added to the script \"" + Shown(doc.QcFile) +
-                        "\": " + failure);
+                c.Error("The idle animation could not be added to the script \"" +
+                        Shown(doc.QcFile) + "\": " + failure);
             }
         }
     }

@@ -116,8 +116,8 @@ std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
         };
         // The system's own message when the compiler cannot start goes to
         // the log as well.
-        text += escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName +
-                " 2>&1\r\n";
+        text +=
+            escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName + " 2>&1\r\n";
         text += std::string("echo Fertig >") + MarkerFileName + "\r\n";
     } else {
         if (IsWindowsExecutable(studioMdlPath)) {

@@ -111,8 +111,8 @@ private:
             return false;
         }
         std::error_code ec;
-        for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end; !ec && it != end;
-             it.increment(ec)) {
+        for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end;
+             !ec && it != end; it.increment(ec)) {
             std::error_code fileEc;
             if (it->is_regular_file(fileEc)) {
                 return true;
@@ -152,8 +152,7 @@ private:
         std::error_code ec;
         return !folder.empty() && !modelPath.empty() &&
                std::filesystem::equivalent(paths::ToFsPath(DiskPath(folder, qcFolder_)),
-                                           paths::ToFsPath(DiskPath(modelPath, qcFolder_)),
-                                           ec) &&
+                                           paths::ToFsPath(DiskPath(modelPath, qcFolder_)), ec) &&
                !ec;
     }
 

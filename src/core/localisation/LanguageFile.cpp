@@ -201,8 +201,7 @@ void ApplySection(const std::vector<std::string>& lines, std::string_view formNa
         }
         if (const int recent = RecentFileEntry(controls[control].Name); recent >= 0) {
             // The entries are paths of the document's text.
-            target.SetCaption(control,
-                              Cp1252ToUtf8(recentFiles[static_cast<std::size_t>(recent)]));
+            target.SetCaption(control, Cp1252ToUtf8(recentFiles[static_cast<std::size_t>(recent)]));
             continue;
         }
         if (!entry.Value.empty()) {

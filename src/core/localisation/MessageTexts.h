@@ -89,6 +89,17 @@ enum Msg : int {
     // A typed text with a character that the files' code page cannot hold;
     // %1 is the text.
     MSG_TEXT_NOT_CP1252,
+    // Why a save failed; %1 is the file or folder, %2 the system's reason.
+    MSG_SAVE_NO_NAME,
+    MSG_SAVE_BROKEN_LINK,
+    MSG_SAVE_NO_FOLDER,
+    MSG_SAVE_NOT_A_FILE,
+    MSG_SAVE_WRITE_PROTECTED,
+    MSG_SAVE_NO_TEMPORARY,
+    MSG_SAVE_FOLDER_UNWRITABLE,
+    MSG_SAVE_INCOMPLETE,
+    MSG_SAVE_NOT_REPLACED,
+    MSG_SAVE_SYSTEM_REASON,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -185,6 +196,22 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
      "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
      "Western European languages only."},
+    {MSG_SAVE_NO_NAME, "MSG_SAVE_NO_NAME", "The script has no file name: %1"},
+    {MSG_SAVE_BROKEN_LINK, "MSG_SAVE_BROKEN_LINK",
+     "The script is a link to a file that cannot be found: %1"},
+    {MSG_SAVE_NO_FOLDER, "MSG_SAVE_NO_FOLDER", "The folder of the script does not exist: %1"},
+    {MSG_SAVE_NOT_A_FILE, "MSG_SAVE_NOT_A_FILE",
+     "The script's name belongs to something that is not a file: %1"},
+    {MSG_SAVE_WRITE_PROTECTED, "MSG_SAVE_WRITE_PROTECTED", "The script is write-protected: %1"},
+    {MSG_SAVE_NO_TEMPORARY, "MSG_SAVE_NO_TEMPORARY",
+     "No temporary file could be made beside the script: %1"},
+    {MSG_SAVE_FOLDER_UNWRITABLE, "MSG_SAVE_FOLDER_UNWRITABLE",
+     "The folder of the script cannot be written to: %1"},
+    {MSG_SAVE_INCOMPLETE, "MSG_SAVE_INCOMPLETE",
+     "The script could not be written completely (is the disk full?): %1"},
+    {MSG_SAVE_NOT_REPLACED, "MSG_SAVE_NOT_REPLACED",
+     "The script could not replace the old file: %1"},
+    {MSG_SAVE_SYSTEM_REASON, "MSG_SAVE_SYSTEM_REASON", "The system reports: %1"},
 }};
 
 namespace detail {

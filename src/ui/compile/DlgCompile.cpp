@@ -317,8 +317,7 @@ void DlgCompile::RunCompiler() {
     const std::string deleteFailure = compile::DeleteRunFiles(folder);
     const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
     if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
-        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {platform::FromCp1252(deleteFailure)}),
-               ErrorRow);
+        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {platform::FromCp1252(deleteFailure)}), ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
     }

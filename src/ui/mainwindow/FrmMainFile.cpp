@@ -54,6 +54,31 @@ char UserDecimalSeparator() {
     return '.';
 }
 
+Msg SaveFailureMessage(WriteFailure reason) {
+    switch (reason) {
+    case WriteFailure::NoName:
+        return MSG_SAVE_NO_NAME;
+    case WriteFailure::BrokenLink:
+        return MSG_SAVE_BROKEN_LINK;
+    case WriteFailure::NoFolder:
+        return MSG_SAVE_NO_FOLDER;
+    case WriteFailure::NotAFile:
+        return MSG_SAVE_NOT_A_FILE;
+    case WriteFailure::WriteProtected:
+        return MSG_SAVE_WRITE_PROTECTED;
+    case WriteFailure::NoTemporary:
+        return MSG_SAVE_NO_TEMPORARY;
+    case WriteFailure::FolderUnwritable:
+        return MSG_SAVE_FOLDER_UNWRITABLE;
+    case WriteFailure::Incomplete:
+        return MSG_SAVE_INCOMPLETE;
+    case WriteFailure::None:
+    case WriteFailure::NotReplaced:
+        break;
+    }
+    return MSG_SAVE_NOT_REPLACED;
+}
+
 } // namespace
 
 void FrmMain::ConnectFileCommands() {
@@ -201,12 +226,20 @@ bool FrmMain::WriteQcFile() {
     // The reason names the file or the folder that failed; the script's
     // path is added when it does not.
     const QString file = Doc(state_.Doc.QcFile);
-    const QString reason = Doc(result.Error);
+    const QString where = Doc(result.Where);
+    QString reason = MessageText(state_, SaveFailureMessage(result.Reason), {where});
+    if (!result.SystemReason.empty()) {
+        reason +=
+            QLatin1Char('\n') + MessageText(state_, MSG_SAVE_SYSTEM_REASON,
+                                            {QString::fromLocal8Bit(result.SystemReason.c_str())});
+    }
     QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {
         paragraphs << MessageText(state_, MSG_SAVE_SCRIPT, {file});
     }
-    paragraphs << MessageText(state_, MSG_SAVE_OLD_FILE_KEPT);
+    if (result.OldFileExisted) {
+        paragraphs << MessageText(state_, MSG_SAVE_OLD_FILE_KEPT);
+    }
     services_.MsgBox(paragraphs.join(QStringLiteral("\n\n")), platform::Buttons::Ok,
                      platform::Icon::Critical, IdsText(IDS_ERROR));
     return false;

@@ -76,7 +76,8 @@ QList<std::pair<QString, QString>> SettingsToWrite(const ToolSettings& settings)
         {QStringLiteral("Language"), Text(settings.LanguageFile)},
     };
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
-        writes.append({QStringLiteral("RecentFile%1").arg(i), platform::FromCp1252(settings.RecentFiles[i])});
+        writes.append(
+            {QStringLiteral("RecentFile%1").arg(i), platform::FromCp1252(settings.RecentFiles[i])});
     }
     return writes;
 }

@@ -118,6 +118,10 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     EXPECT_EQ(services.Prompts()[0].Title, "IDS_ERROR");
     EXPECT_EQ(services.Prompts()[0].Icon, Icon::Critical);
     EXPECT_TRUE(services.Prompts()[0].Text.contains(locked));
+    const QString kept = QString::fromStdString(state->MsgTexts[MSG_SAVE_OLD_FILE_KEPT]);
+    const QString why = QString::fromStdString(state->MsgTexts[MSG_SAVE_WRITE_PROTECTED]);
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(kept));
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(why.left(why.indexOf(u'%'))));
     EXPECT_EQ(ReadFile(locked), "// the old script\r\n");
     EXPECT_EQ(state->Settings.RecentFiles, (Recent{"...", "...", "...", "..."}))
         << "a file that was not written does not enter the list";
@@ -140,6 +144,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     EXPECT_EQ(ModelName(), InModels("locked.mdl"));
     EXPECT_EQ(services.Prompts().last().Title, "IDS_ERROR");
     EXPECT_TRUE(services.Prompts().last().Text.contains(InModels("gone/robot.qc")));
+    EXPECT_FALSE(services.Prompts().last().Text.contains(kept)) << "there was no old file";
     EXPECT_FALSE(QFileInfo::exists(InModels("gone")));
     EXPECT_EQ(QDir(models.path()).entryList(QDir::Files), QStringList{"locked.qc"})
         << "no temporary file is left behind";

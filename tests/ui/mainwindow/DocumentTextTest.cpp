@@ -76,8 +76,9 @@ TEST_F(DocumentTextTest, GermanNamesRoundTripThroughTheScript) {
     const QByteArray script = test::ReadFile(InModels(QStringLiteral("R\u00fcstung.qc")));
     EXPECT_FALSE(script.contains("\xC3")) << script.toStdString();
     for (const char* bytes : {"$body K\xF6rper \"robot_head\"", "$bodygroup H\xE4nde\r\n",
-                              "$sequence \"\xDC" "bung\"", "ACT_\xC4 1",
-                              "$modelname \"", "R\xFCstung.mdl\""}) {
+                              "$sequence \"\xDC"
+                              "bung\"",
+                              "ACT_\xC4 1", "$modelname \"", "R\xFCstung.mdl\""}) {
         EXPECT_TRUE(script.contains(bytes)) << bytes << "\n" << script.toStdString();
     }
 
