@@ -126,8 +126,8 @@ std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
         // The shell takes file names in UTF-8; its message when the
         // compiler cannot start (not executable, no interpreter) goes to the
         // log as well.
-        text += ShellQuote(studioMdlPath) + " " + ShellQuote(Cp1252ToUtf8(qcFile)) + " >>" +
-                LogFileName + " 2>&1\n";
+        text += ShellQuote(Cp1252ToUtf8(studioMdlPath)) + " " + ShellQuote(Cp1252ToUtf8(qcFile)) +
+                " >>" + LogFileName + " 2>&1\n";
         text += std::string("echo Fertig $? >") + MarkerFileName + "\n";
     }
     return text;

@@ -223,7 +223,7 @@ void DlgCompile::Form_Load() {
     setWindowTitle(Ids(IDS_COMPILE) + QLatin1Char(' ') + platform::FromCp1252(state_.Doc.QcFile));
     // TmrCompile is started when the form comes up (showEvent).
     OKButton->setEnabled(false);
-    const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+    const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
     if (!viewer.isEmpty() && platform::ProgramExists(viewer)) {
         ChkViewAfterCompile->setEnabled(true);
     }
@@ -447,7 +447,7 @@ void DlgCompile::OKButton_Click() {
         return;
     }
     if (ChkViewAfterCompile->isEnabled() && ChkViewAfterCompile->isChecked()) {
-        const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+        const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
         // The model's path is one argument, blanks and all.
         if (!services_.StartProgram(viewer, {platform::FromCp1252(state_.Doc.ModelName)})) {
             services_.MsgBox(MsgText(MSG_VIEWER_NOT_STARTED) + QLatin1Char('\n') + viewer,

@@ -74,10 +74,10 @@ void FrmMain::Form_Load() {
     ToolSettings& tools = state_.Settings;
     ReadToolSettings(settings_, services_.ProgramFolder(), tools);
     // Missing programs only leave their commands disabled; they start so.
-    if (platform::ProgramExists(Text(tools.StudioMdlPath))) {
+    if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
         CmdCompile->setEnabled(true);
     }
-    if (platform::ProgramExists(Text(tools.ModelViewerPath))) {
+    if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {
         MnuDateiView->setEnabled(true);
     }
     ReadRecentFiles(settings_, tools);

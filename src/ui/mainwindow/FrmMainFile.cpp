@@ -270,7 +270,7 @@ void FrmMain::CmdCompile_Click() {
 
 void FrmMain::StartWithFile(const std::string& program, const std::string& file, Msg missing,
                             Msg notStarted) {
-    const QString programText = Text(program);
+    const QString programText = Doc(program);
     // A file found only in another case is handed over as it is on disk.
     const QString fileText = Doc(paths::Resolve(file).value_or(file));
     if (!platform::ProgramExists(programText)) {
