@@ -19,12 +19,12 @@
 
 #include <QAction>
 #include <QDir>
-#include <QFileInfo>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStringList>
+#include <QTemporaryFile>
 
 namespace quarle::ui {
 namespace {
@@ -120,8 +120,10 @@ QString FrmMain::WorkingFolder() const {
     }
     // Started from a folder that cannot be written (a read-only medium, a
     // system folder): the working files go to a folder of the user's own.
+    // A file is made there to find out: permission bits do not tell for
+    // every user and file system.
     const QString current = QDir::currentPath();
-    if (QFileInfo(current).isWritable()) {
+    if (QTemporaryFile(QDir(current).filePath(QStringLiteral("quarle-XXXXXX"))).open()) {
         return current;
     }
     const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QStandardPaths>
 
 namespace quarle::ui {
 namespace {
@@ -227,6 +228,23 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     EXPECT_EQ(Items(form->LstAnimations), (QStringList{"stand", "walk"}));
     EXPECT_EQ(Doc().Anims[0][0].Fps, 20);
     EXPECT_TRUE(QFileInfo::exists(InWork("loadbuffer.dat"))) << "the load works in WorkFolder";
+
+    // Started from a folder nobody may write to: the working files go to the
+    // user's own folder.
+    QStandardPaths::setTestModeEnabled(true);
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(QStringLiteral("/proc")));
+    form->WorkFolder.clear();
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    QFile::remove(QDir(own).filePath("loadbuffer.dat"));
+    services.QueueOpen(Pick(qc));
+    services.QueueMsgBox(Answer::Ok);
+    services.QueueOpen(Pick(InModels("walk.smd")));
+    form->MnuDateiOeffnen->trigger();
+    EXPECT_EQ(form->WorkingFolder(), own);
+    QDir::setCurrent(before);
+    EXPECT_TRUE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
+    EXPECT_EQ(services.Prompts().size(), 6) << "the same questions, and no failure";
 }
 
 TEST_F(DocumentCommandsTest, OpenBrokenOffByTheUserEndsInANewDocument) {
