@@ -211,7 +211,8 @@ TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
     bool clicked = false;
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, dlg.get(), [&] {
-        if (clicked || !dlg->CmdCancel->isEnabled()) {
+        // Once the compiler has written its first lines.
+        if (clicked || !dlg->CmdCancel->isEnabled() || QFileInfo(Work("compile.log")).size() == 0) {
             return;
         }
         EXPECT_TRUE(dlg->Running());
