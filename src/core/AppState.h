@@ -13,6 +13,8 @@
 namespace quarle {
 
 // The settings held in shared fields between the start and stop sequences.
+// The programs' paths and the recent files are cp1252 text, as every path the
+// core is given.
 struct ToolSettings {
     std::string StudioMdlPath;
     std::string ModelViewerPath;

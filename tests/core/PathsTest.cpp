@@ -116,5 +116,14 @@ TEST_F(PathsOnDisk, ListingMatchesTheExtensionInAnyCaseAndSortsByName) {
     EXPECT_TRUE(ListFiles(At("missing"), ".smd").empty());
 }
 
+// The document's paths are cp1252; names on disk are UTF-8.
+TEST_F(PathsOnDisk, Cp1252PathsMeetUtf8NamesOnDisk) {
+    dir_.Write("Umlaut/K\xC3\xB6rper.smd", "");
+    EXPECT_TRUE(FileExists(At("umlaut/K\xF6rper.smd")));
+    EXPECT_EQ(Resolve(At("umlaut/K\xF6rper.smd")), At("Umlaut/K\xF6rper.smd"));
+    EXPECT_EQ(ListFiles(At("Umlaut"), ".smd"), std::vector<std::string>{"K\xF6rper.smd"});
+    EXPECT_EQ(ToFsPath("K\xF6rper").string(), "K\xC3\xB6rper");
+}
+
 } // namespace
 } // namespace quarle::paths

@@ -608,6 +608,16 @@ GERMAN_MESSAGES = {
     "MSG_FINDINGS_KEPT": "Das erste Speichern bewahrt das ursprüngliche Skript daneben als „%1“ auf.",
     "MSG_FINDINGS_TITLE": "Was das Speichern ändert",
     "MSG_KEEP_ORIGINAL_FAILED": "Das ursprüngliche Skript kann nicht als „%1“ aufbewahrt werden, darum wurde es nicht überschrieben.",
+    "MSG_SAVE_NO_NAME": "Die qc-Datei hat keinen Dateinamen: %1",
+    "MSG_SAVE_BROKEN_LINK": "Die qc-Datei ist ein Verweis auf eine Datei, die es nicht gibt: %1",
+    "MSG_SAVE_NO_FOLDER": "Den Ordner der qc-Datei gibt es nicht: %1",
+    "MSG_SAVE_NOT_A_FILE": "Der Name der qc-Datei gehört zu etwas, das keine Datei ist: %1",
+    "MSG_SAVE_WRITE_PROTECTED": "Die qc-Datei ist schreibgeschützt: %1",
+    "MSG_SAVE_NO_TEMPORARY": "Neben der qc-Datei konnte keine vorläufige Datei angelegt werden: %1",
+    "MSG_SAVE_FOLDER_UNWRITABLE": "In den Ordner der qc-Datei kann nicht geschrieben werden: %1",
+    "MSG_SAVE_INCOMPLETE": "Die qc-Datei konnte nicht ganz geschrieben werden (ist der Datenträger voll?): %1",
+    "MSG_SAVE_NOT_REPLACED": "Die qc-Datei konnte die alte Datei nicht ersetzen: %1",
+    "MSG_SAVE_SYSTEM_REASON": "Das System meldet: %1",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -21,6 +21,7 @@
 #include "Commands.h"
 #include "LoadScript.h"
 #include "compile/CheckModelData.h"
+#include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
 #include "localisation/LanguageFile.h"
 
@@ -91,7 +92,8 @@ int RunCheck(const Args& args) {
     // english.lng beside the program, and the keys themselves when it is gone.
     compile::IdsTextTable texts{};
     const bool named = !language.empty();
-    const fs::path languageFile = named ? fs::path(language) : ProgramFolder() / "english.lng";
+    const fs::path languageFile =
+        named ? paths::ToFsPath(language) : ProgramFolder() / "english.lng";
     const auto lines = ReadLanguageLines(languageFile);
     if (lines) {
         StderrLanguageHost host(languageFile.string());

@@ -91,14 +91,14 @@ public:
         for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
             const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
             if (fs::create_directory(candidate, ec) && !ec) {
-                path_ = candidate.string();
+                path_ = paths::FromFsPath(candidate);
             }
         }
     }
     ~WorkFolder() {
         std::error_code ignored;
         if (!path_.empty()) {
-            fs::remove_all(path_, ignored);
+            fs::remove_all(paths::ToFsPath(path_), ignored);
         }
     }
     WorkFolder(const WorkFolder&) = delete;

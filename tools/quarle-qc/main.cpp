@@ -1,5 +1,6 @@
 // quarle-qc: the command-line companion of the editor, on the same core.
 #include "Commands.h"
+#include "localisation/Cp1252.h"
 
 #include <cstdio>
 #include <cstring>
@@ -36,7 +37,13 @@ int main(int argc, char** argv) {
     }
     for (const Command& c : Commands) {
         if (std::strcmp(argv[1], c.Name) == 0) {
-            return c.Run(quarle::qc::Args(argv + 2, argv + argc));
+            // The command line is UTF-8; the core takes paths as the
+            // document holds text, in cp1252.
+            quarle::qc::Args args;
+            for (int i = 2; i < argc; ++i) {
+                args.push_back(quarle::Utf8ToCp1252(argv[i]));
+            }
+            return c.Run(args);
         }
     }
     std::fprintf(stderr, "quarle-qc: unknown command '%s'\n", argv[1]);

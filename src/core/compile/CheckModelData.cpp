@@ -2,6 +2,7 @@
 
 #include "compile/CompileFiles.h"
 #include "document/Paths.h"
+#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
 
 #include <algorithm>
@@ -9,6 +10,12 @@
 namespace quarle::compile {
 
 namespace {
+
+// The rows are language text (UTF-8); the document's names and paths are
+// cp1252 and are turned to the rows' text where they stand in one.
+std::string Shown(const std::string& documentText) {
+    return Cp1252ToUtf8(documentText);
+}
 
 class Checker {
 public:
@@ -74,20 +81,20 @@ void CheckCompiler(Checker& c, const std::string& studioMdl) {
 
 void CheckAnimation(Checker& c, const AnimRec& anim) {
     if (anim.Name.empty()) {
-        c.Error(c.Text(IDS_ERROR_ANIMATIONNAME_PART1) + " " + anim.SmdFile +
+        c.Error(c.Text(IDS_ERROR_ANIMATIONNAME_PART1) + " " + Shown(anim.SmdFile) +
                 c.Text(IDS_ERROR_ANIMATIONNAME_PART2));
     }
     if (anim.Fps == 0) {
-        c.Warning(c.Text(IDS_WARNING_FPS_PART1) + " " + anim.Name + " " +
+        c.Warning(c.Text(IDS_WARNING_FPS_PART1) + " " + Shown(anim.Name) + " " +
                   c.Text(IDS_WARNING_FPS_PART2));
     }
     // An activity needs its weight behind the name: the last character must
     // not be above the digit 9 in code.
     if (!anim.ActivityId.empty() && static_cast<unsigned char>(anim.ActivityId.back()) > '9') {
-        c.Warning(c.Text(IDS_WARNING_MISSINGNUMBER) + " " + anim.Name);
+        c.Warning(c.Text(IDS_WARNING_MISSINGNUMBER) + " " + Shown(anim.Name));
     }
     if (anim.FrameLimit == 1 && anim.FrameStart > anim.FrameEnd) {
-        c.Error(c.Text(IDS_ERROR_STARTFRAME_PART1) + " " + anim.SmdFile +
+        c.Error(c.Text(IDS_ERROR_STARTFRAME_PART1) + " " + Shown(anim.SmdFile) +
                 c.Text(IDS_ERROR_STARTFRAME_PART2));
     }
 }
@@ -123,7 +130,7 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
     for (int g = 1; g <= GroupsInUse(doc); ++g) {
         const BodyGroupRec& group = doc.BodyGroups[g];
         if (group.PartCount == 0) {
-            c.Warning(c.Text(IDS_WARNING_BODYGROUP_PART1) + " \"" + group.Name + "\" " +
+            c.Warning(c.Text(IDS_WARNING_BODYGROUP_PART1) + " \"" + Shown(group.Name) + "\" " +
                       c.Text(IDS_WARNING_BODYGROUP_PART2));
         }
     }
@@ -140,8 +147,8 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
         if (input.AppendIdleLine) {
             std::string failure = AppendScriptLine(doc.QcFile, IdleSequenceLine(doc));
             if (!failure.empty()) {
-                c.Error("The idle animation could not be added to the script \"" + doc.QcFile +
-                        "\": " + failure);
+                c.Error("The idle animation could not be added to the script \"" +
+                        Shown(doc.QcFile) + "\": " + failure);
             }
         }
     }

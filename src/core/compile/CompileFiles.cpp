@@ -1,6 +1,7 @@
 #include "compile/CompileFiles.h"
 
 #include "document/Paths.h"
+#include "localisation/Cp1252.h"
 
 #include <atomic>
 #include <charconv>
@@ -53,8 +54,8 @@ std::string Plural(int count, const char* word) {
     return Num(count) + " " + word + (count == 1 ? "" : "s");
 }
 
-fs::path PathOf(const std::string& utf8) {
-    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+fs::path PathOf(const std::string& path) {
+    return paths::ToFsPath(path);
 }
 
 } // namespace
@@ -113,13 +114,20 @@ std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
             }
             return out;
         };
-        text += escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName + "\r\n";
+        // The system's own message when the compiler cannot start goes to
+        // the log as well.
+        text +=
+            escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName + " 2>&1\r\n";
         text += std::string("echo Fertig >") + MarkerFileName + "\r\n";
     } else {
         if (IsWindowsExecutable(studioMdlPath)) {
             text += "wine ";
         }
-        text += ShellQuote(studioMdlPath) + " " + ShellQuote(qcFile) + " >>" + LogFileName + "\n";
+        // The shell takes file names in UTF-8; its message when the
+        // compiler cannot start (not executable, no interpreter) goes to the
+        // log as well.
+        text += ShellQuote(Cp1252ToUtf8(studioMdlPath)) + " " + ShellQuote(Cp1252ToUtf8(qcFile)) +
+                " >>" + LogFileName + " 2>&1\n";
         text += std::string("echo Fertig $? >") + MarkerFileName + "\n";
     }
     return text;

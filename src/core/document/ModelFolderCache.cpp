@@ -12,9 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Paths are UTF-8 text in the core, on every system.
-fs::path FsPath(const std::string& utf8) {
-    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+fs::path FsPath(const std::string& path) {
+    return paths::ToFsPath(path);
 }
 
 struct Stamp {

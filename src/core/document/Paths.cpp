@@ -1,5 +1,7 @@
 #include "document/Paths.h"
 
+#include "localisation/Cp1252.h"
+
 #include <algorithm>
 #include <system_error>
 
@@ -204,19 +206,16 @@ bool NameLess(std::string_view a, std::string_view b) {
 
 fs::path ToFsPath(std::string_view path) {
 #ifdef _WIN32
-    return fs::path(std::u8string(path.begin(), path.end()));
+    const std::string utf8 = Cp1252ToUtf8(path);
 #else
-    return fs::path(ToStyle(path, Style::Posix));
+    const std::string utf8 = Cp1252ToUtf8(ToStyle(path, Style::Posix));
 #endif
+    return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 std::string FromFsPath(const fs::path& path) {
-#ifdef _WIN32
     const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-#else
-    return path.string();
-#endif
+    return Utf8ToCp1252(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
 }
 
 std::optional<std::string> Resolve(const std::string& path) {

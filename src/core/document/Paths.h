@@ -55,7 +55,10 @@ bool EqualsNoCase(std::string_view a, std::string_view b);
 // Ordering of file names: case-insensitive, byte order among equals.
 bool NameLess(std::string_view a, std::string_view b);
 
-// A UTF-8 path as the file system takes it (host separators), and back.
+// A path of the document (cp1252 bytes, as scripts hold it) as the file
+// system takes it, and back. The file system is given UTF-8 on every system
+// (host separators); a name on disk with a character cp1252 cannot hold comes
+// back with '?' in its place.
 std::filesystem::path ToFsPath(std::string_view path);
 std::string FromFsPath(const std::filesystem::path& path);
 

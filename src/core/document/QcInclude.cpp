@@ -30,16 +30,17 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
 
 bool ReadWholeFile(const std::string& path, std::string& text) {
     std::error_code ec;
-    if (path.empty() || !std::filesystem::is_regular_file(path, ec)) {
+    const std::filesystem::path disk = paths::ToFsPath(path);
+    if (path.empty() || !std::filesystem::is_regular_file(disk, ec)) {
         return false;
     }
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(disk, std::ios::binary);
     if (!in) {
         return false;
     }
     // One read of the size the file has now; whatever it grew by since comes
     // in blocks behind it.
-    const auto size = std::filesystem::file_size(path, ec);
+    const auto size = std::filesystem::file_size(disk, ec);
     text.resize(ec ? 0 : static_cast<std::size_t>(size));
     in.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(in.gcount()));
@@ -63,8 +64,8 @@ namespace {
 // One file of the chain of open includes, by its canonical path.
 std::string Identity(const std::string& diskPath) {
     std::error_code ec;
-    const auto canonical = std::filesystem::weakly_canonical(diskPath, ec);
-    return ec ? diskPath : canonical.string();
+    const auto canonical = std::filesystem::weakly_canonical(paths::ToFsPath(diskPath), ec);
+    return ec ? diskPath : paths::FromFsPath(canonical);
 }
 
 class Buffering {

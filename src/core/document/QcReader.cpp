@@ -129,8 +129,8 @@ private:
             return false;
         }
         std::error_code ec;
-        for (std::filesystem::directory_iterator it(*resolved, ec), end; !ec && it != end;
-             it.increment(ec)) {
+        for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end;
+             !ec && it != end; it.increment(ec)) {
             std::error_code fileEc;
             if (it->is_regular_file(fileEc)) {
                 return true;
@@ -169,8 +169,8 @@ private:
         }
         std::error_code ec;
         return !folder.empty() && !modelPath.empty() &&
-               std::filesystem::equivalent(DiskPath(folder, qcFolder_),
-                                           DiskPath(modelPath, qcFolder_), ec) &&
+               std::filesystem::equivalent(paths::ToFsPath(DiskPath(folder, qcFolder_)),
+                                           paths::ToFsPath(DiskPath(modelPath, qcFolder_)), ec) &&
                !ec;
     }
 
@@ -981,7 +981,7 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     Reader reader(doc, host, report, map);
     BufferResult buffered = BufferResult::Done;
     {
-        std::ofstream out(workFile, std::ios::binary | std::ios::trunc);
+        std::ofstream out(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
         if (!out) {
             report(ReadProblem::WorkFileUnwritable, workFile);
             host.NewDocument();

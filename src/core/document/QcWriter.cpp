@@ -1,6 +1,7 @@
 #include "document/QcWriter.h"
 
 #include "document/NumberText.h"
+#include "document/Paths.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -256,21 +257,27 @@ private:
     char separator_;
 };
 
-fs::path HostPath(const std::string& utf8) {
-    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+fs::path HostPath(const std::string& path) {
+    return paths::ToFsPath(path);
 }
 
+// The path in the document's text, for the message of a failure.
 std::string Utf8(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
+    return paths::FromFsPath(path);
 }
 
-WriteResult Failure(const std::string& what, const fs::path& path, const std::error_code& ec = {}) {
-    std::string text = what + ": " + Utf8(path);
+WriteResult Failure(WriteFailure reason, const std::string& what, const fs::path& path,
+                    const std::error_code& ec = {}) {
+    WriteResult result;
+    result.Ok = false;
+    result.Reason = reason;
+    result.Where = Utf8(path);
+    result.Error = what + ": " + result.Where;
     if (ec) {
-        text += " (" + ec.message() + ")";
+        result.SystemReason = ec.message();
+        result.Error += " (" + result.SystemReason + ")";
     }
-    return {false, text};
+    return result;
 }
 
 // A name beside the target that no file has yet.
@@ -297,45 +304,58 @@ void WriteQcScript(const Document& doc, std::ostream& out, char decimalSeparator
 WriteResult WriteQcFile(const Document& doc, const std::string& path, char decimalSeparator) {
     fs::path target = HostPath(path);
     if (path.empty() || !target.has_filename()) {
-        return Failure("The script has no file name", target);
+        return Failure(WriteFailure::NoName, "The script has no file name", target);
     }
     std::error_code ec;
     if (fs::is_symlink(fs::symlink_status(target, ec))) {
         // Replace the file the link points to, not the link.
         const fs::path real = fs::canonical(target, ec);
         if (ec) {
-            return Failure("The script is a link to a file that cannot be found", target, ec);
+            return Failure(WriteFailure::BrokenLink,
+                           "The script is a link to a file that cannot be found", target, ec);
         }
         target = real;
     }
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     if (!fs::is_directory(folder, ec)) {
-        return Failure("The folder of the script does not exist", folder, ec);
+        return Failure(WriteFailure::NoFolder, "The folder of the script does not exist", folder,
+                       ec);
     }
     const fs::file_status old = fs::status(target, ec);
     const bool replacing = fs::exists(old);
     if (replacing && !fs::is_regular_file(old)) {
-        return Failure("The script's name belongs to something that is not a file", target);
+        return Failure(WriteFailure::NotAFile,
+                       "The script's name belongs to something that is not a file", target);
     }
     if (replacing && (old.permissions() & fs::perms::owner_write) == fs::perms::none) {
-        return Failure("The script is write-protected", target);
+        WriteResult result =
+            Failure(WriteFailure::WriteProtected, "The script is write-protected", target);
+        result.OldFileExisted = true;
+        return result;
     }
 
     const fs::path temporary = TemporaryBeside(target);
     if (temporary.empty()) {
-        return Failure("No temporary file could be made beside the script", target);
+        WriteResult result = Failure(WriteFailure::NoTemporary,
+                                     "No temporary file could be made beside the script", target);
+        result.OldFileExisted = replacing;
+        return result;
     }
-    auto fail = [&](const std::string& what, const fs::path& where, std::error_code code = {}) {
+    auto fail = [&](WriteFailure reason, const std::string& what, const fs::path& where,
+                    std::error_code code = {}) {
         std::error_code ignored;
         fs::remove(temporary, ignored);
-        return Failure(what, where, code);
+        WriteResult result = Failure(reason, what, where, code);
+        result.OldFileExisted = replacing;
+        return result;
     };
     {
         errno = 0;
         std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
         if (!out.is_open()) {
             const int error = errno;
-            return fail("The folder of the script cannot be written to", folder,
+            return fail(WriteFailure::FolderUnwritable,
+                        "The folder of the script cannot be written to", folder,
                         error != 0 ? std::error_code(error, std::generic_category())
                                    : std::error_code());
         }
@@ -344,7 +364,8 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
         const bool written = out.good();
         out.close();
         if (!written || out.fail()) {
-            return fail("The script could not be written completely (is the disk full?)", target);
+            return fail(WriteFailure::Incomplete,
+                        "The script could not be written completely (is the disk full?)", target);
         }
     }
     if (replacing) {
@@ -353,7 +374,8 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
     }
     fs::rename(temporary, target, ec);
     if (ec) {
-        return fail("The script could not replace the old file", target, ec);
+        return fail(WriteFailure::NotReplaced, "The script could not replace the old file", target,
+                    ec);
     }
     return {};
 }

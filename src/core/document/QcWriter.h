@@ -24,9 +24,27 @@ inline constexpr std::string_view MakersNotice =
 // Writes the script of doc. Numbers in locale form use decimalSeparator.
 void WriteQcScript(const Document& doc, std::ostream& out, char decimalSeparator);
 
+// Why a write failed, for the message of the form.
+enum class WriteFailure {
+    None,
+    NoName,
+    BrokenLink,
+    NoFolder,
+    NotAFile,
+    WriteProtected,
+    NoTemporary,
+    FolderUnwritable,
+    Incomplete,
+    NotReplaced,
+};
+
 struct WriteResult {
     bool Ok = true;
-    std::string Error; // what went wrong, for a message box
+    std::string Error; // what went wrong, in English (the command line's)
+    WriteFailure Reason = WriteFailure::None;
+    std::string Where;           // the file or folder that failed, document text
+    std::string SystemReason;    // the system's own words, when it gave some
+    bool OldFileExisted = false; // a file of the script's name was there (and is unchanged)
 };
 
 // Writes the script to path through a temporary file in the same folder,

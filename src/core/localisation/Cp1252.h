@@ -1,5 +1,8 @@
-// Windows-1252, the single-byte code page of language files, and UTF-8, the
-// encoding of every string in the core.
+// Windows-1252, the single-byte code page of scripts, .smd files and
+// language files. The document holds its text (names, paths) as cp1252
+// bytes, as the files have it; the texts of the language files are turned
+// into UTF-8 when read, since only the forms show them. Paths reach the file
+// system as UTF-8 (Paths.h).
 #pragma once
 
 #include <string>

@@ -200,7 +200,8 @@ void ApplySection(const std::vector<std::string>& lines, std::string_view formNa
             continue; // unknown key: skipped, and so is its tool tip line, as one more entry
         }
         if (const int recent = RecentFileEntry(controls[control].Name); recent >= 0) {
-            target.SetCaption(control, recentFiles[static_cast<std::size_t>(recent)]);
+            // The entries are paths of the document's text.
+            target.SetCaption(control, Cp1252ToUtf8(recentFiles[static_cast<std::size_t>(recent)]));
             continue;
         }
         if (!entry.Value.empty()) {

@@ -127,6 +127,17 @@ enum Msg : int {
     MSG_FINDINGS_KEPT,
     MSG_FINDINGS_TITLE,
     MSG_KEEP_ORIGINAL_FAILED,
+    // Why a save failed; %1 is the file or folder, %2 the system's reason.
+    MSG_SAVE_NO_NAME,
+    MSG_SAVE_BROKEN_LINK,
+    MSG_SAVE_NO_FOLDER,
+    MSG_SAVE_NOT_A_FILE,
+    MSG_SAVE_WRITE_PROTECTED,
+    MSG_SAVE_NO_TEMPORARY,
+    MSG_SAVE_FOLDER_UNWRITABLE,
+    MSG_SAVE_INCOMPLETE,
+    MSG_SAVE_NOT_REPLACED,
+    MSG_SAVE_SYSTEM_REASON,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -283,6 +294,22 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_FINDINGS_TITLE, "MSG_FINDINGS_TITLE", "What a save will change"},
     {MSG_KEEP_ORIGINAL_FAILED, "MSG_KEEP_ORIGINAL_FAILED",
      "The original script cannot be kept as \"%1\", so it was not saved over."},
+    {MSG_SAVE_NO_NAME, "MSG_SAVE_NO_NAME", "The script has no file name: %1"},
+    {MSG_SAVE_BROKEN_LINK, "MSG_SAVE_BROKEN_LINK",
+     "The script is a link to a file that cannot be found: %1"},
+    {MSG_SAVE_NO_FOLDER, "MSG_SAVE_NO_FOLDER", "The folder of the script does not exist: %1"},
+    {MSG_SAVE_NOT_A_FILE, "MSG_SAVE_NOT_A_FILE",
+     "The script's name belongs to something that is not a file: %1"},
+    {MSG_SAVE_WRITE_PROTECTED, "MSG_SAVE_WRITE_PROTECTED", "The script is write-protected: %1"},
+    {MSG_SAVE_NO_TEMPORARY, "MSG_SAVE_NO_TEMPORARY",
+     "No temporary file could be made beside the script: %1"},
+    {MSG_SAVE_FOLDER_UNWRITABLE, "MSG_SAVE_FOLDER_UNWRITABLE",
+     "The folder of the script cannot be written to: %1"},
+    {MSG_SAVE_INCOMPLETE, "MSG_SAVE_INCOMPLETE",
+     "The script could not be written completely (is the disk full?): %1"},
+    {MSG_SAVE_NOT_REPLACED, "MSG_SAVE_NOT_REPLACED",
+     "The script could not replace the old file: %1"},
+    {MSG_SAVE_SYSTEM_REASON, "MSG_SAVE_SYSTEM_REASON", "The system reports: %1"},
 }};
 
 namespace detail {

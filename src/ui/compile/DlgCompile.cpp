@@ -2,6 +2,7 @@
 
 #include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
@@ -48,8 +49,11 @@ int KindOf(compile::LogKind kind) {
     }
 }
 
-std::string Utf8(const QString& text) {
-    return text.toStdString();
+// A path of the working folder as the core takes paths (cp1252); a
+// character cp1252 cannot hold becomes '?', and the failure that follows
+// names the folder.
+std::string CorePath(const QString& text) {
+    return platform::ToCp1252(text).value_or(Utf8ToCp1252(text.toStdString()));
 }
 
 } // namespace
@@ -100,7 +104,7 @@ QString StatusText(const compile::RunOutcome& outcome, const AppState& state) {
         MessageText(state, MSG_STATUS_LOG,
                     {Count(state, outcome.LogErrors, MSG_ONE_ERROR, MSG_ERRORS),
                      Count(state, outcome.LogWarnings, MSG_ONE_WARNING, MSG_WARNINGS)});
-    const QString model = QString::fromStdString(outcome.ModelPath);
+    const QString model = platform::FromCp1252(outcome.ModelPath);
     QString written;
     switch (outcome.Model) {
     case compile::ModelChange::Created:
@@ -216,10 +220,10 @@ QString DlgCompile::MsgText(quarle::Msg key, std::initializer_list<QString> args
 
 void DlgCompile::Form_Load() {
     ApplyLanguage(state_, services_, this);
-    setWindowTitle(Ids(IDS_COMPILE) + QLatin1Char(' ') + QString::fromStdString(state_.Doc.QcFile));
+    setWindowTitle(Ids(IDS_COMPILE) + QLatin1Char(' ') + platform::FromCp1252(state_.Doc.QcFile));
     // TmrCompile is started when the form comes up (showEvent).
     OKButton->setEnabled(false);
-    const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+    const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
     if (!viewer.isEmpty() && platform::ProgramExists(viewer)) {
         ChkViewAfterCompile->setEnabled(true);
     }
@@ -304,7 +308,7 @@ void DlgCompile::TmrCompile_Timer() {
 }
 
 void DlgCompile::RunCompiler() {
-    const std::string folder = Utf8(folder_);
+    const std::string folder = CorePath(folder_);
     const compile::ScriptStyle style = compile::HostScriptStyle();
     const QString scriptName = QString::fromLatin1(compile::ScriptFileName(style));
     outcome_.ModelPath = state_.Doc.ModelName;
@@ -313,8 +317,7 @@ void DlgCompile::RunCompiler() {
     const std::string deleteFailure = compile::DeleteRunFiles(folder);
     const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
     if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
-        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {QString::fromStdString(deleteFailure)}),
-               ErrorRow);
+        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {platform::FromCp1252(deleteFailure)}), ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
     }
@@ -323,7 +326,7 @@ void DlgCompile::RunCompiler() {
         folder, style, state_.Settings.StudioMdlPath, state_.Doc.QcFile);
     if (!writeFailure.empty()) {
         AddRow(MsgText(MSG_SCRIPT_NOT_WRITTEN, {scriptName, QDir::toNativeSeparators(folder_),
-                                                QString::fromStdString(writeFailure)}),
+                                                platform::FromCp1252(writeFailure)}),
                ErrorRow);
         outcome_.End = compile::RunEnd::NotStarted;
         return;
@@ -350,14 +353,9 @@ void DlgCompile::RunCompiler() {
     outcome_.Seconds = static_cast<double>(clock.elapsed()) / 1000.0;
     switch (outcome_.End) {
     case compile::RunEnd::Cancelled:
-        run_->Kill();
-        AddRow(MsgText(MSG_COMPILE_CANCELLED), ErrorRow);
-        break;
     case compile::RunEnd::TimedOut:
+        // Their rows follow the log lines the compiler wrote until then.
         run_->Kill();
-        AddRow(MsgText(MSG_COMPILE_TIMED_OUT,
-                       {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
-               ErrorRow);
         break;
     case compile::RunEnd::ScriptEnded:
         AddRow(MsgText(MSG_SCRIPT_NO_MARKER,
@@ -365,17 +363,24 @@ void DlgCompile::RunCompiler() {
                ErrorRow);
         break;
     default:
-        outcome_.ExitStatus = compile::MarkerExitStatus(Utf8(marker));
+        outcome_.ExitStatus = compile::MarkerExitStatus(CorePath(marker));
         break;
     }
     Repaint(false);
 
     const QString log = QDir(folder_).filePath(QString::fromLatin1(compile::LogFileName));
-    for (const std::string& line : compile::ReadLines(Utf8(log))) {
+    for (const std::string& line : compile::ReadLines(CorePath(log))) {
         const compile::LogKind kind = compile::ClassifyLogLine(line);
         outcome_.LogErrors += kind == compile::LogKind::Error ? 1 : 0;
         outcome_.LogWarnings += kind == compile::LogKind::Warning ? 1 : 0;
         AddRow(QLatin1Char(' ') + LogLineText(line), KindOf(kind));
+    }
+    if (outcome_.End == compile::RunEnd::Cancelled) {
+        AddRow(MsgText(MSG_COMPILE_CANCELLED), ErrorRow);
+    } else if (outcome_.End == compile::RunEnd::TimedOut) {
+        AddRow(MsgText(MSG_COMPILE_TIMED_OUT,
+                       {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
+               ErrorRow);
     }
     outcome_.Model = compile::CompareStamps(before, compile::StampOf(state_.Doc.ModelName));
 }
@@ -442,9 +447,9 @@ void DlgCompile::OKButton_Click() {
         return;
     }
     if (ChkViewAfterCompile->isEnabled() && ChkViewAfterCompile->isChecked()) {
-        const QString viewer = QString::fromStdString(state_.Settings.ModelViewerPath);
+        const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
         // The model's path is one argument, blanks and all.
-        if (!services_.StartProgram(viewer, {QString::fromStdString(state_.Doc.ModelName)})) {
+        if (!services_.StartProgram(viewer, {platform::FromCp1252(state_.Doc.ModelName)})) {
             services_.MsgBox(MsgText(MSG_VIEWER_NOT_STARTED) + QLatin1Char('\n') + viewer,
                              platform::Buttons::Ok, platform::Icon::Critical, Ids(IDS_ERROR));
         }

@@ -1,5 +1,6 @@
 #include "ui/dialogs/DlgName.h"
 
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
@@ -45,9 +46,14 @@ void DlgName::CmdOK_Click() {
         RefuseAtLimit(state_, services_, MSG_GROUPS_FULL, limits::LastBodyGroup);
         return;
     }
-    ++doc.BodyGroupCount;
     const QString name = TxtName->text();
-    doc.BodyGroups[doc.BodyGroupCount].Name = name.toStdString();
+    // A refused name leaves the dialog open for another.
+    const std::optional<std::string> bytes = TypedText(state_, services_, name);
+    if (!bytes) {
+        return;
+    }
+    ++doc.BodyGroupCount;
+    doc.BodyGroups[doc.BodyGroupCount].Name = *bytes;
     if (groups_ != nullptr) {
         // The new entry is not selected: the parts on show stay those of
         // the group selected before (also when none was, and the box was empty).

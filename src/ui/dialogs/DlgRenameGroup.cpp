@@ -1,5 +1,7 @@
 #include "ui/dialogs/DlgRenameGroup.h"
 
+#include "ui/localisation/Messages.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -42,7 +44,12 @@ void DlgRenameGroup::OKButton_Click() {
     const int selected = groups_ != nullptr ? groups_->currentIndex() : -1;
     if (selected >= 0 && selected < limits::LastBodyGroup) {
         const QString name = TxtNewCaption->text();
-        state_.Doc.BodyGroups[static_cast<std::size_t>(selected) + 1].Name = name.toStdString();
+        // A refused name leaves the dialog open for another.
+        const std::optional<std::string> bytes = TypedText(state_, services_, name);
+        if (!bytes) {
+            return;
+        }
+        state_.Doc.BodyGroups[static_cast<std::size_t>(selected) + 1].Name = *bytes;
         groups_->setItemText(selected, name);
     }
     accept();

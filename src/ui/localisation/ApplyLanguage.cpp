@@ -4,9 +4,13 @@
 #include "localisation/MessageTexts.h"
 #include "platform/Reflection.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 namespace quarle::ui {
 namespace {
@@ -69,6 +73,33 @@ std::optional<std::vector<std::string>> ReadLines(const QString& path) {
     return SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
+// Qt's own texts (the buttons of message boxes, the file dialogs) in the
+// language of the program: German with deutsch.lng, Qt's English otherwise.
+// Without Qt's translations on the system they stay English.
+void UseQtTranslations(const std::string& languageFile) {
+    static QTranslator* german = nullptr;
+    const bool wanted =
+        QString::fromStdString(languageFile)
+            .compare(QLatin1String(DefaultLanguageFile.data()), Qt::CaseInsensitive) == 0;
+    if (wanted == (german != nullptr)) {
+        return;
+    }
+    if (!wanted) {
+        QCoreApplication::removeTranslator(german);
+        delete german;
+        german = nullptr;
+        return;
+    }
+    auto* translator = new QTranslator(QCoreApplication::instance());
+    if (!translator->load(QLocale(QLocale::German), QStringLiteral("qtbase"), QStringLiteral("_"),
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete translator;
+        return;
+    }
+    QCoreApplication::installTranslator(translator);
+    german = translator;
+}
+
 } // namespace
 
 void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form) {
@@ -91,6 +122,7 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
         if (!lines) {
             return;
         }
+        UseQtTranslations(state.Settings.LanguageFile);
         // The messages the key table has no place for: English wherever the
         // file gives none, so no text of an earlier language stays behind.
         ReadMessageTexts(*lines, state.MsgTexts);

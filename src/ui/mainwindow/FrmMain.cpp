@@ -4,8 +4,10 @@
 #include "ui/mainwindow/FrmMain.h"
 
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Twips.h"
 #include "ui/localisation/ApplyLanguage.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
@@ -21,8 +23,14 @@
 namespace quarle::ui {
 namespace {
 
+// A text of the language file.
 QString Text(const std::string& s) {
     return QString::fromStdString(s);
+}
+
+// A text of the document.
+QString Doc(const std::string& s) {
+    return platform::FromCp1252(s);
 }
 
 // The folder of a chosen file: the path without the file's name and the
@@ -66,10 +74,10 @@ void FrmMain::Form_Load() {
     ToolSettings& tools = state_.Settings;
     ReadToolSettings(settings_, services_.ProgramFolder(), tools);
     // Missing programs only leave their commands disabled; they start so.
-    if (platform::ProgramExists(Text(tools.StudioMdlPath))) {
+    if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
         CmdCompile->setEnabled(true);
     }
-    if (platform::ProgramExists(Text(tools.ModelViewerPath))) {
+    if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {
         MnuDateiView->setEnabled(true);
     }
     ReadRecentFiles(settings_, tools);
@@ -130,9 +138,9 @@ void FrmMain::InitVars() {
 
 void FrmMain::Update() {
     const Document& doc = state_.Doc;
-    TxtTexturepath->setText(Text(doc.TexturePath));
+    TxtTexturepath->setText(Doc(doc.TexturePath));
     // A real change of the text runs TxtModelpath_Change before we go on.
-    TxtModelpath->setText(Text(doc.ModelPath));
+    TxtModelpath->setText(Doc(doc.ModelPath));
 
     {
         const QSignalBlocker blockParts(LstParts);
@@ -141,7 +149,7 @@ void FrmMain::Update() {
         CmbBodyGroup->clear();
         const int count = std::min<int>(doc.BodyGroupCount, limits::LastBodyGroup);
         for (int g = 1; g <= count; ++g) {
-            CmbBodyGroup->addItem(Text(doc.BodyGroups[static_cast<std::size_t>(g)].Name));
+            CmbBodyGroup->addItem(Doc(doc.BodyGroups[static_cast<std::size_t>(g)].Name));
         }
         CmbBodyGroup->setCurrentIndex(-1);
     }
@@ -156,7 +164,7 @@ std::string FrmMain::NewDir(const std::string& oldDir, const std::string& extra)
     const auto& ids = state_.IdsTexts;
     const QString message = Text(extra) + QStringLiteral(": ") +
                             Text(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Text(oldDir) + QStringLiteral("\" ") +
+                            Doc(oldDir) + QStringLiteral("\" ") +
                             Text(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
     const platform::Answer answer =
         services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
@@ -166,7 +174,11 @@ std::string FrmMain::NewDir(const std::string& oldDir, const std::string& extra)
     }
     const std::optional<QString> folder =
         PickFolder(Text(ids[IDS_OPEN]), QStringLiteral("*.*|*.*"));
-    return folder ? folder->toStdString() : std::string("0");
+    if (!folder) {
+        return "0";
+    }
+    // A folder the script's text cannot name is refused like a cancel.
+    return TypedText(state_, services_, *folder).value_or("0");
 }
 
 // ---------------------------------------------------------------------------
@@ -186,7 +198,7 @@ void FrmMain::PushRecentFile() {
 void FrmMain::ShowRecentFiles() {
     const auto entries = MnuDateiLast();
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i]->setText(Text(state_.Settings.RecentFiles[i]));
+        entries[i]->setText(Doc(state_.Settings.RecentFiles[i]));
     }
 }
 
@@ -208,7 +220,11 @@ void FrmMain::CmdBrowseTexture_Click() {
     if (!folder) {
         return;
     }
-    state_.Doc.TexturePath = folder->toStdString();
+    const std::optional<std::string> path = TypedText(state_, services_, *folder);
+    if (!path) {
+        return;
+    }
+    state_.Doc.TexturePath = *path;
     TxtTexturepath->setText(*folder);
 }
 
@@ -218,7 +234,11 @@ void FrmMain::CmdBrowseModel_Click() {
     if (!folder) {
         return;
     }
-    state_.Doc.ModelPath = folder->toStdString();
+    const std::optional<std::string> path = TypedText(state_, services_, *folder);
+    if (!path) {
+        return;
+    }
+    state_.Doc.ModelPath = *path;
     TxtModelpath->setText(*folder);
     // The same folder again leaves the text as it was; the frame and the
     // file list follow the choice all the same.

@@ -337,8 +337,10 @@ private:
 public:
     // Where the working files of a load and a compile stand (loadbuffer.dat,
     // the compile script, compile.log, fert.dat); empty: the process's
-    // working directory.
+    // working directory, or a folder of the user's own when that cannot be
+    // written (WorkingFolder).
     QString WorkFolder;
+    QString WorkingFolder() const;
 
     // The load behind the open command and the recent entries: empties
     // LstAnimations, resets the document, sets QcFile and reads the script.

@@ -9,6 +9,8 @@
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 #include "ui/dialogs/DlgAnimExt.h"
+#include "platform/Cp1252Text.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 
@@ -122,7 +124,7 @@ void FrmMain::TxtAnimNr_Change() {
     // The listing ends at the first slot without a file.
     QStringList names;
     for (int i = 0; i <= limits::LastWrittenAnimSlot && !group[Slot(i)].SmdFile.empty(); ++i) {
-        names.append(QString::fromStdString(group[Slot(i)].Name));
+        names.append(platform::FromCp1252(group[Slot(i)].Name));
     }
     {
         const QSignalBlocker block(LstAnimations);
@@ -131,9 +133,9 @@ void FrmMain::TxtAnimNr_Change() {
     // The fields show slot 0 although no entry is selected; with no entry
     // selected their change events write nothing.
     const AnimRec& first = group[0];
-    TxtAnimName->setText(QString::fromStdString(first.Name));
-    TxtAnimDatei->setText(QString::fromStdString(first.SmdFile) + QStringLiteral(".smd"));
-    TxtAnimID->setEditText(QString::fromStdString(first.ActivityId));
+    TxtAnimName->setText(platform::FromCp1252(first.Name));
+    TxtAnimDatei->setText(platform::FromCp1252(first.SmdFile) + QStringLiteral(".smd"));
+    TxtAnimID->setEditText(platform::FromCp1252(first.ActivityId));
 }
 
 // ---------------------------------------------------------------------------
@@ -147,17 +149,17 @@ void FrmMain::LstAnimations_Click() {
     }
     const AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
     // Copies: the change events below write the same values back.
-    const QString file = QString::fromStdString(anim.SmdFile);
-    const QString name = QString::fromStdString(anim.Name);
-    const QString activity = QString::fromStdString(anim.ActivityId);
+    const QString file = platform::FromCp1252(anim.SmdFile);
+    const QString name = platform::FromCp1252(anim.Name);
+    const QString activity = platform::FromCp1252(anim.ActivityId);
     TxtAnimDatei->setText(file + QStringLiteral(".smd"));
     TxtAnimName->setText(name);
     TxtAnimID->setEditText(activity);
     // The last frame of the animation's file, for the dialogs of the
     // animation. A file that is missing leaves the number as it was.
-    const std::string path =
-        paths::Join(FileListPath().toStdString(), (file + QStringLiteral(".smd")).toStdString());
-    ScanSmdFrames(path, state_.Doc.SmdFrameCount);
+    if (const std::optional<std::string> folder = platform::ToCp1252(FileListPath())) {
+        ScanSmdFrames(paths::Join(*folder, anim.SmdFile + ".smd"), state_.Doc.SmdFrameCount);
+    }
 }
 
 void FrmMain::TxtAnimName_Change() {
@@ -166,9 +168,16 @@ void FrmMain::TxtAnimName_Change() {
     if (s < 0 || s > limits::LastAnimSlot || !g) {
         return;
     }
-    const QString name = TxtAnimName->text();
-    state_.Doc.Anims[Slot(*g)][Slot(s)].Name = name.toStdString();
-    LstAnimations->item(s)->setText(name);
+    AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
+    const std::optional<std::string> name = TypedText(state_, services_, TxtAnimName->text());
+    if (!name) {
+        // Refused: the field goes back to the name the document keeps.
+        const QSignalBlocker block(TxtAnimName);
+        TxtAnimName->setText(platform::FromCp1252(anim.Name));
+        return;
+    }
+    anim.Name = *name;
+    LstAnimations->item(s)->setText(TxtAnimName->text());
 }
 
 void FrmMain::TxtAnimID_Change() {
@@ -177,7 +186,15 @@ void FrmMain::TxtAnimID_Change() {
     if (s < 0 || s > limits::LastAnimSlot || !g) {
         return;
     }
-    state_.Doc.Anims[Slot(*g)][Slot(s)].ActivityId = TxtAnimID->currentText().toStdString();
+    AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
+    const std::optional<std::string> activity =
+        TypedText(state_, services_, TxtAnimID->currentText());
+    if (!activity) {
+        const QSignalBlocker block(TxtAnimID);
+        TxtAnimID->setEditText(platform::FromCp1252(anim.ActivityId));
+        return;
+    }
+    anim.ActivityId = *activity;
 }
 
 // ---------------------------------------------------------------------------
@@ -200,13 +217,18 @@ void FrmMain::AddAnimationsFromFiles() {
             return;
         }
         const QString text = LstFiles->item(row)->text();
+        // A file the script's text cannot name is not added.
+        const std::optional<std::string> file = TypedText(state_, services_, text);
+        if (!file) {
+            continue;
+        }
         {
             // The new entry is not selected.
             const QSignalBlocker block(LstAnimations);
             LstAnimations->addItem(text);
         }
-        group[Slot(s)].Name = text.toStdString();
-        group[Slot(s)].SmdFile = text.toStdString();
+        group[Slot(s)].Name = *file;
+        group[Slot(s)].SmdFile = *file;
     }
 }
 

@@ -9,23 +9,34 @@
 #include "document/Paths.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
+#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
 #include "ui/compile/DlgCompile.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QDir>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStringList>
+#include <QTemporaryFile>
 
 namespace quarle::ui {
 namespace {
 
+// A text of the language file.
 QString Text(const std::string& s) {
     return QString::fromStdString(s);
+}
+
+// A text of the document: a path or a name.
+QString Doc(const std::string& s) {
+    return platform::FromCp1252(s);
 }
 
 // The two script dialogs share their filter: "QC-" and the word for file.
@@ -41,6 +52,31 @@ char UserDecimalSeparator() {
         return static_cast<char>(point.front().unicode());
     }
     return '.';
+}
+
+Msg SaveFailureMessage(WriteFailure reason) {
+    switch (reason) {
+    case WriteFailure::NoName:
+        return MSG_SAVE_NO_NAME;
+    case WriteFailure::BrokenLink:
+        return MSG_SAVE_BROKEN_LINK;
+    case WriteFailure::NoFolder:
+        return MSG_SAVE_NO_FOLDER;
+    case WriteFailure::NotAFile:
+        return MSG_SAVE_NOT_A_FILE;
+    case WriteFailure::WriteProtected:
+        return MSG_SAVE_WRITE_PROTECTED;
+    case WriteFailure::NoTemporary:
+        return MSG_SAVE_NO_TEMPORARY;
+    case WriteFailure::FolderUnwritable:
+        return MSG_SAVE_FOLDER_UNWRITABLE;
+    case WriteFailure::Incomplete:
+        return MSG_SAVE_INCOMPLETE;
+    case WriteFailure::None:
+    case WriteFailure::NotReplaced:
+        break;
+    }
+    return MSG_SAVE_NOT_REPLACED;
 }
 
 } // namespace
@@ -69,13 +105,33 @@ QString FrmMain::DialogFolder() const {
     if (!doc.QcFile.empty()) {
         const std::string folder = paths::FolderOf(doc.QcFile);
         if (paths::FolderExists(folder)) {
-            return Text(paths::Resolve(folder).value_or(folder));
+            return Doc(paths::Resolve(folder).value_or(folder));
         }
     }
     if (paths::FolderExists(doc.ModelPath)) {
-        return Text(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
+        return Doc(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
     }
     return {};
+}
+
+QString FrmMain::WorkingFolder() const {
+    if (!WorkFolder.isEmpty()) {
+        return WorkFolder;
+    }
+    // Started from a folder that cannot be written (a read-only medium, a
+    // system folder): the working files go to a folder of the user's own.
+    // A file is made there to find out: permission bits do not tell for
+    // every user and file system.
+    const QString current = QDir::currentPath();
+    if (QTemporaryFile(QDir(current).filePath(QStringLiteral("quarle-XXXXXX"))).open()) {
+        return current;
+    }
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    if (own.isEmpty() || !QDir().mkpath(own)) {
+        // Nothing better: the failure that follows names the folder.
+        return current;
+    }
+    return own;
 }
 
 // ---------------------------------------------------------------------------
@@ -88,7 +144,9 @@ void FrmMain::MnuDateiOeffnen_Click() {
     if (!pick || pick->FileName.isEmpty()) {
         return;
     }
-    OpenQcFile(pick->FileName.toStdString());
+    if (const std::optional<std::string> path = TypedText(state_, services_, pick->FileName)) {
+        OpenQcFile(*path);
+    }
 }
 
 void FrmMain::OpenQcFile(const std::string& path) {
@@ -98,7 +156,10 @@ void FrmMain::OpenQcFile(const std::string& path) {
     // A refused question or an unreadable script ends in a new document;
     // the host has said what went wrong.
     LoadFindings findings;
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), WorkFolder.toStdString(), &findings);
+    const QString work = WorkingFolder();
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(),
+                       platform::ToCp1252(work).value_or(Utf8ToCp1252(work.toStdString())),
+                       &findings);
     ReportLoadFindings(findings);
 }
 
@@ -128,7 +189,11 @@ bool FrmMain::SaveQcFileAs() {
     if (!pick || pick->FileName.isEmpty()) {
         return false;
     }
-    std::string path = pick->FileName.toStdString();
+    const std::optional<std::string> typed = TypedText(state_, services_, pick->FileName);
+    if (!typed) {
+        return false;
+    }
+    std::string path = *typed;
     // Only ".qc" in lower case counts: "robot.QC" becomes "robot.QC.qc".
     if (!path.ends_with(".qc")) {
         path += ".qc";
@@ -168,13 +233,21 @@ bool FrmMain::WriteQcFile() {
     }
     // The reason names the file or the folder that failed; the script's
     // path is added when it does not.
-    const QString file = Text(state_.Doc.QcFile);
-    const QString reason = Text(result.Error);
+    const QString file = Doc(state_.Doc.QcFile);
+    const QString where = Doc(result.Where);
+    QString reason = MessageText(state_, SaveFailureMessage(result.Reason), {where});
+    if (!result.SystemReason.empty()) {
+        reason +=
+            QLatin1Char('\n') + MessageText(state_, MSG_SAVE_SYSTEM_REASON,
+                                            {QString::fromLocal8Bit(result.SystemReason.c_str())});
+    }
     QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {
         paragraphs << MessageText(state_, MSG_SAVE_SCRIPT, {file});
     }
-    paragraphs << MessageText(state_, MSG_SAVE_OLD_FILE_KEPT);
+    if (result.OldFileExisted) {
+        paragraphs << MessageText(state_, MSG_SAVE_OLD_FILE_KEPT);
+    }
     services_.MsgBox(paragraphs.join(QStringLiteral("\n\n")), platform::Buttons::Ok,
                      platform::Icon::Critical, IdsText(IDS_ERROR));
     return false;
@@ -190,7 +263,7 @@ void FrmMain::MnuDateiComp_Click() {
         return;
     }
     CompileOptions options;
-    options.WorkingFolder = WorkFolder;
+    options.WorkingFolder = WorkingFolder();
     DlgCompile dialog(state_, services_, LstAnimations->count(), this, options);
     connect(&dialog, &DlgCompile::LocaliseRequested, this, &FrmMain::Localise);
     dialog.exec();
@@ -205,9 +278,9 @@ void FrmMain::CmdCompile_Click() {
 
 void FrmMain::StartWithFile(const std::string& program, const std::string& file, Msg missing,
                             Msg notStarted) {
-    const QString programText = Text(program);
+    const QString programText = Doc(program);
     // A file found only in another case is handed over as it is on disk.
-    const QString fileText = Text(paths::Resolve(file).value_or(file));
+    const QString fileText = Doc(paths::Resolve(file).value_or(file));
     if (!platform::ProgramExists(programText)) {
         services_.MsgBox(MessageText(state_, missing) + QLatin1Char('\n') + programText +
                              QStringLiteral("\n\n") + MessageText(state_, MSG_CHOOSE_PROGRAM),
@@ -264,7 +337,7 @@ void FrmMain::MnuDateiLast_Click(int i) {
         OpenQcFile(file);
         return;
     }
-    services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Text(file) +
+    services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Doc(file) +
                          QLatin1Char(' ') + IdsText(IDS_CANTFINDFILE_PART2),
                      platform::Buttons::Ok, platform::Icon::Critical, IdsText(IDS_ERROR));
     // The other entries stay where they are, so a gap can stand between two.

@@ -5,8 +5,10 @@
 // with the part when parts move, so that a part never shows or writes the
 // flag of another; a new part starts without the flag.
 #include "document/Paths.h"
+#include "platform/Cp1252Text.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 
@@ -84,7 +86,13 @@ void FrmMain::RefillLstFiles() {
     QStringList names;
     for (int i = 0; i < FileList->count(); ++i) {
         const QString file = FileList->item(i)->text();
-        seen.push_back(paths::Join(folder, file.toStdString()));
+        // A name the script's text cannot hold could never be written
+        // into it: it is listed on neither page.
+        const std::optional<std::string> name = platform::ToCp1252(file);
+        if (!name) {
+            continue;
+        }
+        seen.push_back(paths::Join(folder, *name));
         const SmdKind kind = modelFolderKinds_.KindOf(seen.back());
         if (kind != SmdKind::Unreadable && (kind == SmdKind::Reference) == meshes) {
             names.append(file.left(file.size() - 4));
@@ -159,8 +167,12 @@ void FrmMain::AddPartsFromFiles() {
             return;
         }
         const QString text = LstFiles->item(row)->text();
+        const std::optional<std::string> part = TypedText(state_, services_, text);
+        if (!part) {
+            continue;
+        }
         ++group.PartCount;
-        group.Parts[group.PartCount] = text.toStdString();
+        group.Parts[group.PartCount] = *part;
         group.Reverse[group.PartCount] = 0;
         LstParts->addItem(text);
     }
@@ -204,7 +216,7 @@ void FrmMain::CmbBodyGroup_Click() {
         const BodyGroupRec& group = state_.Doc.BodyGroups[Slot(*k + 1)];
         const int count = std::min<int>(group.PartCount, limits::LastPart);
         for (int p = 1; p <= count; ++p) {
-            LstParts->addItem(QString::fromStdString(group.Parts[Slot(p)]));
+            LstParts->addItem(platform::FromCp1252(group.Parts[Slot(p)]));
         }
     }
     CmdDel->setEnabled(true);

@@ -1,7 +1,10 @@
 #include "ui/mainwindow/FrmMainReaderHost.h"
 
 #include "document/Paths.h"
+#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
@@ -13,8 +16,14 @@
 namespace quarle::ui {
 namespace {
 
+// A text of the language file.
 QString Q(const std::string& s) {
     return QString::fromStdString(s);
+}
+
+// A text of the document: a path or a name.
+QString Doc(const std::string& s) {
+    return platform::FromCp1252(s);
 }
 
 } // namespace
@@ -35,7 +44,7 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
     const auto& ids = form_.state_.IdsTexts;
     const QString message = Q(extra) + QStringLiteral(": ") +
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Q(missingFile) + QStringLiteral("\" ") +
+                            Doc(missingFile) + QStringLiteral("\" ") +
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
     const platform::Answer answer =
         form_.services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
@@ -45,11 +54,12 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
     }
     const std::optional<std::string> startIn = paths::Resolve(modelPath);
     const std::optional<platform::FilePick> pick = form_.services_.ShowOpen(
-        Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Q(*startIn) : QString());
+        Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Doc(*startIn) : QString());
     if (!pick || pick->FileName.isEmpty()) {
         return Refused;
     }
-    return pick->FileName.toStdString();
+    // A file the script's text cannot name is refused like a cancel.
+    return TypedText(form_.state_, form_.services_, pick->FileName).value_or(Refused);
 }
 
 void FrmMainReaderHost::NewDocument() {
@@ -57,13 +67,13 @@ void FrmMainReaderHost::NewDocument() {
 }
 
 void FrmMainReaderHost::AddAnimation(const std::string& name) {
-    form_.LstAnimations->addItem(Q(name));
+    form_.LstAnimations->addItem(Doc(name));
 }
 
 void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
     const bool loadEnds =
         kind == ReadProblem::ScriptUnreadable || kind == ReadProblem::WorkFileUnwritable;
-    form_.services_.MsgBox(Q(DescribeProblem(kind, detail, form_.state_.MsgTexts)),
+    form_.services_.MsgBox(Q(DescribeProblem(kind, Cp1252ToUtf8(detail), form_.state_.MsgTexts)),
                            platform::Buttons::Ok,
                            loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,
                            Q(form_.state_.IdsTexts[IDS_ERROR]));
@@ -74,9 +84,9 @@ void FrmMainReaderHost::LoadFinished() {
     // The folder as it is spelt on the disk: scripts from Windows may write
     // it in other capitals.
     if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath)) {
-        const QDir dir(Q(*folder));
+        const QDir dir(Doc(*folder));
         if (!dir.entryList(QDir::Files | QDir::Hidden).isEmpty()) {
-            form_.SetFileListPath(Q(*folder));
+            form_.SetFileListPath(Doc(*folder));
         }
     }
     form_.Update();

@@ -1,10 +1,20 @@
 #include "ui/mainwindow/ShellSettings.h"
 
+#include "localisation/Cp1252.h"
+#include "platform/Cp1252Text.h"
+
 namespace quarle::ui {
 namespace {
 
 QString Text(const std::string& s) {
     return QString::fromStdString(s);
+}
+
+// A program's path as the core takes paths. One that cp1252 cannot name
+// keeps '?' for the characters it lacks, and the program is then reported
+// missing under that name.
+std::string CorePath(const QString& path) {
+    return platform::ToCp1252(path).value_or(Utf8ToCp1252(path.toStdString()));
 }
 
 QString InProgramFolder(const QString& programFolder, const char* file) {
@@ -37,18 +47,18 @@ QString DefaultTextEditorPath() {
 
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       ToolSettings& settings) {
-    settings.StudioMdlPath = store.Get(QStringLiteral("StudioMdl")).toStdString();
-    settings.ModelViewerPath = store.Get(QStringLiteral("ModelViewer")).toStdString();
+    settings.StudioMdlPath = CorePath(store.Get(QStringLiteral("StudioMdl")));
+    settings.ModelViewerPath = CorePath(store.Get(QStringLiteral("ModelViewer")));
     settings.LanguageFile = store.Get(QStringLiteral("Language")).toStdString();
-    settings.TextEditorPath = store.Get(QStringLiteral("TextEditor")).toStdString();
+    settings.TextEditorPath = CorePath(store.Get(QStringLiteral("TextEditor")));
     if (settings.StudioMdlPath.empty()) {
-        settings.StudioMdlPath = DefaultStudioMdlPath(programFolder).toStdString();
+        settings.StudioMdlPath = CorePath(DefaultStudioMdlPath(programFolder));
     }
     if (settings.ModelViewerPath.empty()) {
-        settings.ModelViewerPath = DefaultModelViewerPath(programFolder).toStdString();
+        settings.ModelViewerPath = CorePath(DefaultModelViewerPath(programFolder));
     }
     if (settings.TextEditorPath.empty()) {
-        settings.TextEditorPath = DefaultTextEditorPath().toStdString();
+        settings.TextEditorPath = CorePath(DefaultTextEditorPath());
     }
     if (settings.LanguageFile.empty()) {
         settings.LanguageFile = DefaultLanguage;
@@ -58,19 +68,24 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
         const QString value = store.Get(QStringLiteral("Recentfile%1").arg(i));
-        settings.RecentFiles[i] = value.isEmpty() ? EmptyRecentFile : value.toStdString();
+        // The entries are scripts' paths, held as the document holds text;
+        // one that text cannot name is left empty.
+        settings.RecentFiles[i] =
+            value.isEmpty() ? EmptyRecentFile
+                            : platform::ToCp1252(value).value_or(std::string(EmptyRecentFile));
     }
 }
 
 QList<std::pair<QString, QString>> SettingsToWrite(const ToolSettings& settings) {
     QList<std::pair<QString, QString>> writes{
-        {QStringLiteral("StudioMDL"), Text(settings.StudioMdlPath)},
-        {QStringLiteral("TextEditor"), Text(settings.TextEditorPath)},
-        {QStringLiteral("ModelViewer"), Text(settings.ModelViewerPath)},
+        {QStringLiteral("StudioMDL"), platform::FromCp1252(settings.StudioMdlPath)},
+        {QStringLiteral("TextEditor"), platform::FromCp1252(settings.TextEditorPath)},
+        {QStringLiteral("ModelViewer"), platform::FromCp1252(settings.ModelViewerPath)},
         {QStringLiteral("Language"), Text(settings.LanguageFile)},
     };
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
-        writes.append({QStringLiteral("RecentFile%1").arg(i), Text(settings.RecentFiles[i])});
+        writes.append(
+            {QStringLiteral("RecentFile%1").arg(i), platform::FromCp1252(settings.RecentFiles[i])});
     }
     return writes;
 }

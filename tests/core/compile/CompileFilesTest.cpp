@@ -15,14 +15,16 @@ using quarle::testing::WriteFile;
 TEST(CompileScript, BatchAndPosixLines) {
     // The batch keeps the compiler bare and quotes the script; '%' is doubled.
     EXPECT_EQ(CompileScriptText(ScriptStyle::Batch, "c:\\100%\\studiomdl.exe", "c:\\m 1\\r.qc"),
-              "c:\\100%%\\studiomdl.exe \"c:\\m 1\\r.qc\" >>compile.log\r\n"
+              "c:\\100%%\\studiomdl.exe \"c:\\m 1\\r.qc\" >>compile.log 2>&1\r\n"
               "echo Fertig >fert.dat\r\n");
-    // POSIX quotes both paths, runs an .exe through wine, and keeps the status.
+    // POSIX quotes both paths, runs an .exe through wine, and keeps the
+    // status; the script's cp1252 name reaches the shell in UTF-8, and the
+    // shell's own complaints land in the log.
     EXPECT_EQ(CompileScriptText(ScriptStyle::Posix, "/opt/hl/StudioMdl.EXE", "/m/it's $HOME.qc"),
-              "wine '/opt/hl/StudioMdl.EXE' '/m/it'\\''s $HOME.qc' >>compile.log\n"
+              "wine '/opt/hl/StudioMdl.EXE' '/m/it'\\''s $HOME.qc' >>compile.log 2>&1\n"
               "echo Fertig $? >fert.dat\n");
-    EXPECT_EQ(CompileScriptText(ScriptStyle::Posix, "/opt/exe", "/m/r.qc"),
-              "'/opt/exe' '/m/r.qc' >>compile.log\necho Fertig $? >fert.dat\n");
+    EXPECT_EQ(CompileScriptText(ScriptStyle::Posix, "/opt/exe", "/m/K\xF6rper.qc"),
+              "'/opt/exe' '/m/K\xC3\xB6rper.qc' >>compile.log 2>&1\necho Fertig $? >fert.dat\n");
     EXPECT_EQ(LaunchForScript(ScriptStyle::Batch).Arguments,
               (std::vector<std::string>{"/c", "compile.bat"}));
     EXPECT_EQ(LaunchForScript(ScriptStyle::Posix).Program, "/bin/sh");

@@ -95,27 +95,6 @@ TEST(MessageTexts, PlaceholdersAreReplacedInOnePass) {
     EXPECT_EQ(FormatMessage("%1%1", {""}), "");
 }
 
-TEST(MessageTexts, ParsedFileKeepsTheSectionApartFromTheForms) {
-    const LngContents contents = ParseLanguageFile({
-        "Version = 0.8.4",
-        "Quarle Messages",
-        "MSG_PARTS_FULL = x",
-        "",
-        "----------------------",
-        "FrmMain",
-        "Titel = Quarle",
-        "",
-        "Global Strings",
-        "Anzahl = 93",
-    });
-    ASSERT_EQ(contents.Header.size(), 1u);
-    ASSERT_EQ(contents.Sections.size(), 1u);
-    EXPECT_EQ(contents.Sections[0].Name, "FrmMain");
-    ASSERT_TRUE(contents.Messages);
-    EXPECT_EQ(contents.Messages->HeadLine, 1u);
-    EXPECT_EQ(contents.Messages->Entries, (std::vector<LngEntry>{{"MSG_PARTS_FULL", "x"}}));
-}
-
 TEST(MessageTexts, ReaderProblemsAreToldInTheTextsGiven) {
     // Every kind has a message of its own.
     std::set<Msg> seen;

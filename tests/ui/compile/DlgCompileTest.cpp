@@ -175,6 +175,20 @@ TEST_F(DlgCompileTest, CompilerPathWithABlankWarnsTwiceAndStillCompiles) {
     EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
 }
 
+TEST_F(DlgCompileTest, ACompilerThatCannotStartShowsTheSystemsReason) {
+    const QString compiler = Work("studiomdl");
+    Write(compiler, "not a program"); // no execute permission
+    state_->Settings.StudioMdlPath = compiler.toStdString();
+    SaveModel();
+    auto dlg = Make();
+    RunToEnd(*dlg);
+    const QStringList rows = Rows(*dlg);
+    const QStringList reason = rows.filter(compiler);
+    ASSERT_EQ(reason.size(), 1) << rows.join('|').toStdString();
+    EXPECT_GT(rows.indexOf(reason[0]), rows.indexOf("IDS_COMPILEMODEL"));
+    EXPECT_EQ(dlg->Outcome().ExitStatus, 126);
+}
+
 TEST_F(DlgCompileTest, StaleMarkerDoesNotEndTheWait) {
     SaveModel("// fake: sleep 400\r\n");
     Write(Work("fert.dat"), "Fertig 9\r\n");
@@ -197,7 +211,8 @@ TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
     bool clicked = false;
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, dlg.get(), [&] {
-        if (clicked || !dlg->CmdCancel->isEnabled()) {
+        // Once the compiler has written its first lines.
+        if (clicked || !dlg->CmdCancel->isEnabled() || QFileInfo(Work("compile.log")).size() == 0) {
             return;
         }
         EXPECT_TRUE(dlg->Running());
@@ -215,6 +230,8 @@ TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
     const QStringList rows = Rows(*dlg);
     const int cancelled = rows.indexOf("MSG_COMPILE_CANCELLED");
     ASSERT_GT(cancelled, rows.indexOf("IDS_COMPILEMODEL"));
+    ASSERT_GT(cancelled, rows.indexOf(" fake studiomdl 1.0")) << "after what the compiler wrote";
+    ASSERT_GT(rows.indexOf(" fake studiomdl 1.0"), 0);
     EXPECT_EQ(KindOfRow(*dlg, rows[cancelled]), 2);
     EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
     EXPECT_FALSE(rows.contains(" sequences: 1"));

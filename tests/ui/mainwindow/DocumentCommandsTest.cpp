@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QStandardPaths>
 
 namespace quarle::ui {
 namespace {
@@ -118,6 +119,10 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     EXPECT_EQ(services.Prompts()[0].Title, "IDS_ERROR");
     EXPECT_EQ(services.Prompts()[0].Icon, Icon::Critical);
     EXPECT_TRUE(services.Prompts()[0].Text.contains(locked));
+    const QString kept = QString::fromStdString(state->MsgTexts[MSG_SAVE_OLD_FILE_KEPT]);
+    const QString why = QString::fromStdString(state->MsgTexts[MSG_SAVE_WRITE_PROTECTED]);
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(kept));
+    EXPECT_TRUE(services.Prompts()[0].Text.contains(why.left(why.indexOf(u'%'))));
     EXPECT_EQ(ReadFile(locked), "// the old script\r\n");
     EXPECT_EQ(state->Settings.RecentFiles, (Recent{"...", "...", "...", "..."}))
         << "a file that was not written does not enter the list";
@@ -140,6 +145,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     EXPECT_EQ(ModelName(), InModels("locked.mdl"));
     EXPECT_EQ(services.Prompts().last().Title, "IDS_ERROR");
     EXPECT_TRUE(services.Prompts().last().Text.contains(InModels("gone/robot.qc")));
+    EXPECT_FALSE(services.Prompts().last().Text.contains(kept)) << "there was no old file";
     EXPECT_FALSE(QFileInfo::exists(InModels("gone")));
     EXPECT_EQ(QDir(models.path()).entryList(QDir::Files), QStringList{"locked.qc"})
         << "no temporary file is left behind";
@@ -222,6 +228,23 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     EXPECT_EQ(Items(form->LstAnimations), (QStringList{"stand", "walk"}));
     EXPECT_EQ(Doc().Anims[0][0].Fps, 20);
     EXPECT_TRUE(QFileInfo::exists(InWork("loadbuffer.dat"))) << "the load works in WorkFolder";
+
+    // Started from a folder nobody may write to: the working files go to the
+    // user's own folder.
+    QStandardPaths::setTestModeEnabled(true);
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(QStringLiteral("/proc")));
+    form->WorkFolder.clear();
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    QFile::remove(QDir(own).filePath("loadbuffer.dat"));
+    services.QueueOpen(Pick(qc));
+    services.QueueMsgBox(Answer::Ok);
+    services.QueueOpen(Pick(InModels("walk.smd")));
+    form->MnuDateiOeffnen->trigger();
+    EXPECT_EQ(form->WorkingFolder(), own);
+    QDir::setCurrent(before);
+    EXPECT_TRUE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
+    EXPECT_EQ(services.Prompts().size(), 6) << "the same questions, and no failure";
 }
 
 TEST_F(DocumentCommandsTest, OpenBrokenOffByTheUserEndsInANewDocument) {

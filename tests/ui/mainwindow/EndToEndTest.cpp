@@ -6,6 +6,7 @@
 #include "support/MainWindowFixture.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -36,6 +37,8 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
     UseShippedLanguages();
     Start();
     ASSERT_EQ(Text(IDS_SAVEAS), "Speichern unter");
+    // Qt's own buttons speak German too.
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Abbrechen");
     EXPECT_TRUE(form->CmdCompile->isEnabled());
     EXPECT_TRUE(form->MnuDateiView->isEnabled());
 
