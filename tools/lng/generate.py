@@ -549,6 +549,12 @@ GERMAN_MESSAGES = {
     "MSG_READ_DETAIL": "%1: „%2“",
     "MSG_TEXT_NOT_CP1252": "„%1“ enthält ein Zeichen, das in einer qc-Datei nicht gespeichert "
                            "werden kann. Bitte nur Buchstaben westeuropäischer Sprachen verwenden.",
+    "MSG_LANGUAGE_NOT_SAVED": "Die Sprachdatei „%1“ konnte nicht geschrieben werden (%2). Sie "
+                              "blieb unverändert.",
+    "MSG_LANGUAGE_NAME_INVALID": "Bitte einen Namen für die neue Sprache eingeben, ohne die "
+                                 "Zeichen \\ / : * ? \" < > |.",
+    "MSG_LANGUAGE_NAME_IN_USE": "„%1“ ist die Sprachdatei in Gebrauch. Bitte einen anderen Namen "
+                                "für die neue Sprache wählen.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -2,6 +2,7 @@
 
 #include "localisation/Cp1252.h"
 
+#include <algorithm>
 #include <cctype>
 #include <optional>
 #include <vector>
@@ -177,6 +178,67 @@ std::string LanguageFileName(std::string_view language) {
         }
     }
     return name + ".lng";
+}
+
+} // namespace quarle
+
+namespace quarle {
+namespace {
+
+std::string TrimBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+// The fields of one line, as a sequential read by fields gives them.
+std::vector<std::string> Fields(std::string_view line) {
+    std::vector<std::string> fields;
+    std::size_t at = 0;
+    while (true) {
+        while (at < line.size() && line[at] == ' ') {
+            ++at;
+        }
+        std::size_t end = at;
+        if (at < line.size() && line[at] == '"') {
+            const std::size_t close = std::min(line.find('"', at + 1), line.size());
+            fields.emplace_back(line.substr(at + 1, close - at - 1));
+            end = close;
+        } else {
+            end = std::min(line.find(',', at), line.size());
+            fields.push_back(TrimBlanks(line.substr(at, end - at)));
+        }
+        const std::size_t comma = line.find(',', end);
+        if (comma == std::string_view::npos) {
+            return fields;
+        }
+        at = comma + 1;
+    }
+}
+
+} // namespace
+
+LanguageHeader ReadLanguageHeader(const std::vector<std::string>& lines) {
+    static constexpr std::string_view InfoMark = "InfoForThis =";
+    static constexpr std::string_view VersionMark = "Version =";
+    LanguageHeader header;
+    for (const std::string& line : lines) {
+        for (const std::string& field : Fields(line)) {
+            if (const std::size_t info = field.find(InfoMark); info != std::string::npos) {
+                const std::size_t from = info + InfoMark.size() + 1;
+                header.Info = from < field.size() ? field.substr(from) : std::string();
+                return header;
+            }
+            if (const std::size_t version = field.find(VersionMark); version != std::string::npos) {
+                const std::size_t from = version + VersionMark.size() + 1;
+                header.Version = TrimBlanks(from < field.size() ? field.substr(from) : "");
+            }
+        }
+    }
+    return header;
 }
 
 } // namespace quarle

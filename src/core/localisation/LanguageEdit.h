@@ -8,7 +8,9 @@
 
 #include <array>
 #include <string>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace quarle {
 
@@ -57,5 +59,21 @@ std::string NewLanguage(std::string_view activeBytes, std::string_view descripti
 
 // The file name a language name gives: blanks removed, ".lng" behind.
 std::string LanguageFileName(std::string_view language);
+
+} // namespace quarle
+
+namespace quarle {
+
+// What the settings dialog shows of a language file's header. The file is
+// read in fields (a line up to its end or its first comma, leading blanks
+// dropped, a field that starts with a double quote running to the next one)
+// until the first field with "InfoForThis =": its text from the second
+// character behind it is the description, cut at a comma by the fields. A
+// field with "Version =" ahead of it gives the version.
+struct LanguageHeader {
+    std::optional<std::string> Info;
+    std::optional<std::string> Version;
+};
+LanguageHeader ReadLanguageHeader(const std::vector<std::string>& lines);
 
 } // namespace quarle

@@ -89,6 +89,9 @@ enum Msg : int {
     // A typed text with a character that the files' code page cannot hold;
     // %1 is the text.
     MSG_TEXT_NOT_CP1252,
+    MSG_LANGUAGE_NOT_SAVED,
+    MSG_LANGUAGE_NAME_INVALID,
+    MSG_LANGUAGE_NAME_IN_USE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -185,6 +188,12 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
      "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
      "Western European languages only."},
+    {MSG_LANGUAGE_NOT_SAVED, "MSG_LANGUAGE_NOT_SAVED",
+     "The language file \"%1\" could not be written (%2). The file was left as it was."},
+    {MSG_LANGUAGE_NAME_INVALID, "MSG_LANGUAGE_NAME_INVALID",
+     "Please enter a name for the new language, without the characters \\ / : * ? \" < > |."},
+    {MSG_LANGUAGE_NAME_IN_USE, "MSG_LANGUAGE_NAME_IN_USE",
+     "\"%1\" is the language file in use. Please choose another name for the new language."},
 }};
 
 namespace detail {

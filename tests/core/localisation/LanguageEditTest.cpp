@@ -162,3 +162,28 @@ TEST(LanguageEdit, NewLanguageCopiesUnderANewHeader) {
 
 } // namespace
 } // namespace quarle
+
+namespace quarle {
+namespace {
+
+TEST(LanguageEdit, HeaderForDisplay) {
+    struct Row {
+        Lines File;
+        std::optional<std::string> Info;
+        std::optional<std::string> Version;
+    };
+    const std::vector<Row> rows = {
+        {{"Version = 0.8.4", "InfoForThis = English"}, "English", "0.8.4"},
+        {{"InfoForThis = Deutsch, von Hand", "Version = 0.8.4"}, "Deutsch", std::nullopt},
+        {{"x, Version =  0.8.3 ", "\"InfoForThis = a, b\""}, "a, b", "0.8.3"},
+        {{"FrmMain", "Titel = x"}, std::nullopt, std::nullopt},
+    };
+    for (const Row& row : rows) {
+        const LanguageHeader header = ReadLanguageHeader(row.File);
+        EXPECT_EQ(header.Info, row.Info) << row.File[0];
+        EXPECT_EQ(header.Version, row.Version) << row.File[0];
+    }
+}
+
+} // namespace
+} // namespace quarle
