@@ -5,8 +5,8 @@
 #include "localisation/LanguageFile.h"
 
 #include <algorithm>
-#include <cctype>
 #include <array>
+#include <cctype>
 #include <cstdint>
 #include <cstdlib>
 #include <string>

@@ -47,8 +47,7 @@ std::string LngEdit::Key() const {
 }
 
 std::string SaveEntry(std::string_view bytes, EditMode mode, std::string_view formName,
-                      const LngEdit& edit,
-                      const std::array<std::string, IdsKeyTable.size()>& names,
+                      const LngEdit& edit, const std::array<std::string, IdsKeyTable.size()>& names,
                       std::array<std::string, IdsKeyTable.size()>& texts,
                       std::string_view version) {
     const std::vector<std::string> lines = SplitLines(bytes);

@@ -7,8 +7,8 @@
 #include "localisation/LanguageFile.h"
 
 #include <array>
-#include <string>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,8 +21,8 @@ enum class EditMode {
 
 // The entry being saved, with its texts in UTF-8.
 struct LngEdit {
-    std::string Item;    // "Titel", a control's Name, or an IDS_ key
-    int Index = -1;      // the control's index in its array, -1 for none
+    std::string Item; // "Titel", a control's Name, or an IDS_ key
+    int Index = -1;   // the control's index in its array, -1 for none
     std::string NewCaption;
     std::string NewTooltip;
     // Control entries take two lines, caption and tool tip; "Titel" one.
@@ -45,8 +45,7 @@ struct LngEdit {
 // block is appended with a separator when the file has none. Every other
 // line is copied as it stands.
 std::string SaveEntry(std::string_view bytes, EditMode mode, std::string_view formName,
-                      const LngEdit& edit,
-                      const std::array<std::string, IdsKeyTable.size()>& names,
+                      const LngEdit& edit, const std::array<std::string, IdsKeyTable.size()>& names,
                       std::array<std::string, IdsKeyTable.size()>& texts,
                       std::string_view version = ProgramVersion);
 

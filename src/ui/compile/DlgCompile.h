@@ -10,7 +10,6 @@
 #include "compile/CompileFiles.h"
 #include "platform/ProgramRun.h"
 #include "platform/Services.h"
-
 #include "ui/localisation/LocalisedDialog.h"
 
 #include <QCheckBox>

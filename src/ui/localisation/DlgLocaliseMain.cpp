@@ -20,8 +20,8 @@ namespace {
 
 using platform::Control;
 
-const QString NotAvailableText = QString::fromLatin1(NotAvailable.data(),
-                                                     static_cast<qsizetype>(NotAvailable.size()));
+const QString NotAvailableText =
+    QString::fromLatin1(NotAvailable.data(), static_cast<qsizetype>(NotAvailable.size()));
 const QString TitleText = QStringLiteral("Titel");
 
 std::string Utf8(const QString& text) {
@@ -40,8 +40,8 @@ DlgLocaliseMain::DlgLocaliseMain(AppState& state, platform::Services& services, 
 
     LstToLocalise = Control(new QListWidget(this), QStringLiteral("LstToLocalise"));
     LstToLocalise->setMinimumSize(200, 260);
-    FrmLocalisation =
-        Control(new QGroupBox(QStringLiteral("Localisation"), this), QStringLiteral("FrmLocalisation"));
+    FrmLocalisation = Control(new QGroupBox(QStringLiteral("Localisation"), this),
+                              QStringLiteral("FrmLocalisation"));
     Label2 = Control(new QLabel(QStringLiteral("Old Caption:"), FrmLocalisation),
                      QStringLiteral("Label2"));
     LblOldCaption = Control(new QLineEdit(FrmLocalisation), QStringLiteral("LblOldCaption"));
@@ -80,7 +80,9 @@ DlgLocaliseMain::DlgLocaliseMain(AppState& state, platform::Services& services, 
     layout->addLayout(right, 1);
     FrmLocalisation->setMinimumWidth(320);
 
-    connect(LstToLocalise, &QListWidget::currentRowChanged, this,
+    // A pick, not the current row: an item view makes its first row current
+    // when it gets the focus, and that is no choice of the translator.
+    connect(LstToLocalise, &QListWidget::itemSelectionChanged, this,
             &DlgLocaliseMain::LstToLocalise_Click);
     connect(TxtNewCaption, &QLineEdit::textChanged, this, &DlgLocaliseMain::TxtNewCaption_Change);
     connect(TxtNewTooltip, &QLineEdit::textChanged, this, &DlgLocaliseMain::TxtNewTooltip_Change);
@@ -126,7 +128,8 @@ QString DlgLocaliseMain::RowText(int row) const {
 }
 
 void DlgLocaliseMain::LstToLocalise_Click() {
-    const int row = LstToLocalise->currentRow();
+    const QList<QListWidgetItem*> picked = LstToLocalise->selectedItems();
+    const int row = picked.isEmpty() ? LastRow : LstToLocalise->row(picked.first());
     if (row == LastRow && LstToLocaliseTag != QLatin1String("1")) {
         return;
     }
@@ -236,7 +239,8 @@ void DlgLocaliseMain::Form_Unload() {
 
 void DlgLocaliseMain::SaveEntry() {
     // A text the file cannot hold is refused; the file keeps the entry as it was.
-    if (!TypedText(state_, services_, LocNewCaption) || !TypedText(state_, services_, LocNewTooltip)) {
+    if (!TypedText(state_, services_, LocNewCaption) ||
+        !TypedText(state_, services_, LocNewTooltip)) {
         return;
     }
     const QString fileName = QString::fromStdString(state_.Settings.LanguageFile);
@@ -251,11 +255,11 @@ void DlgLocaliseMain::SaveEntry() {
     edit.NewTooltip = Utf8(LocNewTooltip);
     edit.WithTooltip = LastRow > 0;
     auto texts = state_.IdsTexts;
-    const std::string saved =
-        quarle::SaveEntry(std::string_view(bytes->constData(), static_cast<std::size_t>(bytes->size())),
-                          stringsMode_ ? EditMode::Strings : EditMode::Controls,
-                          target_ != nullptr ? Utf8(target_->objectName()) : std::string(), edit,
-                          state_.IdsNames, texts);
+    const std::string saved = quarle::SaveEntry(
+        std::string_view(bytes->constData(), static_cast<std::size_t>(bytes->size())),
+        stringsMode_ ? EditMode::Strings : EditMode::Controls,
+        target_ != nullptr ? Utf8(target_->objectName()) : std::string(), edit, state_.IdsNames,
+        texts);
     if (WriteLanguageFile(state_, services_, fileName, saved)) {
         state_.IdsTexts = texts;
     }

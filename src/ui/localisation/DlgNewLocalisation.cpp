@@ -6,11 +6,11 @@
 #include "ui/localisation/Messages.h"
 
 #include <QGridLayout>
-#include <algorithm>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <algorithm>
 
 namespace quarle::ui {
 
@@ -79,8 +79,8 @@ void DlgNewLocalisation::OKButton_Click() {
     if (!TypedText(state_, services_, description)) {
         return;
     }
-    const std::optional<QByteArray> active = ReadLanguageBytes(
-        state_, services_, QString::fromStdString(state_.Settings.LanguageFile));
+    const std::optional<QByteArray> active =
+        ReadLanguageBytes(state_, services_, QString::fromStdString(state_.Settings.LanguageFile));
     if (!active) {
         return;
     }

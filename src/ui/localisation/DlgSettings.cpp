@@ -49,9 +49,12 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
     LblEditor =
         Control(new QLabel(QStringLiteral("Texteditor:"), FrmPaths), QStringLiteral("LblEditor"));
     TxtEditor = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtEditor"));
-    Command1 = Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command1"));
-    Command2 = Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command2"));
-    Command3 = Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command3"));
+    Command1 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command1"));
+    Command2 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command2"));
+    Command3 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command3"));
     FrmSprache =
         Control(new QGroupBox(QStringLiteral("Sprache"), this), QStringLiteral("FrmSprache"));
     CmbLanguage = Control(new QComboBox(FrmSprache), QStringLiteral("CmbLanguage"));
@@ -150,7 +153,8 @@ void DlgSettings::Form_Load() {
 }
 
 void DlgSettings::CmbLanguage_Click() {
-    state_.Settings.LanguageFile = (CmbLanguage->currentText() + QStringLiteral(".lng")).toStdString();
+    state_.Settings.LanguageFile =
+        (CmbLanguage->currentText() + QStringLiteral(".lng")).toStdString();
     ApplyLanguage(state_, services_, this);
     // The section's caption for TabSmd goes to the page showing: the first.
     main_.TabSmd->setCurrentIndex(0);
@@ -160,7 +164,8 @@ void DlgSettings::CmbLanguage_Click() {
     std::vector<std::string> lines;
     if (file.open(QIODevice::ReadOnly)) {
         const QByteArray bytes = file.readAll();
-        lines = SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+        lines =
+            SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     }
     const LanguageHeader header = ReadLanguageHeader(lines);
     if (header.Info) {

@@ -38,11 +38,14 @@ std::optional<QByteArray> ReadLanguageBytes(const AppState& state, platform::Ser
     return file.readAll();
 }
 
-bool WriteLanguageFile(const AppState& state, platform::Services& services,
-                       const QString& fileName, const std::string& bytes) {
+bool WriteLanguageFile(const AppState& state, platform::Services& services, const QString& fileName,
+                       const std::string& bytes) {
     const QString folder = platform::LanguageWriteFolder(services);
     if (folder.isEmpty()) {
-        Refuse(state, services, fileName, QStringLiteral("no folder can be written"));
+        // Neither folder takes files: name the one that was tried last.
+        const QString user = services.UserDataFolder();
+        Refuse(state, services, fileName,
+               QDir::toNativeSeparators(user.isEmpty() ? services.ProgramFolder() : user));
         return false;
     }
     const QString temp = QDir(folder).filePath(QStringLiteral("temp.lng"));

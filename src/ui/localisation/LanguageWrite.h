@@ -21,7 +21,7 @@ std::optional<QByteArray> ReadLanguageBytes(const AppState& state, platform::Ser
 // Writes "temp.lng" completely in the folder language files are written to,
 // then renames it over fileName there. A failure leaves the old file whole,
 // removes the working file and says so in a message box.
-bool WriteLanguageFile(const AppState& state, platform::Services& services,
-                       const QString& fileName, const std::string& bytes);
+bool WriteLanguageFile(const AppState& state, platform::Services& services, const QString& fileName,
+                       const std::string& bytes);
 
 } // namespace quarle::ui

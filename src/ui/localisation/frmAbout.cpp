@@ -32,11 +32,11 @@ frmAbout::frmAbout(AppState& state, platform::Services& services, QWidget* paren
     title.setPointSizeF(title.pointSizeF() * 1.6);
     title.setBold(true);
     lblTitle->setFont(title);
-    lblDisclaimer = Control(
-        new QLabel(QStringLiteral("Quarle erstellt und bearbeitet qc-Dateien f\u00fcr "
-                                  "Half-Life-Modelle. Benutzung auf eigene Gefahr."),
-                   this),
-        QStringLiteral("lblDisclaimer"));
+    lblDisclaimer =
+        Control(new QLabel(QStringLiteral("Quarle erstellt und bearbeitet qc-Dateien f\u00fcr "
+                                          "Half-Life-Modelle. Benutzung auf eigene Gefahr."),
+                           this),
+                QStringLiteral("lblDisclaimer"));
     lblDisclaimer->setWordWrap(true);
     lblDisclaimer->setMinimumWidth(300);
     LblFreeware =
@@ -67,9 +67,9 @@ frmAbout::~frmAbout() = default;
 
 void frmAbout::Form_Load() {
     LoadLanguage();
-    LblVersion->setText(QString::fromStdString(state_.IdsTexts[IDS_VERSION]) +
-                        QStringLiteral(": ") + QString::fromLatin1(ProgramVersion.data(),
-                                                                  static_cast<qsizetype>(ProgramVersion.size())));
+    LblVersion->setText(
+        QString::fromStdString(state_.IdsTexts[IDS_VERSION]) + QStringLiteral(": ") +
+        QString::fromLatin1(ProgramVersion.data(), static_cast<qsizetype>(ProgramVersion.size())));
 }
 
 void frmAbout::CmdOK_Click() {

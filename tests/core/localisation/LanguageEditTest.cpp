@@ -43,9 +43,10 @@ Lines Join(std::initializer_list<Lines> parts) {
     return all;
 }
 
-const Lines Main = {"Version = 0.8.3", "InfoForThis = Test", "FrmMain", "Titel = Quarle",
-                    "CmdAdd = Add", "CmdAdd = Adds a part", "OptModes(1) = One",
-                    "OptModes(1) = tip 1", "", "----------------------"};
+const Lines Main = {"Version = 0.8.3",       "InfoForThis = Test",  "FrmMain",
+                    "Titel = Quarle",        "CmdAdd = Add",        "CmdAdd = Adds a part",
+                    "OptModes(1) = One",     "OptModes(1) = tip 1", "",
+                    "----------------------"};
 const Lines Strings = Join({{"Global Strings", "Count = 93"}, StringLines()});
 
 struct Case {
@@ -112,8 +113,8 @@ TEST(LanguageEdit, SaveEntryRewritesTheFileAsTheEditorExpects) {
          EditMode::Controls,
          "FrmMain",
          {"CmdAdd", -1, "Plus", "t", true},
-         {"Version = 0.8.4", "FrmMain", "CmdAdd = Plus", "CmdAdd = t", "= odd",
-          "CmdAdd = later", "CmdAdd = x"}},
+         {"Version = 0.8.4", "FrmMain", "CmdAdd = Plus", "CmdAdd = t", "= odd", "CmdAdd = later",
+          "CmdAdd = x"}},
         {"strings: the block is rewritten, other sections kept",
          Join({Main, Strings, {"after"}}),
          EditMode::Strings,
@@ -141,8 +142,7 @@ TEST(LanguageEdit, SaveEntryRewritesTheFileAsTheEditorExpects) {
             texts[i] = "t" + std::to_string(i);
         }
         texts[0] = "zero";
-        EXPECT_EQ(SaveEntry(Bytes(c.File), c.Mode, c.Form, c.Edit, names, texts),
-                  Bytes(c.Expected))
+        EXPECT_EQ(SaveEntry(Bytes(c.File), c.Mode, c.Form, c.Edit, names, texts), Bytes(c.Expected))
             << c.Name;
         if (c.Mode == EditMode::Strings) {
             EXPECT_EQ(texts[0], "zero") << c.Name;
@@ -154,9 +154,11 @@ TEST(LanguageEdit, SaveEntryRewritesTheFileAsTheEditorExpects) {
 TEST(LanguageEdit, NewLanguageCopiesUnderANewHeader) {
     const std::string active = Bytes({"Version = 0.8.4", "InfoForThis = English", "FrmMain",
                                       "versionless = x", "Titel = \xc4rger"});
-    EXPECT_EQ(NewLanguage(active, "Fran\xc3\xa7" "ais, test\nzwei"),
-              Bytes({"InfoForThis = Fran\xe7" "ais, test", "zwei", "Version = 0.8.4", "FrmMain",
-                     "Titel = \xc4rger"}));
+    EXPECT_EQ(NewLanguage(active, "Fran\xc3\xa7"
+                                  "ais, test\nzwei"),
+              Bytes({"InfoForThis = Fran\xe7"
+                     "ais, test",
+                     "zwei", "Version = 0.8.4", "FrmMain", "Titel = \xc4rger"}));
     EXPECT_EQ(LanguageFileName(" fran cais "), "francais.lng");
 }
 
