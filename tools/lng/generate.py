@@ -170,17 +170,24 @@ FORMS = [
     ("DlgSettings", ("Allgemeine Einstellungen", "General settings"), [
         C("FrmPaths", "Pfade", "Paths"),
         C("LblStudioMDL", "Compiler:", "Compiler:"),
+        T("TxtStudioMDL", "Pfad des Compilers (studiomdl)", "Path of the compiler (studiomdl)"),
         C("LblModelviewer", "Modelviewer:", "Model viewer:"),
+        T("TxtModelviewer", "Pfad des Modelviewers", "Path of the model viewer"),
         C("LblEditor", "Texteditor:", "Text editor:"),
-        C("Command1", "...", "..."),
-        C("Command2", "...", "..."),
-        C("Command3", "...", "..."),
+        T("TxtEditor", "Pfad des Texteditors für die qc-Datei",
+          "Path of the text editor for the .qc script"),
+        C("Command1", "...", "...", "Compiler suchen", "Browse for the compiler"),
+        C("Command2", "...", "...", "Modelviewer suchen", "Browse for the model viewer"),
+        C("Command3", "...", "...", "Texteditor suchen", "Browse for the text editor"),
         C("FrmSprache", "Sprache", "Language"),
+        T("CmbLanguage", "Sprache des Programms; die Wahl gilt sofort",
+          "Language of the program; a pick applies at once"),
         C("LblVersion", "Version:", "Version:"),
         C("CmdNewLocalisation", "Neue Lokalisierung", "New localisation"),
         # The button names what a click will do, and its click sets these
         # English words itself: the caption stays English in every language.
         C("CmdLocalisationmode", "Localisationmode on", "Localisationmode on"),
+        C("CmdLocaliseStrings", "", "", "Globale Texte übersetzen", "Translate the global strings"),
         OK,
         CANCEL,
     ]),
@@ -191,6 +198,8 @@ FORMS = [
           "eigene Gefahr.",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
         C("LblFreeware", "Freeware", "Freeware"),
+        # Filled at load with the version string and the program's version.
+        C("LblVersion", "", ""),
         C("CmdOK", "OK", "OK"),
     ]),
     ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [

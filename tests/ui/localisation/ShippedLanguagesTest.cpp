@@ -23,6 +23,9 @@
 #define QUARLE_HAS_DLGCOMPILE 1
 #endif
 
+#include "ui/localisation/DlgSettings.h"
+#include "ui/localisation/frmAbout.h"
+
 namespace quarle::ui {
 namespace {
 
@@ -43,6 +46,15 @@ const std::map<std::string, FormFactory>& Forms() {
         {"DlgCompile",
          [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
 #endif
+        {"DlgSettings",
+         [](Env& env) -> std::unique_ptr<QWidget> {
+             auto* main = new FrmMain(env.State, env.Services, env.Settings);
+             auto dialog = std::make_unique<DlgSettings>(env.State, env.Services, *main);
+             main->setParent(dialog.get(), Qt::Window); // goes with the dialog
+             return dialog;
+         }},
+        {"frmAbout",
+         [](Env& env) { return std::make_unique<frmAbout>(env.State, env.Services); }},
     };
     return forms;
 }
