@@ -18,6 +18,9 @@
 void PagesGallery(const QString& folder, const char* languageFile);
 // The compile dialog after a run and after a refusal (CompileRunGallery.cpp).
 void CompileRunGallery(const QString& folder, const char* languageFile);
+// The settings dialog, the translation tools and the about box
+// (LocalisationGallery.cpp).
+void LocalisationGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -118,6 +121,7 @@ int main(int argc, char** argv) {
         MainWindowLocalising(folder, language.file);
         PagesGallery(folder, language.file);
         CompileRunGallery(folder, language.file);
+        LocalisationGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

@@ -78,7 +78,7 @@ DlgLocaliseMain::DlgLocaliseMain(AppState& state, platform::Services& services, 
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(LstToLocalise);
     layout->addLayout(right, 1);
-    FrmLocalisation->setMinimumWidth(320);
+    FrmLocalisation->setMinimumWidth(380);
 
     // A pick, not the current row: an item view makes its first row current
     // when it gets the focus, and that is no choice of the translator.
@@ -187,6 +187,10 @@ void DlgLocaliseMain::LstToLocalise_Click() {
     TxtNewCaption->setText(LocOldCaption);
     LblOldTooltip->setText(LocOldTooltip);
     TxtNewTooltip->setText(LocOldTooltip);
+    // Long texts show from their start.
+    for (QLineEdit* field : {LblOldCaption, TxtNewCaption, LblOldTooltip, TxtNewTooltip}) {
+        field->setCursorPosition(0);
+    }
 
     Pending = true;
     LastRow = row;
