@@ -198,8 +198,9 @@ FORMS = [
           "eigene Gefahr.",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
         C("LblFreeware", "Freeware", "Freeware"),
-        # Filled at load with the version string and the program's version.
-        C("LblVersion", "", ""),
+        # The caption is filled at load with the version string and the
+        # program's version.
+        C("LblVersion", "", "", "Version des Programms", "Version of the program"),
         C("CmdOK", "OK", "OK"),
     ]),
     ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
