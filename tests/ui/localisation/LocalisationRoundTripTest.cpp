@@ -108,9 +108,11 @@ TEST_F(LocalisationTest, TranslatorMakesALanguageAndRenamesCaptionsOnTheLiveWind
         EXPECT_EQ(dialog->windowTitle(), "Localisation for FrmMain");
         Choose(dialog->LstToLocalise, "CmdCompile");
         EXPECT_EQ(dialog->LblOldCaption->text(), "Build model");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form->CmdCompile->isHidden(); }, 2000)); // blinks
         dialog->TxtNewCaption->setText(QString::fromUtf8("Créer le modèle"));
         Choose(dialog->LstToLocalise, "MnuDatei"); // the caption shows on the window at once
         EXPECT_EQ(form->CmdCompile->text(), QString::fromUtf8("Créer le modèle"));
+        EXPECT_FALSE(form->CmdCompile->isHidden());
         EXPECT_EQ(dialog->LblOldTooltip->text(), "<not available>");
         dialog->TxtNewCaption->setText("&Fichier");
         QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
