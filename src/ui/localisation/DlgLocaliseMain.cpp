@@ -13,7 +13,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyle>
 #include <QTimer>
+#include <algorithm>
 
 namespace quarle::ui {
 namespace {
@@ -39,7 +41,7 @@ DlgLocaliseMain::DlgLocaliseMain(AppState& state, platform::Services& services, 
     setModal(true);
 
     LstToLocalise = Control(new QListWidget(this), QStringLiteral("LstToLocalise"));
-    LstToLocalise->setMinimumSize(200, 260);
+    LstToLocalise->setMinimumSize(250, 260);
     FrmLocalisation = Control(new QGroupBox(QStringLiteral("Localisation"), this),
                               QStringLiteral("FrmLocalisation"));
     Label2 = Control(new QLabel(QStringLiteral("Old Caption:"), FrmLocalisation),
@@ -116,6 +118,12 @@ void DlgLocaliseMain::Form_Load() {
             LstToLocalise->addItem(QString::fromStdString(name));
         }
     }
+    // Wide enough for the longest key.
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    LstToLocalise->setMinimumWidth(std::max(250, LstToLocalise->sizeHintForColumn(0) + scrollBar +
+                                                     2 * LstToLocalise->frameWidth() + 8));
+    // Global strings have no tool tip to translate.
+    TxtNewTooltip->setEnabled(!stringsMode_);
     LocItem.clear();
     Pending = false;
     TmrBlink->stop();
