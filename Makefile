@@ -13,7 +13,7 @@ SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 SANITIZE      := -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 FUZZ_SECONDS  ?= 60
-FUZZ_TARGETS  := qc_reader:qc smd_scan:smd skeleton:skeleton
+FUZZ_TARGETS  := qc_reader:qc smd_scan:smd skeleton:skeleton language:lng
 
 .PHONY: run test test-sanitizers test-fuzz bench deps deps-fuzz configure build clean
 

@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 #include <QTime>
 #include <utility>
 #include <vector>
@@ -76,6 +77,18 @@ bool EndsWithExe(const QString& program) {
 }
 
 } // namespace
+
+QString Services::UserDataFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+bool Services::CanWriteTo(const QString& folder) {
+    if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
+        return false;
+    }
+    QTemporaryFile probe(QDir(folder).filePath(QStringLiteral("write-test-XXXXXX.tmp")));
+    return probe.open();
+}
 
 Launch LaunchFor(const QString& program, const QStringList& arguments) {
 #ifdef Q_OS_WIN

@@ -39,6 +39,12 @@ public:
     virtual bool StartProgram(const QString& program, const QStringList& arguments) = 0;
     // Folder of the executable, no closing separator.
     virtual QString ProgramFolder() = 0;
+    // The user's own data folder for this program (it may not exist yet), no
+    // closing separator; empty when the platform has none.
+    virtual QString UserDataFolder();
+    // Whether a file can be made in the folder (tried, not guessed from the
+    // permissions).
+    virtual bool CanWriteTo(const QString& folder);
     // Uniform in [0, 1).
     virtual double Rnd() = 0;
     // Seconds since midnight.

@@ -30,6 +30,9 @@ void WizardsGallery(const QString& folder, const char* languageFile);
 void AssistantGallery(const QString& folder, const char* languageFile);
 // The message after a load with findings (LoadReportGallery.cpp).
 void LoadReportGallery(const QString& folder, const char* languageFile);
+// The settings dialog, the translation tools and the about box
+// (LocalisationGallery.cpp).
+void LocalisationGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -136,6 +139,7 @@ int main(int argc, char** argv) {
         WizardsGallery(folder, language.file);
         AssistantGallery(folder, language.file);
         LoadReportGallery(folder, language.file);
+        LocalisationGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

@@ -49,12 +49,18 @@ public:
                                                const QString& initialDir = {}) override;
     bool StartProgram(const QString& program, const QStringList& arguments) override;
     QString ProgramFolder() override { return ProgramFolderPath; }
+    QString UserDataFolder() override { return UserDataFolderPath; }
+    bool CanWriteTo(const QString& folder) override {
+        return !ReadOnlyFolders.contains(folder) && Services::CanWriteTo(folder);
+    }
     double Rnd() override { return NextRnd; }
     double Timer() override { return Now; }
 
     QList<Started> Starts; // every StartProgram, as asked (no wine added)
     bool StartResult = true;
     QString ProgramFolderPath; // QUARLE_BINARY_DIR "/bin", where the build copies data/
+    QString UserDataFolderPath; // none unless a test sets one
+    QStringList ReadOnlyFolders; // folders that refuse new files, as a system folder would
     double NextRnd = 0.0;
     double Now = 0.0;
 

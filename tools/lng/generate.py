@@ -170,17 +170,24 @@ FORMS = [
     ("DlgSettings", ("Allgemeine Einstellungen", "General settings"), [
         C("FrmPaths", "Pfade", "Paths"),
         C("LblStudioMDL", "Compiler:", "Compiler:"),
+        T("TxtStudioMDL", "Pfad des Compilers (studiomdl)", "Path of the compiler (studiomdl)"),
         C("LblModelviewer", "Modelviewer:", "Model viewer:"),
+        T("TxtModelviewer", "Pfad des Modelviewers", "Path of the model viewer"),
         C("LblEditor", "Texteditor:", "Text editor:"),
-        C("Command1", "...", "..."),
-        C("Command2", "...", "..."),
-        C("Command3", "...", "..."),
+        T("TxtEditor", "Pfad des Texteditors für die qc-Datei",
+          "Path of the text editor for the .qc script"),
+        C("Command1", "...", "...", "Compiler suchen", "Browse for the compiler"),
+        C("Command2", "...", "...", "Modelviewer suchen", "Browse for the model viewer"),
+        C("Command3", "...", "...", "Texteditor suchen", "Browse for the text editor"),
         C("FrmSprache", "Sprache", "Language"),
+        T("CmbLanguage", "Sprache des Programms; die Wahl gilt sofort",
+          "Language of the program; a pick applies at once"),
         C("LblVersion", "Version:", "Version:"),
         C("CmdNewLocalisation", "Neue Lokalisierung", "New localisation"),
         # The button names what a click will do, and its click sets these
         # English words itself: the caption stays English in every language.
         C("CmdLocalisationmode", "Localisationmode on", "Localisationmode on"),
+        C("CmdLocaliseStrings", "", "", "Globale Texte übersetzen", "Translate the global strings"),
         OK,
         CANCEL,
     ]),
@@ -191,6 +198,9 @@ FORMS = [
           "eigene Gefahr.",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
         C("LblFreeware", "Freeware", "Freeware"),
+        # The caption is filled at load with the version string and the
+        # program's version.
+        C("LblVersion", "", "", "Version des Programms", "Version of the program"),
         C("CmdOK", "OK", "OK"),
     ]),
     ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
@@ -618,6 +628,12 @@ GERMAN_MESSAGES = {
     "MSG_SAVE_INCOMPLETE": "Die qc-Datei konnte nicht ganz geschrieben werden (ist der Datenträger voll?): %1",
     "MSG_SAVE_NOT_REPLACED": "Die qc-Datei konnte die alte Datei nicht ersetzen: %1",
     "MSG_SAVE_SYSTEM_REASON": "Das System meldet: %1",
+    "MSG_LANGUAGE_NOT_SAVED": "Die Sprachdatei „%1“ konnte nicht geschrieben werden (%2). Sie "
+                              "blieb unverändert.",
+    "MSG_LANGUAGE_NAME_INVALID": "Bitte einen Namen für die neue Sprache eingeben, ohne die "
+                                 "Zeichen \\ / : * ? \" < > |.",
+    "MSG_LANGUAGE_NAME_IN_USE": "„%1“ ist die Sprachdatei in Gebrauch. Bitte einen anderen Namen "
+                                "für die neue Sprache wählen.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -138,6 +138,9 @@ enum Msg : int {
     MSG_SAVE_INCOMPLETE,
     MSG_SAVE_NOT_REPLACED,
     MSG_SAVE_SYSTEM_REASON,
+    MSG_LANGUAGE_NOT_SAVED,
+    MSG_LANGUAGE_NAME_INVALID,
+    MSG_LANGUAGE_NAME_IN_USE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -310,6 +313,12 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_SAVE_NOT_REPLACED, "MSG_SAVE_NOT_REPLACED",
      "The script could not replace the old file: %1"},
     {MSG_SAVE_SYSTEM_REASON, "MSG_SAVE_SYSTEM_REASON", "The system reports: %1"},
+    {MSG_LANGUAGE_NOT_SAVED, "MSG_LANGUAGE_NOT_SAVED",
+     "The language file \"%1\" could not be written (%2). The file was left as it was."},
+    {MSG_LANGUAGE_NAME_INVALID, "MSG_LANGUAGE_NAME_INVALID",
+     "Please enter a name for the new language, without the characters \\ / : * ? \" < > |."},
+    {MSG_LANGUAGE_NAME_IN_USE, "MSG_LANGUAGE_NAME_IN_USE",
+     "\"%1\" is the language file in use. Please choose another name for the new language."},
 }};
 
 namespace detail {

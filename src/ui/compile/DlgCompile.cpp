@@ -4,7 +4,6 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
-#include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
 
 #include <QApplication>
@@ -147,7 +146,7 @@ private:
 
 DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animationRows,
                        QWidget* parent, CompileOptions options)
-    : QDialog(parent), state_(state), services_(services), animationRows_(animationRows),
+    : LocalisedDialog(state, services, parent), animationRows_(animationRows),
       options_(std::move(options)) {
     setObjectName(QStringLiteral("DlgCompile"));
     setWindowTitle(QStringLiteral("Compiliere"));
@@ -173,12 +172,7 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
         new QCheckBox(QStringLiteral("Model nach dem Kompilieren mit Viewer öffnen"), this),
         QStringLiteral("ChkViewAfterCompile"));
     ChkViewAfterCompile->setEnabled(false);
-    CmdLocalise = platform::Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
-    const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(
-        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
-    CmdLocalise->setFixedSize(26, 26); // 390 twips
-    CmdLocalise->setVisible(false);
+    CreateCmdLocalise();
     CmdCancel = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
                                   QStringLiteral("CmdCancel"));
     CmdCancel->setEnabled(false);
@@ -203,7 +197,6 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     connect(TmrCompile, &QTimer::timeout, this, &DlgCompile::TmrCompile_Timer);
     connect(OKButton, &QPushButton::clicked, this, &DlgCompile::OKButton_Click);
     connect(CmdCancel, &QPushButton::clicked, this, &DlgCompile::CmdCancel_Click);
-    connect(CmdLocalise, &QPushButton::clicked, this, &DlgCompile::CmdLocalise_Click);
 
     Form_Load();
 }
@@ -219,7 +212,7 @@ QString DlgCompile::MsgText(quarle::Msg key, std::initializer_list<QString> args
 }
 
 void DlgCompile::Form_Load() {
-    ApplyLanguage(state_, services_, this);
+    LoadLanguage();
     setWindowTitle(Ids(IDS_COMPILE) + QLatin1Char(' ') + platform::FromCp1252(state_.Doc.QcFile));
     // TmrCompile is started when the form comes up (showEvent).
     OKButton->setEnabled(false);
@@ -228,9 +221,6 @@ void DlgCompile::Form_Load() {
         ChkViewAfterCompile->setEnabled(true);
     }
     AddRow(Ids(IDS_CHECKMODELINFO));
-    if (state_.LocalisationMode) {
-        CmdLocalise->setVisible(true);
-    }
 }
 
 void DlgCompile::showEvent(QShowEvent* event) {
@@ -455,10 +445,6 @@ void DlgCompile::OKButton_Click() {
         }
     }
     accept();
-}
-
-void DlgCompile::CmdLocalise_Click() {
-    emit LocaliseRequested(this);
 }
 
 } // namespace quarle::ui

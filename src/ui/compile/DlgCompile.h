@@ -10,9 +10,9 @@
 #include "compile/CompileFiles.h"
 #include "platform/ProgramRun.h"
 #include "platform/Services.h"
+#include "ui/localisation/LocalisedDialog.h"
 
 #include <QCheckBox>
-#include <QDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -32,7 +32,7 @@ struct CompileOptions {
     std::chrono::milliseconds PollInterval = std::chrono::milliseconds(50);
 };
 
-class DlgCompile : public QDialog {
+class DlgCompile : public LocalisedDialog {
     Q_OBJECT
 
 public:
@@ -49,7 +49,6 @@ public:
     QTimer* TmrCompile;
     QPushButton* OKButton;
     QCheckBox* ChkViewAfterCompile;
-    QPushButton* CmdLocalise;
     // Ends the wait for the compiler; enabled only while it runs.
     QPushButton* CmdCancel;
     // What the compiler itself did: its exit status and the model file.
@@ -58,7 +57,6 @@ public:
     void TmrCompile_Timer();
     void OKButton_Click();
     void CmdCancel_Click();
-    void CmdLocalise_Click();
 
     // Closing the window while the compile runs asks it to stop instead.
     void reject() override;
@@ -66,10 +64,6 @@ public:
     // True from the first tick until the closing row.
     bool Running() const { return running_; }
     const compile::RunOutcome& Outcome() const { return outcome_; }
-
-signals:
-    // The language editor is to open on this form.
-    void LocaliseRequested(QWidget* form);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -85,8 +79,6 @@ private:
     QString Ids(int id) const;
     QString MsgText(quarle::Msg key, std::initializer_list<QString> args = {}) const;
 
-    AppState& state_;
-    platform::Services& services_;
     int animationRows_;
     CompileOptions options_;
     QString folder_;

@@ -1,13 +1,11 @@
 #include "ui/dialogs/NameDialog.h"
 
 #include "platform/Reflection.h"
-#include "ui/localisation/ApplyLanguage.h"
 
 #include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
 
 namespace quarle::ui {
 
@@ -15,7 +13,7 @@ using platform::Control;
 
 NameDialog::NameDialog(AppState& state, platform::Services& services, const Design& design,
                        QWidget* parent)
-    : QDialog(parent), state_(state), services_(services) {
+    : LocalisedDialog(state, services, parent) {
     setObjectName(design.Form);
     setWindowTitle(design.Title);
 
@@ -26,13 +24,7 @@ NameDialog::NameDialog(AppState& state, platform::Services& services, const Desi
     accept_ = Control(new QPushButton(design.AcceptCaption, this), design.Accept);
     accept_->setDefault(true);
     cancel_ = Control(new QPushButton(design.CancelCaption, this), design.Cancel);
-    CmdLocalise = Control(new QPushButton(this), QStringLiteral("CmdLocalise"));
-    const QIcon localise(QStringLiteral(":/icons/localise.png"));
-    CmdLocalise->setIcon(
-        localise.isNull() ? style()->standardIcon(QStyle::SP_FileDialogDetailedView) : localise);
-    CmdLocalise->setFixedSize(26, 26); // 390 twips
-    CmdLocalise->setAutoDefault(false);
-    CmdLocalise->setVisible(false);
+    CreateCmdLocalise();
 
     auto* name =
         new QBoxLayout(design.LabelBesideField ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
@@ -47,21 +39,12 @@ NameDialog::NameDialog(AppState& state, platform::Services& services, const Desi
     layout->addLayout(name);
     layout->addSpacing(6);
     layout->addLayout(buttons);
-
-    connect(CmdLocalise, &QPushButton::clicked, this, &NameDialog::CmdLocalise_Click);
 }
 
 NameDialog::~NameDialog() = default;
 
 void NameDialog::LoadForm() {
-    ApplyLanguage(state_, services_, this);
-    if (state_.LocalisationMode) {
-        CmdLocalise->setVisible(true);
-    }
-}
-
-void NameDialog::CmdLocalise_Click() {
-    emit LocaliseRequested(this);
+    LoadLanguage();
 }
 
 } // namespace quarle::ui

@@ -5,10 +5,8 @@
 // buttons itself.
 #pragma once
 
-#include "AppState.h"
-#include "platform/Services.h"
+#include "ui/localisation/LocalisedDialog.h"
 
-#include <QDialog>
 #include <QString>
 
 class QLabel;
@@ -17,18 +15,11 @@ class QPushButton;
 
 namespace quarle::ui {
 
-class NameDialog : public QDialog {
+class NameDialog : public LocalisedDialog {
     Q_OBJECT
 
 public:
     QLabel* Label1 = nullptr;
-    QPushButton* CmdLocalise = nullptr;
-
-    void CmdLocalise_Click();
-
-signals:
-    // The language editor is to open on this form.
-    void LocaliseRequested(QWidget* form);
 
 protected:
     // The designed form: names and German captions.
@@ -58,8 +49,6 @@ protected:
     QLineEdit* field_ = nullptr;
     QPushButton* accept_ = nullptr;
     QPushButton* cancel_ = nullptr;
-    AppState& state_;
-    platform::Services& services_;
 };
 
 } // namespace quarle::ui

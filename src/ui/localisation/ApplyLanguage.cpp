@@ -2,6 +2,7 @@
 
 #include "localisation/LanguageFile.h"
 #include "localisation/MessageTexts.h"
+#include "platform/LanguageFolders.h"
 #include "platform/Reflection.h"
 
 #include <QCoreApplication>
@@ -61,7 +62,7 @@ private:
 };
 
 QString LanguagePath(platform::Services& services, const std::string& file) {
-    return QDir(services.ProgramFolder()).filePath(QString::fromStdString(file));
+    return platform::LanguageReadPath(services, QString::fromStdString(file));
 }
 
 std::optional<std::vector<std::string>> ReadLines(const QString& path) {

@@ -49,6 +49,7 @@ class QTabWidget;
 namespace quarle::ui {
 
 class DlgName;
+class frmAbout;
 
 class FrmMain : public QMainWindow {
     Q_OBJECT
@@ -85,8 +86,11 @@ public:
     std::string NewDir(const std::string& oldDir, const std::string& extra);
     // Resets the document, empties LstParts, shows the result.
     void InitVars();
-    // Opens the language editor on a form.
+    // Opens the language editor on a form (Tag "null": on the global
+    // strings) and returns when it closes.
     void Localise(QWidget* obj);
+    // The form the language editor works on while it is open.
+    QPointer<QWidget> LocaliseTarget;
 
     // The recent-file list: QcFile goes on top unless it is already listed.
     void PushRecentFile();
@@ -327,6 +331,7 @@ private:
     void DeleteSelectedParts();
     void DeleteSelectedAnimations();
     QPointer<DlgName> dlgName_;
+    QPointer<frmAbout> about_;
     ModelFolderCache modelFolderKinds_;
     FrmMainReaderHost readerHost_{*this};
     // Scripts loaded with findings whose original has not been kept yet.

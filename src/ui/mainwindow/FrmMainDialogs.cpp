@@ -1,6 +1,9 @@
 // The dialogs and wizards opened from the main window's menus and buttons,
 // and the language editor.
 #include "ui/dialogs/DlgModeleinstellungen.h"
+#include "ui/localisation/DlgLocaliseMain.h"
+#include "ui/localisation/DlgSettings.h"
+#include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
 #include "ui/wizards/AnimWiz1.h"
@@ -16,6 +19,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 
+#include <QPushButton>
+
 namespace quarle::ui {
 
 void FrmMain::MnuEinstModel_Click() {
@@ -28,7 +33,11 @@ void FrmMain::CmdModeleinst_Click() {
     MnuEinstModel_Click();
 }
 
-void FrmMain::MnuEinstAllg_Click() {}
+void FrmMain::MnuEinstAllg_Click() {
+    DlgSettings dialog(state_, services_, *this, this);
+    connect(&dialog, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    dialog.exec();
+}
 
 void FrmMain::MnuWizardsGrWiz_Click() {
     WizardChain chain(this, [this](LocalisedDialog& page) {
@@ -64,9 +73,27 @@ void FrmMain::MnuWizardsAnimWiz_Click() {
     chain.Run();
 }
 
-void FrmMain::MnuHilfeUeber_Click() {}
+void FrmMain::MnuHilfeUeber_Click() {
+    if (about_ != nullptr) {
+        about_->raise();
+        about_->activateWindow();
+        return;
+    }
+    about_ = new frmAbout(state_, services_, this);
+    about_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(about_, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    about_->show();
+}
 
-void FrmMain::Localise(QWidget* /*obj*/) {}
+void FrmMain::Localise(QWidget* obj) {
+    LocaliseTarget = obj;
+    // The editor stands on the form it works on, also over a modal dialog.
+    DlgLocaliseMain dialog(state_, services_, obj, Tag == QLatin1String("null"),
+                           obj != nullptr ? obj : this);
+    dialog.exec();
+    Tag.clear();
+    LocaliseTarget = nullptr;
+}
 
 void FrmMain::CmdLocalise_Click() {
     Localise(this);

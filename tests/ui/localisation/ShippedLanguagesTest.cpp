@@ -35,6 +35,9 @@
 #include "ui/wizards/Wizard4.h"
 #include "ui/wizards/Wizard5.h"
 
+#include "ui/localisation/DlgSettings.h"
+#include "ui/localisation/frmAbout.h"
+
 namespace quarle::ui {
 namespace {
 
@@ -93,6 +96,15 @@ const std::map<std::string, FormFactory>& Forms() {
         {"AnimWiz3", WizardPage<AnimWiz3>()},
         {"AnimWiz4", WizardPage<AnimWiz4>()},
         {"AnimWiz5", LastWizardPage<AnimWiz5>()},
+        {"DlgSettings",
+         [](Env& env) -> std::unique_ptr<QWidget> {
+             auto* main = new FrmMain(env.State, env.Services, env.Settings);
+             auto dialog = std::make_unique<DlgSettings>(env.State, env.Services, *main);
+             main->setParent(dialog.get(), Qt::Window); // goes with the dialog
+             return dialog;
+         }},
+        {"frmAbout",
+         [](Env& env) { return std::make_unique<frmAbout>(env.State, env.Services); }},
     };
     return forms;
 }

@@ -1,0 +1,236 @@
+#include "ui/localisation/DlgSettings.h"
+
+#include "localisation/LanguageEdit.h"
+#include "localisation/LanguageFile.h"
+#include "platform/LanguageFolders.h"
+#include "platform/Reflection.h"
+#include "ui/localisation/ApplyLanguage.h"
+#include "ui/localisation/DlgNewLocalisation.h"
+#include "ui/mainwindow/FrmMain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QFile>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+
+namespace quarle::ui {
+namespace {
+
+using platform::Control;
+
+QString FromUtf8(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+const QString ModeOn = QStringLiteral("Localisationmode on");
+const QString ModeOff = QStringLiteral("Localisationmode off");
+
+} // namespace
+
+DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain& main,
+                         QWidget* parent)
+    : LocalisedDialog(state, services, parent), main_(main) {
+    setObjectName(QStringLiteral("DlgSettings"));
+    setWindowTitle(QStringLiteral("Name des Dialogfeldes"));
+    setModal(true);
+
+    FrmPaths = Control(new QGroupBox(QStringLiteral("Pfade"), this), QStringLiteral("FrmPaths"));
+    LblStudioMDL =
+        Control(new QLabel(QStringLiteral("Compiler:"), FrmPaths), QStringLiteral("LblStudioMDL"));
+    TxtStudioMDL = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtStudioMDL"));
+    LblModelviewer = Control(new QLabel(QStringLiteral("Modelviewer:"), FrmPaths),
+                             QStringLiteral("LblModelviewer"));
+    TxtModelviewer = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtModelviewer"));
+    LblEditor =
+        Control(new QLabel(QStringLiteral("Texteditor:"), FrmPaths), QStringLiteral("LblEditor"));
+    TxtEditor = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtEditor"));
+    Command1 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command1"));
+    Command2 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command2"));
+    Command3 =
+        Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command3"));
+    FrmSprache =
+        Control(new QGroupBox(QStringLiteral("Sprache"), this), QStringLiteral("FrmSprache"));
+    CmbLanguage = Control(new QComboBox(FrmSprache), QStringLiteral("CmbLanguage"));
+    LblVersion =
+        Control(new QLabel(QStringLiteral("Version:"), FrmSprache), QStringLiteral("LblVersion"));
+    LblVers = Control(new QLabel(FrmSprache), QStringLiteral("LblVers"));
+    LblInfo = Control(new QLabel(FrmSprache), QStringLiteral("LblInfo"));
+    LblInfo->setWordWrap(true);
+    CmdNewLocalisation = Control(new QPushButton(QStringLiteral("Neue Lokalisierung"), FrmSprache),
+                                 QStringLiteral("CmdNewLocalisation"));
+    CmdLocalisationmode =
+        Control(new QPushButton(ModeOn, FrmSprache), QStringLiteral("CmdLocalisationmode"));
+    CreateCmdLocalise();
+    CmdLocaliseStrings = Control(new QPushButton(this), QStringLiteral("CmdLocaliseStrings"));
+    CmdLocaliseStrings->setIcon(CmdLocalise->icon());
+    CmdLocaliseStrings->setFixedSize(CmdLocalise->size());
+    CmdLocaliseStrings->setAutoDefault(false);
+    CmdLocaliseStrings->setVisible(false);
+    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    OKButton->setDefault(true);
+    CancelButton =
+        Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CancelButton"));
+
+    auto* paths = new QGridLayout(FrmPaths);
+    int row = 0;
+    for (auto [label, field, browse] :
+         {std::tuple<QLabel*, QLineEdit*, QPushButton*>{LblStudioMDL, TxtStudioMDL, Command1},
+          {LblModelviewer, TxtModelviewer, Command2},
+          {LblEditor, TxtEditor, Command3}}) {
+        label->setBuddy(field);
+        field->setMinimumWidth(300);
+        browse->setFixedWidth(32);
+        browse->setAutoDefault(false);
+        paths->addWidget(label, row, 0);
+        paths->addWidget(field, row, 1);
+        paths->addWidget(browse, row, 2);
+        ++row;
+    }
+    paths->setColumnStretch(1, 1);
+
+    auto* language = new QGridLayout(FrmSprache);
+    language->addWidget(CmbLanguage, 0, 0, 1, 2);
+    language->addWidget(LblVersion, 1, 0);
+    language->addWidget(LblVers, 1, 1);
+    language->addWidget(LblInfo, 2, 0, 1, 2);
+    language->addWidget(CmdNewLocalisation, 0, 2);
+    language->addWidget(CmdLocalisationmode, 1, 2);
+    language->setColumnStretch(1, 1);
+    CmdNewLocalisation->setAutoDefault(false);
+    CmdLocalisationmode->setAutoDefault(false);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(CmdLocalise);
+    buttons->addWidget(CmdLocaliseStrings);
+    buttons->addStretch(1);
+    buttons->addWidget(OKButton);
+    buttons->addWidget(CancelButton);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(FrmPaths);
+    layout->addWidget(FrmSprache);
+    layout->addLayout(buttons);
+
+    connect(CmbLanguage, &QComboBox::activated, this, &DlgSettings::CmbLanguage_Click);
+    connect(Command1, &QPushButton::clicked, this, &DlgSettings::Command1_Click);
+    connect(Command2, &QPushButton::clicked, this, &DlgSettings::Command2_Click);
+    connect(Command3, &QPushButton::clicked, this, &DlgSettings::Command3_Click);
+    connect(CmdNewLocalisation, &QPushButton::clicked, this,
+            &DlgSettings::CmdNewLocalisation_Click);
+    connect(CmdLocalisationmode, &QPushButton::clicked, this,
+            &DlgSettings::CmdLocalisationmode_Click);
+    connect(CmdLocaliseStrings, &QPushButton::clicked, this,
+            &DlgSettings::CmdLocaliseStrings_Click);
+    connect(OKButton, &QPushButton::clicked, this, &DlgSettings::OKButton_Click);
+    connect(CancelButton, &QPushButton::clicked, this, &DlgSettings::CancelButton_Click);
+
+    Form_Load();
+}
+
+DlgSettings::~DlgSettings() = default;
+
+void DlgSettings::Form_Load() {
+    LoadLanguage();
+    const ToolSettings& tools = state_.Settings;
+    TxtStudioMDL->setText(FromUtf8(tools.StudioMdlPath));
+    TxtModelviewer->setText(FromUtf8(tools.ModelViewerPath));
+    TxtEditor->setText(FromUtf8(tools.TextEditorPath));
+    for (const QString& name : platform::LanguageFileNames(services_)) {
+        CmbLanguage->addItem(name.chopped(4));
+    }
+    // Showing the language in use is no pick: the header labels stay empty.
+    CmbLanguage->setCurrentIndex(
+        CmbLanguage->findText(FromUtf8(tools.LanguageFile).chopped(4), Qt::MatchFixedString));
+    if (state_.LocalisationMode) {
+        CmdLocaliseStrings->setVisible(true);
+    }
+}
+
+void DlgSettings::CmbLanguage_Click() {
+    state_.Settings.LanguageFile =
+        (CmbLanguage->currentText() + QStringLiteral(".lng")).toStdString();
+    ApplyLanguage(state_, services_, this);
+    // The section's caption for TabSmd goes to the page showing: the first.
+    main_.TabSmd->setCurrentIndex(0);
+    ApplyLanguage(state_, services_, &main_);
+
+    QFile file(platform::LanguageReadPath(services_, FromUtf8(state_.Settings.LanguageFile)));
+    std::vector<std::string> lines;
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.readAll();
+        lines =
+            SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    }
+    const LanguageHeader header = ReadLanguageHeader(lines);
+    if (header.Info) {
+        LblInfo->setText(FromUtf8(*header.Info));
+    }
+    LblVers->setText(header.Version ? FromUtf8(*header.Version) : QStringLiteral("-"));
+}
+
+void DlgSettings::Browse(const QString& title, QLineEdit* target) {
+    // Native compilers and viewers off Windows have no extension.
+#ifdef Q_OS_WIN
+    const QString filter = QStringLiteral("*.exe|*.exe");
+#else
+    const QString filter = QStringLiteral("*.exe|*.exe|*.*|*.*");
+#endif
+    if (const auto pick = services_.ShowOpen(title, filter)) {
+        target->setText(pick->FileName);
+    }
+}
+
+void DlgSettings::Command1_Click() {
+    Browse(QStringLiteral("Compiler"), TxtStudioMDL);
+}
+
+void DlgSettings::Command2_Click() {
+    Browse(QStringLiteral("Modelviewer"), TxtModelviewer);
+}
+
+void DlgSettings::Command3_Click() {
+    Browse(QStringLiteral("Texteditor"), TxtEditor);
+}
+
+void DlgSettings::CmdNewLocalisation_Click() {
+    DlgNewLocalisation dialog(state_, services_, this);
+    dialog.exec();
+}
+
+void DlgSettings::CmdLocalisationmode_Click() {
+    const bool on = !state_.LocalisationMode;
+    state_.LocalisationMode = on;
+    CmdLocalisationmode->setText(on ? ModeOff : ModeOn);
+    CmdLocalise->setVisible(on);
+    CmdLocaliseStrings->setVisible(on);
+    main_.CmdLocalise->setVisible(on);
+}
+
+void DlgSettings::CmdLocaliseStrings_Click() {
+    main_.Tag = QStringLiteral("null");
+    emit LocaliseRequested(this);
+}
+
+void DlgSettings::OKButton_Click() {
+    ToolSettings& tools = state_.Settings;
+    tools.StudioMdlPath = TxtStudioMDL->text().toStdString();
+    tools.TextEditorPath = TxtEditor->text().toStdString();
+    tools.ModelViewerPath = TxtModelviewer->text().toStdString();
+    // A bare program name counts when it is found on the search path.
+    main_.CmdCompile->setEnabled(platform::ProgramExists(TxtStudioMDL->text()));
+    main_.MnuDateiViewCode->setEnabled(platform::ProgramExists(TxtEditor->text()));
+    main_.MnuDateiView->setEnabled(platform::ProgramExists(TxtModelviewer->text()));
+    accept();
+}
+
+void DlgSettings::CancelButton_Click() {
+    reject();
+}
+
+} // namespace quarle::ui

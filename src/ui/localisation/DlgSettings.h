@@ -1,0 +1,63 @@
+// The general settings: the paths of the compiler, the model viewer and the
+// text editor, the language (applied at once when picked), and the way into
+// the translation tools.
+#pragma once
+
+#include "ui/localisation/LocalisedDialog.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+
+namespace quarle::ui {
+
+class FrmMain;
+
+class DlgSettings : public LocalisedDialog {
+    Q_OBJECT
+
+public:
+    DlgSettings(AppState& state, platform::Services& services, FrmMain& main,
+                QWidget* parent = nullptr);
+    ~DlgSettings() override;
+
+    QGroupBox* FrmPaths;
+    QLabel* LblStudioMDL;
+    QLineEdit* TxtStudioMDL;
+    QLabel* LblModelviewer;
+    QLineEdit* TxtModelviewer;
+    QLabel* LblEditor;
+    QLineEdit* TxtEditor;
+    QPushButton* Command1;
+    QPushButton* Command2;
+    QPushButton* Command3;
+    QGroupBox* FrmSprache;
+    QComboBox* CmbLanguage;
+    QLabel* LblVersion;
+    QLabel* LblVers;
+    QLabel* LblInfo;
+    QPushButton* CmdNewLocalisation;
+    QPushButton* CmdLocalisationmode;
+    QPushButton* CmdLocaliseStrings;
+    QPushButton* OKButton;
+    QPushButton* CancelButton;
+
+    void CmbLanguage_Click();
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void CmdNewLocalisation_Click();
+    void CmdLocalisationmode_Click();
+    void CmdLocaliseStrings_Click();
+    void OKButton_Click();
+    void CancelButton_Click();
+
+private:
+    void Form_Load();
+    void Browse(const QString& title, QLineEdit* target);
+
+    FrmMain& main_;
+};
+
+} // namespace quarle::ui
