@@ -2,6 +2,7 @@
 #   make run    install what is missing, build, start the editor
 #   make test   install what is missing, build, run every test
 #   make bench  time the .smd folder scan against grep (not part of test)
+#   make package  a .deb of the program in build/
 BUILD      ?= build
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
@@ -15,7 +16,15 @@ FUZZ_PACKAGES := clang libclang-rt-14-dev
 FUZZ_SECONDS  ?= 60
 FUZZ_TARGETS  := qc_reader:qc smd_scan:smd skeleton:skeleton language:lng
 
-.PHONY: run test test-sanitizers test-fuzz bench deps deps-fuzz configure build clean
+# The Qt-free core cross-built for Windows (mingw-w64) and its tests run under wine.
+WIN_PACKAGES  := g++-mingw-w64-x86-64 wine64 googletest
+WINE_RUN      := WINEDEBUG=-all WINEPREFIX=$(abspath build-win)/wineprefix
+# The .deb and the check of what it installs.
+PKG_PACKAGES  := dpkg-dev desktop-file-utils strace
+PKG_ROOT      := $(BUILD)/package-root
+
+.PHONY: run test test-sanitizers test-fuzz test-windows test-package package bench deps \
+        deps-fuzz deps-windows deps-package install-optional configure build clean
 
 run: build
 	cd $(BUILD)/bin && ./quarle
@@ -24,6 +33,8 @@ test: build
 	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 	@$(MAKE) --no-print-directory test-sanitizers
 	@$(MAKE) --no-print-directory test-fuzz
+	@$(MAKE) --no-print-directory test-windows
+	@$(MAKE) --no-print-directory test-package
 
 test-sanitizers: deps
 	cmake -S . -B build-asan -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Debug -DQUARLE_CORE_ONLY=ON \
@@ -52,6 +63,33 @@ test-fuzz: deps-fuzz
 	    grep -E '^Done' build-fuzz/fuzz_$$name.log; \
 	done
 
+# Skipped with a message where mingw-w64 or wine cannot be had.
+test-windows: deps-windows
+	@if ! command -v x86_64-w64-mingw32-g++-posix >/dev/null 2>&1 || ! command -v wine >/dev/null 2>&1 \
+	        || [ ! -d /usr/src/googletest ]; then \
+	    echo "mingw-w64, wine or GoogleTest sources not available: Windows build skipped"; exit 0; \
+	fi; \
+	set -e; \
+	cmake -S . -B build-win -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Release -DQUARLE_CORE_ONLY=ON \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake -DQUARLE_GTEST_SOURCES=/usr/src/googletest; \
+	cmake --build build-win -j $(JOBS); \
+	$(WINE_RUN) wine cmd /c exit >/dev/null 2>&1 || true; \
+	$(WINE_RUN) ctest --test-dir build-win --output-on-failure -j $(JOBS); \
+	$(WINE_RUN) wineserver -k >/dev/null 2>&1 || true
+
+package: build deps-package
+	cd $(BUILD) && cpack -G DEB
+
+# The .deb unpacked into a scratch root: the installed quarle-qc round-trips a
+# script, and the installed quarle starts and reads its language file from
+# share/quarle.
+test-package: package
+	rm -rf $(PKG_ROOT) && mkdir -p $(PKG_ROOT)
+	dpkg-deb -x $$(ls -t $(BUILD)/quarle_*.deb | head -n 1) $(PKG_ROOT)
+	desktop-file-validate $(PKG_ROOT)/usr/share/applications/quarle.desktop
+	QT_QPA_PLATFORM=offscreen BUILD=$(abspath $(BUILD)) ROOT=$(abspath $(PKG_ROOT)) \
+	    packaging/check-installed.sh
+
 bench: configure
 	BUILD=$(abspath $(BUILD)) bench/scan.sh
 
@@ -65,8 +103,15 @@ deps:
 	    DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq $$missing; \
 	fi
 
-deps-fuzz:
-	@missing=""; for p in $(FUZZ_PACKAGES); do \
+deps-windows:
+	@$(MAKE) --no-print-directory install-optional OPTIONAL="$(WIN_PACKAGES)"
+
+deps-package:
+	@$(MAKE) --no-print-directory install-optional OPTIONAL="$(PKG_PACKAGES)"
+
+# Installs what is missing of OPTIONAL; says so and goes on where it cannot.
+install-optional:
+	@missing=""; for p in $(OPTIONAL); do \
 	    dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; \
 	done; \
 	if [ -n "$$missing" ] && command -v apt-get >/dev/null 2>&1; then \
@@ -75,6 +120,9 @@ deps-fuzz:
 	      DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq $$missing ) \
 	    || echo "could not install$$missing"; \
 	fi
+
+deps-fuzz:
+	@$(MAKE) --no-print-directory install-optional OPTIONAL="$(FUZZ_PACKAGES)"
 
 $(BUILD)/CMakeCache.txt: | deps
 	cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo

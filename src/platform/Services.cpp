@@ -189,13 +189,25 @@ bool QtServices::StartProgram(const QString& program, const QStringList& argumen
     return QProcess::startDetached(launch.Program, launch.Arguments);
 }
 
-QString QtServices::ProgramFolder() {
-    QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+QString DataFolderOf(const QString& executableFolder) {
+    const QDir beside(executableFolder);
+    QString folder = beside.absolutePath();
+    const QStringList languageFiles =
+        beside.entryList({QStringLiteral("*.lng")}, QDir::Files | QDir::Readable);
+    const QDir installed(beside.filePath(QStringLiteral("../share/quarle")));
+    if (languageFiles.isEmpty() && installed.exists()) {
+        folder = installed.canonicalPath();
+    }
+    folder = QDir::toNativeSeparators(folder);
     while (folder.size() > 1 &&
            (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
         folder.chop(1);
     }
     return folder;
+}
+
+QString QtServices::ProgramFolder() {
+    return DataFolderOf(QCoreApplication::applicationDirPath());
 }
 
 double QtServices::Rnd() {

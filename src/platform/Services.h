@@ -37,7 +37,8 @@ public:
     // host a program ending in ".exe" runs through wine. False when it could
     // not be started.
     virtual bool StartProgram(const QString& program, const QStringList& arguments) = 0;
-    // Folder of the executable, no closing separator.
+    // The program's folder: where its language files and pictures stand
+    // (DataFolderOf the executable's folder), no closing separator.
     virtual QString ProgramFolder() = 0;
     // The user's own data folder for this program (it may not exist yet), no
     // closing separator; empty when the platform has none.
@@ -50,6 +51,13 @@ public:
     // Seconds since midnight.
     virtual double Timer() = 0;
 };
+
+// The folder of the program's data for an executable in executableFolder:
+// the executable's own folder when it holds language files (a build folder,
+// a portable copy, Windows), else "../share/quarle" beside it when that
+// exists (an installed copy: bin/quarle with share/quarle), else the
+// executable's folder all the same. Native separators, no closing one.
+QString DataFolderOf(const QString& executableFolder);
 
 // The program that runs Program on this host ("wine" for an .exe off
 // Windows), and the arguments that go with it.

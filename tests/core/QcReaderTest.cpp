@@ -11,6 +11,7 @@ using testing::Model;
 using testing::ReadFile;
 using testing::Repeat;
 using testing::Script;
+using testing::Sep;
 using testing::Smd;
 
 TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
@@ -56,7 +57,7 @@ TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
     ASSERT_EQ(k.Host.Questions.size(), 1u);
     EXPECT_EQ(k.Host.Questions[0].Path, k.Dir / "nowhere");
     EXPECT_EQ(k.Host.Questions[0].Extra, "<IDS_MODELNAME>");
-    EXPECT_EQ(k.Doc->ModelName, k.M() + "/robot.mdl");
+    EXPECT_EQ(k.Doc->ModelName, k.M() + Sep + "robot.mdl");
 
     // Kept as written, a Windows path keeps its backslashes.
     Model w;
@@ -166,7 +167,7 @@ TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {
     l.Host.Answer(l.M() + "/notes.txt");
     l.Load(l.Paths() + "$body one \"gone\"\n$body two \"gone\"\n$body three \"gone\"\n");
     ASSERT_EQ(l.Host.Questions.size(), 3u);
-    EXPECT_EQ(l.Host.Questions[0].Path, l.M() + "/gone.smd");
+    EXPECT_EQ(l.Host.Questions[0].Path, l.M() + Sep + "gone.smd");
     EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_REFERENCEMODEL>");
     EXPECT_EQ(l.Doc->BodyGroups[1].Parts[1], "arm");
     EXPECT_EQ(l.Doc->BodyGroups[2].Parts[1], "gone");

@@ -76,13 +76,25 @@ inline std::string Crlf(std::string_view lf) {
     return text;
 }
 
-#ifndef _WIN32
+// The host's separator between a folder and a name, as the core writes paths.
+#ifdef _WIN32
+inline constexpr const char* Sep = "\\";
+#else
+inline constexpr const char* Sep = "/";
+#endif
+
+// A path or argument quoted for the host's shell: /bin/sh, or cmd.exe on
+// Windows (where no argument of these tests holds a double quote).
 inline std::string Quoted(const std::string& s) {
+#ifdef _WIN32
+    return "\"" + s + "\"";
+#else
     std::string q = "'";
     for (char c : s) {
         q += c == '\'' ? std::string("'\\''") : std::string(1, c);
     }
     return q + "'";
+#endif
 }
 
 struct ToolRun {
@@ -91,20 +103,46 @@ struct ToolRun {
     std::string Err;
 };
 
-// Runs quarle-qc with arguments (each quoted here) in the folder cwd, with
-// env in front of the command ("A=b ").
+// Runs quarle-qc with arguments (each quoted here) in the folder cwd. On
+// POSIX, env stands in front of the command ("A=b "); Windows takes the
+// number format from the user's settings, not from the environment, so
+// there env is left out.
 inline ToolRun RunTool(const std::vector<std::string>& args, const std::string& cwd = ".",
-                       const std::string& env = "") {
+                       [[maybe_unused]] const std::string& env = "") {
     const TempDir streams;
+#ifdef _WIN32
+    namespace fs = std::filesystem;
+    const std::string tool = fs::absolute(QUARLE_QC_TOOL).make_preferred().string();
+    std::string command = "cd /d " + Quoted(fs::absolute(cwd).make_preferred().string()) +
+                          " && " + Quoted(tool);
+#else
     std::string command = "cd " + Quoted(cwd) + " && " + env + Quoted(QUARLE_QC_TOOL);
+#endif
     for (const std::string& a : args) {
         command += " " + Quoted(a);
     }
     command += " >" + Quoted(streams / "out") + " 2>" + Quoted(streams / "err");
+#ifdef _WIN32
+    // cmd.exe takes the first and last quote of the line away: wrap it once more.
+    const int status = std::system(("\"" + command + "\"").c_str());
+#else
     const int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(streams / "out"),
-            ReadFile(streams / "err")};
-}
+    const int status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
 #endif
+    ToolRun run{status, ReadFile(streams / "out"), ReadFile(streams / "err")};
+#ifdef _WIN32
+    // The console's text mode ends lines with CR LF.
+    for (std::string* text : {&run.Out, &run.Err}) {
+        std::string lf;
+        for (char c : *text) {
+            if (c != '\r') {
+                lf += c;
+            }
+        }
+        *text = lf;
+    }
+#endif
+    return run;
+}
 
 } // namespace quarle::testing

@@ -62,11 +62,30 @@ TEST(Services, ProgramExistsOnThePathOrAsAFile) {
     EXPECT_FALSE(ProgramExists(""));
 }
 
-TEST(Services, FolderRandomAndClock) {
+TEST(Services, DataFolderBesideTheProgramOrInstalled) {
+    QTemporaryDir root;
+    const QDir dir(root.path());
+    ASSERT_TRUE(dir.mkpath("portable") && dir.mkpath("usr/bin") && dir.mkpath("usr/share/quarle") &&
+                dir.mkpath("bare"));
+    for (const char* file : {"portable/english.lng", "usr/share/quarle/english.lng"}) {
+        QFile lng(dir.filePath(file));
+        ASSERT_TRUE(lng.open(QIODevice::WriteOnly));
+    }
+    const auto data = [&](const char* exe) {
+        return QDir::fromNativeSeparators(DataFolderOf(dir.filePath(exe)));
+    };
+    EXPECT_EQ(data("portable"), QDir(dir.filePath("portable")).absolutePath());
+    EXPECT_EQ(data("usr/bin"), QDir(dir.filePath("usr/share/quarle")).canonicalPath());
+    EXPECT_EQ(data("bare"), QDir(dir.filePath("bare")).absolutePath());
+    // The build folder holds its language files beside the executable.
     QtServices services;
     const QString folder = services.ProgramFolder();
     EXPECT_EQ(QDir::fromNativeSeparators(folder), QCoreApplication::applicationDirPath());
     EXPECT_FALSE(folder.endsWith('/') || folder.endsWith('\\'));
+}
+
+TEST(Services, RandomAndClock) {
+    QtServices services;
     double low = 1, high = 0;
     for (int i = 0; i < 2000; ++i) {
         const double r = services.Rnd();

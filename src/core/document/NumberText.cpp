@@ -61,7 +61,7 @@ char SeparatorFromTable(std::string_view name) {
     return '.';
 }
 
-char SeparatorOfText(const char* text) {
+[[maybe_unused]] char SeparatorOfText(const char* text) {
     // Only a one-byte separator can be written into a script line.
     if (text != nullptr && text[0] != '\0' && text[1] == '\0' &&
         static_cast<unsigned char>(text[0]) < 0x80) {

@@ -2,6 +2,9 @@
 
 #include "../TestFiles.h"
 
+#include <FakeCompiler.h>
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -28,6 +31,38 @@ TEST(CompileScript, BatchAndPosixLines) {
     EXPECT_EQ(LaunchForScript(ScriptStyle::Batch).Arguments,
               (std::vector<std::string>{"/c", "compile.bat"}));
     EXPECT_EQ(LaunchForScript(ScriptStyle::Posix).Program, "/bin/sh");
+}
+
+// The host's own script, started as the compile dialog starts it, runs the
+// compiler on the script and leaves the log and the marker: a batch under
+// cmd.exe on Windows, a shell script under /bin/sh elsewhere.
+TEST(CompileScript, TheHostsScriptRunsTheCompilerAndLeavesLogAndMarker) {
+    namespace fs = std::filesystem;
+    TempDir dir;
+    const std::string folder = fs::absolute(dir.Path()).make_preferred().string();
+    const std::string compiler = fs::absolute(QUARLE_FAKE_COMPILER).make_preferred().string();
+    const std::string qc = dir.Write("robot 1.qc", "$modelname \"robot.mdl\"\n$sequence \"idle\" \"idle\"\n// fake: say hello\n");
+    const ScriptStyle style = HostScriptStyle();
+    ASSERT_EQ(WriteCompileScript(folder, style, compiler, fs::path(qc).make_preferred().string()),
+              "");
+    const ScriptLaunch launch = LaunchForScript(style);
+#ifdef _WIN32
+    std::string command = "cd /d \"" + folder + "\" && " + launch.Program;
+#else
+    std::string command = "cd '" + folder + "' && " + launch.Program;
+#endif
+    for (const std::string& argument : launch.Arguments) {
+        command += " " + argument;
+    }
+#ifdef _WIN32
+    command = "\"" + command + "\"";
+#endif
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    const std::vector<std::string> log = ReadLines(dir / LogFileName);
+    EXPECT_NE(std::find(log.begin(), log.end(), "hello"), log.end()) << ReadFile(dir / LogFileName);
+    EXPECT_TRUE(fs::exists(dir / MarkerFileName));
+    EXPECT_EQ(MarkerExitStatus(dir / MarkerFileName),
+              style == ScriptStyle::Posix ? std::optional<int>(0) : std::nullopt);
 }
 
 TEST(CompileFiles, WorkingFilesReadBack) {
