@@ -10,8 +10,10 @@
 #include "ui/dialogs/FrmEvents.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <functional>
 
@@ -522,15 +524,33 @@ TEST_F(DetailDialogsTest, ModelSettingsReachTheHeadLines) {
              m.OKButton->click();
          },
          "$sequencegroupsize 128"},
-        {"the gates open only for a model with parts, and nothing opens yet",
-         [](Document& doc) { doc.BodyGroups[1].PartCount = 1; },
+        {"each gate opens its dialog over a disabled settings dialog, which comes back after it",
+         [](Document& doc) {
+             doc.BodyGroups[1].PartCount = 1;
+             doc.BodyGroups[1].Parts[1] = Blank;
+         },
          [](DlgModeleinstellungen& m, Document&) {
-             for (QPushButton* gate :
-                  {m.CmdAttachment, m.CmdController, m.CmdTextureGroup, m.CmdTexturemode}) {
+             const std::pair<QPushButton*, const char*> gates[] = {
+                 {m.CmdAttachment, "DlgBindung"},
+                 {m.CmdController, "DlgController"},
+                 {m.CmdTextureGroup, "DlgTextureGroup"},
+                 {m.CmdTexturemode, "DlgTexturemode"}};
+             for (const auto& [gate, dialog] : gates) {
                  EXPECT_TRUE(gate->isEnabled());
+                 QString opened;
+                 bool ownerEnabled = true;
+                 QTimer::singleShot(0, &m, [&] {
+                     QWidget* top = QApplication::activeModalWidget();
+                     opened = top != nullptr ? top->objectName() : QString();
+                     ownerEnabled = m.isEnabled();
+                     if (top != nullptr && top != &m) {
+                         top->close();
+                     }
+                 });
                  gate->click();
+                 EXPECT_EQ(opened, QString::fromLatin1(dialog));
+                 EXPECT_FALSE(ownerEnabled);
                  EXPECT_TRUE(m.isEnabled());
-                 EXPECT_EQ(QApplication::activeModalWidget(), &m);
              }
              m.OKButton->click();
          },

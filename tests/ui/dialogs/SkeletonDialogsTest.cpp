@@ -5,6 +5,7 @@
 #include "support/MainWindowFixture.h"
 #include "ui/dialogs/DlgBindung.h"
 #include "ui/dialogs/DlgController.h"
+#include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/dialogs/LimitsDial.h"
 
 #include <QAction>
@@ -26,9 +27,9 @@ protected:
         ASSERT_TRUE(QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/skeleton/humanoid.smd"),
                                 InModels("humanoid.smd")));
         const QByteArray folder = models.path().toUtf8();
-        test::WriteFile(InModels("humanoid.qc"),
-                        "$modelname \"humanoid.mdl\"\r\n$cd \"" + folder + "\"\r\n$cdtexture \"" +
-                            folder + "\"\r\n$body body \"humanoid\"\r\n");
+        test::WriteFile(InModels("humanoid.qc"), "$modelname \"humanoid.mdl\"\r\n$cd \"" + folder +
+                                                     "\"\r\n$cdtexture \"" + folder +
+                                                     "\"\r\n$body body \"humanoid\"\r\n");
         Start(Texts::Keys);
         services.QueueOpen(Pick(InModels("humanoid.qc")));
         form->MnuDateiOeffnen->trigger();
@@ -37,14 +38,24 @@ protected:
 
     // Opens the dialog as the user does and runs the script on it.
     template <class Dialog> void Work(const std::function<void(Dialog&)>& script) {
-        test::ModalScript modal([&](QWidget* w) {
-            auto* dialog = qobject_cast<Dialog*>(w);
-            ASSERT_NE(dialog, nullptr);
-            script(*dialog);
-            QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+        // Through the model settings, whose button opens the dialog.
+        test::ModalScript settings([&](QWidget* w) {
+            auto* m = qobject_cast<DlgModeleinstellungen*>(w);
+            ASSERT_NE(m, nullptr);
+            test::ModalScript modal([&](QWidget* w) {
+                auto* dialog = qobject_cast<Dialog*>(w);
+                ASSERT_NE(dialog, nullptr);
+                script(*dialog);
+                QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+            });
+            QPushButton* gate =
+                std::is_same_v<Dialog, DlgBindung> ? m->CmdAttachment : m->CmdController;
+            gate->click();
+            EXPECT_TRUE(modal.Ran());
+            m->OKButton->click();
         });
-        Dialog(*state, services, *form, form.get()).exec();
-        ASSERT_TRUE(modal.Ran());
+        form->CmdModeleinst->click();
+        ASSERT_TRUE(settings.Ran());
     }
 
     // The lines of the saved script that start with the directive.

@@ -3,6 +3,7 @@
 // saved and its texture lines compared; a second opening must add nothing.
 // The bitmaps are made here: 8-bit paletted, as the game uses them.
 #include "support/MainWindowFixture.h"
+#include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/textures/DlgTextureGroup.h"
 #include "ui/textures/DlgTexturemode.h"
 #include "ui/textures/ScrollPicture.h"
@@ -13,6 +14,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <functional>
+#include <type_traits>
 
 namespace quarle::ui {
 namespace {
@@ -67,14 +69,24 @@ protected:
     // Opens the dialog as the user reaches it, runs the script on it while it
     // is modal, and closes it with OK.
     template <class Dialog> void Open(const std::function<void(Dialog&)>& script) {
-        test::ModalScript modal([&script](QWidget* shown) {
-            auto* dialog = qobject_cast<Dialog*>(shown);
-            ASSERT_NE(dialog, nullptr) << "not the dialog expected";
-            script(*dialog);
-            QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+        // Through the model settings, whose button opens the dialog.
+        test::ModalScript settings([&](QWidget* w) {
+            auto* m = qobject_cast<DlgModeleinstellungen*>(w);
+            ASSERT_NE(m, nullptr);
+            test::ModalScript modal([&script](QWidget* shown) {
+                auto* dialog = qobject_cast<Dialog*>(shown);
+                ASSERT_NE(dialog, nullptr) << "not the dialog expected";
+                script(*dialog);
+                QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+            });
+            QPushButton* gate =
+                std::is_same_v<Dialog, DlgTextureGroup> ? m->CmdTextureGroup : m->CmdTexturemode;
+            gate->click();
+            EXPECT_TRUE(modal.Ran());
+            m->OKButton->click();
         });
-        Dialog(*state, services, *form, form.get()).exec();
-        ASSERT_TRUE(modal.Ran());
+        form->CmdModeleinst->click();
+        ASSERT_TRUE(settings.Ran());
     }
 
     // The texture lines of the saved script: what stands between the body
