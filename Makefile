@@ -63,7 +63,8 @@ test-fuzz: deps-fuzz
 	    grep -E '^Done' build-fuzz/fuzz_$$name.log; \
 	done
 
-# Skipped with a message where mingw-w64 or wine cannot be had.
+# Skipped with a message where mingw-w64 or wine cannot be had. A test whose
+# wine process fails to start is tried once more.
 test-windows: deps-windows
 	@if ! command -v x86_64-w64-mingw32-g++-posix >/dev/null 2>&1 || ! command -v wine >/dev/null 2>&1 \
 	        || [ ! -d /usr/src/googletest ]; then \
@@ -74,7 +75,7 @@ test-windows: deps-windows
 	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake -DQUARLE_GTEST_SOURCES=/usr/src/googletest; \
 	cmake --build build-win -j $(JOBS); \
 	$(WINE_RUN) wine cmd /c exit >/dev/null 2>&1 || true; \
-	$(WINE_RUN) ctest --test-dir build-win --output-on-failure -j $(JOBS); \
+	$(WINE_RUN) ctest --test-dir build-win --output-on-failure -j $(JOBS) --repeat until-pass:2; \
 	$(WINE_RUN) wineserver -k >/dev/null 2>&1 || true
 
 package: build deps-package
