@@ -47,12 +47,9 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
     LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CmdZurueck = CreateCmdZurueck();
+    CmdAbbrechen = CreateCmdAbbrechen();
+    CmdWeiter = CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Fertigstellen"));
     CreateCmdLocalise();
     // The page opens ready to finish.
     CmdWeiter->setFocus();

@@ -65,10 +65,8 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     TxtWiz2Modelpfad->setEnabled(false);
     CmdWiz2Modelpfad = platform::Control(new QPushButton(QStringLiteral("..."), this),
                                          QStringLiteral("CmdWiz2Modelpfad"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CmdAbbrechen = CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
 

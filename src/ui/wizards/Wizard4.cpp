@@ -19,23 +19,21 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     CreatePicQuarle();
     FrmScale = platform::Control(new QGroupBox(QStringLiteral("Ma\u00dfstab"), this),
                                  QStringLiteral("FrmScale"));
-    LblHelpText1 = platform::Control(
-        new QLabel(QStringLiteral("Gib den Ma\u00dfstab in dem das Modell gespeichert werden "
-                                  "soll an. Er kann in der Regel auf \"1\" bleiben."),
-                   FrmScale),
-        QStringLiteral("LblHelpText1"));
+    LblHelpText1 =
+        CreateHelpText(FrmScale, QStringLiteral("LblHelpText1"),
+                       QStringLiteral("Gib den Ma\u00dfstab in dem das Modell gespeichert werden "
+                                      "soll an. Er kann in der Regel auf \"1\" bleiben."));
     LblScale = platform::Control(new QLabel(QStringLiteral("Ma\u00dfstab:"), FrmScale),
                                  QStringLiteral("LblScale"));
     TxtWiz4Massstab = platform::Control(new QLineEdit(QStringLiteral("1"), FrmScale),
                                         QStringLiteral("TxtWiz4Massstab"));
     FrmEyes =
         platform::Control(new QGroupBox(QStringLiteral("Augen"), this), QStringLiteral("FrmEyes"));
-    LblHelpText2 = platform::Control(
-        new QLabel(QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
-                                  "Augen ist sollte jetzt die XYZ-Koordinate des Modells "
-                                  "angegeben werden."),
-                   FrmEyes),
-        QStringLiteral("LblHelpText2"));
+    LblHelpText2 =
+        CreateHelpText(FrmEyes, QStringLiteral("LblHelpText2"),
+                       QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
+                                      "Augen ist sollte jetzt die XYZ-Koordinate des Modells "
+                                      "angegeben werden."));
     ChkWiz4Augen = platform::Control(new QCheckBox(QStringLiteral("Augen"), FrmEyes),
                                      QStringLiteral("ChkWiz4Augen"));
     TxtWiz4AugenX = platform::Control(new QLineEdit(QStringLiteral("X"), FrmEyes),
@@ -44,18 +42,11 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
                                       QStringLiteral("TxtWiz4AugenY"));
     TxtWiz4AugenZ = platform::Control(new QLineEdit(QStringLiteral("Z"), FrmEyes),
                                       QStringLiteral("TxtWiz4AugenZ"));
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CmdZurueck = CreateCmdZurueck();
+    CmdAbbrechen = CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
-    for (QLabel* help : {LblHelpText1, LblHelpText2}) {
-        help->setWordWrap(true);
-        help->setFixedWidth(360);
-    }
     TxtWiz4Massstab->setFixedWidth(80);
     auto* scale = new QGridLayout(FrmScale);
     scale->addWidget(LblHelpText1, 0, 0, 1, 3);

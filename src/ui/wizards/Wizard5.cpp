@@ -32,12 +32,9 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
     LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdFertig = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
-                                  QStringLiteral("CmdFertig"));
+    CmdZurueck = CreateCmdZurueck();
+    CmdAbbrechen = CreateCmdAbbrechen();
+    CmdFertig = CreatePageButton(QStringLiteral("CmdFertig"), QStringLiteral("Fertigstellen"));
     CreateCmdLocalise();
     // The page opens ready to finish.
     CmdFertig->setFocus();

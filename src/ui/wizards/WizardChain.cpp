@@ -6,12 +6,15 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPixmap>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -79,6 +82,40 @@ QLabel* WizardPage::CreatePicQuarle() {
     return PicQuarle;
 }
 
+QLabel* WizardPage::CreateHelpText(QWidget* parent, const QString& name, const QString& text,
+                                   int width) {
+    auto* label = platform::Control(new QLabel(text, parent), name);
+    label->setWordWrap(true);
+    label->setFixedWidth(width);
+    return label;
+}
+
+QPushButton* WizardPage::CreateAssignButton(const QString& name, const QString& toolTip) {
+    auto* button = platform::Control(new QPushButton(this), name);
+    button->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
+    button->setIconSize(QSize(24, 24));
+    button->setFixedSize(40, 32);
+    button->setAutoDefault(false);
+    button->setToolTip(toolTip);
+    return button;
+}
+
+QPushButton* WizardPage::CreatePageButton(const QString& name, const QString& caption) {
+    return platform::Control(new QPushButton(caption, this), name);
+}
+
+QPushButton* WizardPage::CreateCmdZurueck() {
+    return CreatePageButton(QStringLiteral("CmdZurueck"), QStringLiteral("<-- Zur\u00fcck"));
+}
+
+QPushButton* WizardPage::CreateCmdAbbrechen() {
+    return CreatePageButton(QStringLiteral("CmdAbbrechen"), QStringLiteral("Abbrechen"));
+}
+
+QPushButton* WizardPage::CreateCmdWeiter() {
+    return CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Weiter -->"));
+}
+
 void WizardPage::LoadPage() {
     LoadLanguage();
     if (PicQuarle != nullptr) {
@@ -114,6 +151,21 @@ void WizardPage::LayOut(QLayout* content, std::initializer_list<QPushButton*> bu
     page->addLayout(top, 1);
     page->addLayout(row);
     page->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QLayout* WizardPage::FileChoice(QLabel* help, QLabel* listLabel, QListWidget* list,
+                                QPushButton* assign, QLabel* fileLabel, QLineEdit* file) {
+    auto* content = new QVBoxLayout;
+    content->addWidget(help);
+    content->addWidget(listLabel);
+    content->addWidget(list);
+    content->addWidget(assign, 0, Qt::AlignHCenter);
+    auto* row = new QGridLayout;
+    row->addWidget(fileLabel, 0, 0);
+    row->addWidget(file, 0, 1);
+    content->addLayout(row);
+    content->addStretch();
+    return content;
 }
 
 void WizardPage::GoNext() {
