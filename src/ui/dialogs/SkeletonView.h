@@ -13,10 +13,12 @@
 #include <QImage>
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QTimer;
 
 namespace quarle::ui {
@@ -83,6 +85,21 @@ protected:
     void CreateSkeletonControls();
     // The views and the bone box, as laid out in both dialogs.
     QWidget* SkeletonPanel();
+
+    // The list of the numbered items (entries 0 to last), showing "1" until
+    // the load picks the first entry.
+    QComboBox* CreateItemList(const QString& name, int last, const QString& toolTip);
+    // The entry the list shows; -1 when its text was typed over and names no
+    // entry.
+    static int ItemIndex(const QComboBox* list, int last);
+    // Typed text that names an entry picks it; any other text picks nothing
+    // and reaches no table.
+    static void PickTypedEntry(QComboBox* list, const QString& text);
+    QPushButton* CreateOKButton();
+    // The item's controls on the left (its number, the active box, the bone,
+    // its frame), the skeleton beside them, OK below.
+    void LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone, QGroupBox* frame,
+                QPushButton* ok);
 
     // LoadSkeleton: the tables read afresh and TxtBone filled. The
     // controller dialog runs the start values on their own first.
