@@ -25,7 +25,7 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
     TxtAnimWiz1AnimName =
         platform::Control(new QLineEdit(QStringLiteral("Name der Animation"), this),
                           QStringLiteral("TxtAnimWiz1AnimName"));
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
@@ -41,7 +41,6 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
 
     connect(TxtAnimWiz1AnimName, &QLineEdit::textChanged, this,
             &AnimWiz1::TxtAnimWiz1AnimName_Change);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz1::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz1::CmdWeiter_Click);
     Form_Load();
 }
@@ -52,10 +51,6 @@ void AnimWiz1::Form_Load() {
 
 void AnimWiz1::TxtAnimWiz1AnimName_Change() {
     CmdWeiter->setEnabled(!TxtAnimWiz1AnimName->text().isEmpty());
-}
-
-void AnimWiz1::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz1::CmdWeiter_Click() {

@@ -38,8 +38,8 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     TxtAnimWiz2AnimModelLong = platform::Control(new QLineEdit(QStringLiteral("Text1"), this),
                                                  QStringLiteral("TxtAnimWiz2AnimModelLong"));
     TxtAnimWiz2AnimModelLong->setVisible(false);
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
@@ -53,8 +53,6 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModelLong_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz2::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz2::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz2::CmdWeiter_Click);
     Form_Load();
 }
@@ -107,14 +105,6 @@ void AnimWiz2::TxtAnimWiz2AnimModel_Change() {
 
 void AnimWiz2::TxtAnimWiz2AnimModelLong_Change() {
     CmdWeiter->setEnabled(FileExistsAt(TxtAnimWiz2AnimModelLong->text()));
-}
-
-void AnimWiz2::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz2::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz2::CmdWeiter_Click() {

@@ -37,8 +37,8 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     }
     CmbAnimWiz3AnimID->setCurrentIndex(-1);
     CmbAnimWiz3AnimID->setEditText(QString());
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
@@ -50,22 +50,12 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz3::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz3::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz3::CmdWeiter_Click);
     Form_Load();
 }
 
 void AnimWiz3::Form_Load() {
     LoadPage();
-}
-
-void AnimWiz3::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz3::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz3::CmdWeiter_Click() {

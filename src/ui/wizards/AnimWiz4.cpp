@@ -54,8 +54,8 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
                        QStringLiteral("Soll sich die Animation st\u00e4ndig wiederhohlen?"));
     ChkAnimWiz4Schleife = platform::Control(new QCheckBox(QStringLiteral("Schleife"), FrmLoop),
                                             QStringLiteral("ChkAnimWiz4Schleife"));
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
@@ -89,8 +89,6 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz4::TxtAnimWiz4FrameStart_Change);
     connect(TxtAnimWiz4FrameEnd, &QLineEdit::textChanged, this,
             &AnimWiz4::TxtAnimWiz4FrameEnd_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz4::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz4::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz4::CmdWeiter_Click);
     Form_Load();
 }
@@ -134,14 +132,6 @@ void AnimWiz4::TxtAnimWiz4FrameStart_Change() {
 
 void AnimWiz4::TxtAnimWiz4FrameEnd_Change() {
     LimitFrame(TxtAnimWiz4FrameEnd);
-}
-
-void AnimWiz4::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz4::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz4::CmdWeiter_Click() {

@@ -47,8 +47,8 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
     LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Fertigstellen"));
     CreateCmdLocalise();
     // The page opens ready to finish.
@@ -59,8 +59,6 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     content->addWidget(LstSumm, 1);
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz5::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz5::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz5::CmdWeiter_Click);
     Form_Load();
 }
@@ -92,14 +90,6 @@ void AnimWiz5::Form_Load() {
         ids(IDS_SHOWPICTURES) + sep + frames,
         ids(IDS_LOOP) + sep + ids(play->ChkAnimWiz4Schleife->isChecked() ? IDS_ON : IDS_OFF),
     });
-}
-
-void AnimWiz5::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz5::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz5::CmdWeiter_Click() {

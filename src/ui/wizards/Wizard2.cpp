@@ -65,7 +65,7 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     TxtWiz2Modelpfad->setEnabled(false);
     CmdWiz2Modelpfad = platform::Control(new QPushButton(QStringLiteral("..."), this),
                                          QStringLiteral("CmdWiz2Modelpfad"));
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
@@ -105,7 +105,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     connect(CmdWiz2Modelpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Modelpfad_Click);
     connect(TxtWiz2Texturenpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
     connect(TxtWiz2Modelpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard2::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &Wizard2::CmdWeiter_Click);
     Form_Load();
 }
@@ -149,10 +148,6 @@ void Wizard2::CmdWiz2Modelpfad_Click() {
 void Wizard2::TxtWiz2Pfad_Change() {
     CmdWeiter->setEnabled(HoldsAFile(TxtWiz2Texturenpfad->text()) &&
                           HoldsAFile(TxtWiz2Modelpfad->text()));
-}
-
-void Wizard2::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void Wizard2::CmdWeiter_Click() {

@@ -36,8 +36,8 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     TxtWiz3Referenzmodel =
         platform::Control(new QLineEdit(this), QStringLiteral("TxtWiz3Referenzmodel"));
     TxtWiz3Referenzmodel->setEnabled(false);
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
@@ -50,8 +50,6 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     connect(LstFiles, &QListWidget::itemDoubleClicked, this, &Wizard3::LstFiles_DblClick);
     connect(TxtWiz3Referenzmodel, &QLineEdit::textChanged, this,
             &Wizard3::TxtWiz3Referenzmodel_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard3::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard3::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &Wizard3::CmdWeiter_Click);
     Form_Load();
 }
@@ -95,14 +93,6 @@ void Wizard3::LstFiles_DblClick() {
 void Wizard3::TxtWiz3Referenzmodel_Change() {
     const QString name = TxtWiz3Referenzmodel->text();
     CmdWeiter->setEnabled(!name.isEmpty() && FileExistsAt(InFolder(ModelFolder(), name)));
-}
-
-void Wizard3::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard3::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void Wizard3::CmdWeiter_Click() {

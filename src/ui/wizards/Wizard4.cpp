@@ -42,8 +42,8 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
                                       QStringLiteral("TxtWiz4AugenY"));
     TxtWiz4AugenZ = platform::Control(new QLineEdit(QStringLiteral("Z"), FrmEyes),
                                       QStringLiteral("TxtWiz4AugenZ"));
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
@@ -72,8 +72,6 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(ChkWiz4Augen, &QCheckBox::clicked, this, &Wizard4::ChkWiz4Augen_Click);
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard4::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard4::CmdAbbrechen_Click);
     connect(CmdWeiter, &QPushButton::clicked, this, &Wizard4::CmdWeiter_Click);
     Form_Load();
 }
@@ -91,14 +89,6 @@ void Wizard4::ChkWiz4Augen_Click() {
         box->setText(on ? QStringLiteral("0") : QString::fromLatin1(letters[i]));
         ++i;
     }
-}
-
-void Wizard4::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard4::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void Wizard4::CmdWeiter_Click() {

@@ -32,8 +32,8 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
     LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
     LstSumm->setMinimumSize(380, 220);
     LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = CreateCmdZurueck();
-    CmdAbbrechen = CreateCmdAbbrechen();
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
     CmdFertig = CreatePageButton(QStringLiteral("CmdFertig"), QStringLiteral("Fertigstellen"));
     CreateCmdLocalise();
     // The page opens ready to finish.
@@ -44,8 +44,6 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
     content->addWidget(LstSumm, 1);
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdFertig});
 
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard5::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard5::CmdAbbrechen_Click);
     connect(CmdFertig, &QPushButton::clicked, this, &Wizard5::CmdFertig_Click);
     Form_Load();
 }
@@ -74,14 +72,6 @@ void Wizard5::Form_Load() {
         QStringLiteral("    Y: ") + other->TxtWiz4AugenY->text(),
         QStringLiteral("    Z: ") + other->TxtWiz4AugenZ->text(),
     });
-}
-
-void Wizard5::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard5::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void Wizard5::CmdFertig_Click() {

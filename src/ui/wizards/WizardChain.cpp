@@ -104,12 +104,22 @@ QPushButton* WizardPage::CreatePageButton(const QString& name, const QString& ca
     return platform::Control(new QPushButton(caption, this), name);
 }
 
-QPushButton* WizardPage::CreateCmdZurueck() {
-    return CreatePageButton(QStringLiteral("CmdZurueck"), QStringLiteral("<-- Zur\u00fcck"));
+void WizardPage::CreateCmdZurueck() {
+    CmdZurueck = CreatePageButton(QStringLiteral("CmdZurueck"), QStringLiteral("<-- Zur\u00fcck"));
+    connect(CmdZurueck, &QPushButton::clicked, this, &WizardPage::CmdZurueck_Click);
 }
 
-QPushButton* WizardPage::CreateCmdAbbrechen() {
-    return CreatePageButton(QStringLiteral("CmdAbbrechen"), QStringLiteral("Abbrechen"));
+void WizardPage::CreateCmdAbbrechen() {
+    CmdAbbrechen = CreatePageButton(QStringLiteral("CmdAbbrechen"), QStringLiteral("Abbrechen"));
+    connect(CmdAbbrechen, &QPushButton::clicked, this, &WizardPage::CmdAbbrechen_Click);
+}
+
+void WizardPage::CmdZurueck_Click() {
+    GoBack();
+}
+
+void WizardPage::CmdAbbrechen_Click() {
+    EndRun();
 }
 
 QPushButton* WizardPage::CreateCmdWeiter() {

@@ -37,6 +37,12 @@ public:
     virtual void Form_Activate() {}
 
     QLabel* PicQuarle = nullptr;
+    // Back (from the second page on; null on a first page) and Cancel, the
+    // same on every page.
+    QPushButton* CmdZurueck = nullptr;
+    QPushButton* CmdAbbrechen = nullptr;
+    void CmdZurueck_Click();
+    void CmdAbbrechen_Click();
 
 protected:
     WizardPage(AppState& state, platform::Services& services, WizardChain& chain,
@@ -52,10 +58,10 @@ protected:
     // The arrow button that takes the chosen file of a list into the box
     // below it.
     QPushButton* CreateAssignButton(const QString& name, const QString& toolTip);
-    // A button of the row below the page, and the three most pages have.
+    // A button of the row below the page; Back and Cancel come connected.
     QPushButton* CreatePageButton(const QString& name, const QString& caption);
-    QPushButton* CreateCmdZurueck();
-    QPushButton* CreateCmdAbbrechen();
+    void CreateCmdZurueck();
+    void CreateCmdAbbrechen();
     QPushButton* CreateCmdWeiter();
     // The first steps of every page's load: its language, the picture, the
     // localise button in localisation mode.
