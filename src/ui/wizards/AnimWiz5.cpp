@@ -14,12 +14,10 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 namespace {
@@ -40,25 +38,7 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz5"),
                  QStringLiteral("Animation-Wizard"), parent),
       main_(main) {
-    CreatePicQuarle();
-    LblAllRight =
-        platform::Control(new QLabel(QStringLiteral("Sind alle Angaben so richtig:"), this),
-                          QStringLiteral("LblAllRight"));
-    LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
-    LstSumm->setMinimumSize(380, 220);
-    LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CreateCmdZurueck();
-    CreateCmdAbbrechen();
-    CmdWeiter = CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Fertigstellen"));
-    CreateCmdLocalise();
-    // The page opens ready to finish.
-    CmdWeiter->setFocus();
-
-    auto* content = new QVBoxLayout;
-    content->addWidget(LblAllRight);
-    content->addWidget(LstSumm, 1);
-    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
-
+    CmdWeiter = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdWeiter"));
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz5::CmdWeiter_Click);
     Form_Load();
 }

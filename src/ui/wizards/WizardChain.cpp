@@ -163,6 +163,27 @@ void WizardPage::LayOut(QLayout* content, std::initializer_list<QPushButton*> bu
     page->setSizeConstraint(QLayout::SetFixedSize);
 }
 
+QPushButton* WizardPage::CreateSummary(QLabel*& allRight, QListWidget*& summary,
+                                       const QString& finishName) {
+    CreatePicQuarle();
+    allRight = platform::Control(new QLabel(QStringLiteral("Sind alle Angaben so richtig:"), this),
+                                 QStringLiteral("LblAllRight"));
+    summary = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
+    summary->setMinimumSize(380, 220);
+    summary->setSelectionMode(QAbstractItemView::NoSelection);
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    QPushButton* finish = CreatePageButton(finishName, QStringLiteral("Fertigstellen"));
+    CreateCmdLocalise();
+    // The page opens ready to finish.
+    finish->setFocus();
+    auto* content = new QVBoxLayout;
+    content->addWidget(allRight);
+    content->addWidget(summary, 1);
+    LayOut(content, {CmdZurueck, CmdAbbrechen, finish});
+    return finish;
+}
+
 QLayout* WizardPage::FileChoice(QLabel* help, QLabel* listLabel, QListWidget* list,
                                 QPushButton* assign, QLabel* fileLabel, QLineEdit* file) {
     auto* content = new QVBoxLayout;

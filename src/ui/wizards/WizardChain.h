@@ -70,6 +70,10 @@ protected:
     // buttons below, CmdLocalise in front of them; the last button is the
     // default one.
     void LayOut(QLayout* content, std::initializer_list<QPushButton*> buttons);
+    // The whole last page: the picture, the question above the summary list,
+    // Back, Cancel and the button that finishes (returned), which has the
+    // focus.
+    QPushButton* CreateSummary(QLabel*& allRight, QListWidget*& summary, const QString& finishName);
     // The content of a page that picks a file of a list: the help, the list
     // with its label, the button that takes the chosen file, and the box that
     // holds it with its label.
