@@ -41,7 +41,6 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
 
     connect(TxtAnimWiz1AnimName, &QLineEdit::textChanged, this,
             &AnimWiz1::TxtAnimWiz1AnimName_Change);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz1::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -51,10 +50,6 @@ void AnimWiz1::Form_Load() {
 
 void AnimWiz1::TxtAnimWiz1AnimName_Change() {
     CmdWeiter->setEnabled(!TxtAnimWiz1AnimName->text().isEmpty());
-}
-
-void AnimWiz1::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -24,7 +24,6 @@ public:
     // Next opens once the user has typed a name: the designed text in the
     // box does not count.
     void TxtAnimWiz1AnimName_Change();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -53,7 +53,6 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModelLong_Change);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz2::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -105,10 +104,6 @@ void AnimWiz2::TxtAnimWiz2AnimModel_Change() {
 
 void AnimWiz2::TxtAnimWiz2AnimModelLong_Change() {
     CmdWeiter->setEnabled(FileExistsAt(TxtAnimWiz2AnimModelLong->text()));
-}
-
-void AnimWiz2::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

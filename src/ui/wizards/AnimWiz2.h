@@ -35,7 +35,6 @@ public:
     void TxtAnimWiz2AnimModel_Change();
     // Next is open when the chosen file exists.
     void TxtAnimWiz2AnimModelLong_Change();
-    void CmdWeiter_Click();
 
     // The folder the file list shows.
     QString FileListPath() const { return fileListPath_; }

@@ -50,16 +50,11 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz3::CmdWeiter_Click);
     Form_Load();
 }
 
 void AnimWiz3::Form_Load() {
     LoadPage();
-}
-
-void AnimWiz3::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -23,8 +23,6 @@ public:
     QComboBox* CmbAnimWiz3AnimID = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
-    void CmdWeiter_Click();
-
 private:
     void Form_Load();
 };

@@ -89,7 +89,6 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz4::TxtAnimWiz4FrameStart_Change);
     connect(TxtAnimWiz4FrameEnd, &QLineEdit::textChanged, this,
             &AnimWiz4::TxtAnimWiz4FrameEnd_Change);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz4::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -132,10 +131,6 @@ void AnimWiz4::TxtAnimWiz4FrameStart_Change() {
 
 void AnimWiz4::TxtAnimWiz4FrameEnd_Change() {
     LimitFrame(TxtAnimWiz4FrameEnd);
-}
-
-void AnimWiz4::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

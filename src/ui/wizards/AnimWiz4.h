@@ -39,7 +39,6 @@ public:
     // A frame above the file's last one becomes the last one at once.
     void TxtAnimWiz4FrameStart_Change();
     void TxtAnimWiz4FrameEnd_Change();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -25,7 +25,7 @@ public:
 
     // Adds the animation behind the entries of the group on show, then ends
     // the run. A full group is refused and the page stays.
-    void CmdWeiter_Click();
+    void CmdWeiter_Click() override; // finishes
 
 private:
     // The summary is built once, when the page loads.

@@ -105,7 +105,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     connect(CmdWiz2Modelpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Modelpfad_Click);
     connect(TxtWiz2Texturenpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
     connect(TxtWiz2Modelpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard2::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -148,10 +147,6 @@ void Wizard2::CmdWiz2Modelpfad_Click() {
 void Wizard2::TxtWiz2Pfad_Change() {
     CmdWeiter->setEnabled(HoldsAFile(TxtWiz2Texturenpfad->text()) &&
                           HoldsAFile(TxtWiz2Modelpfad->text()));
-}
-
-void Wizard2::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -34,7 +34,6 @@ public:
     void CmdWiz2Modelpfad_Click();
     // Either box: Next is open when both folders exist and hold a file.
     void TxtWiz2Pfad_Change();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

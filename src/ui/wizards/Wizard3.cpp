@@ -50,7 +50,6 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     connect(LstFiles, &QListWidget::itemDoubleClicked, this, &Wizard3::LstFiles_DblClick);
     connect(TxtWiz3Referenzmodel, &QLineEdit::textChanged, this,
             &Wizard3::TxtWiz3Referenzmodel_Change);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard3::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -93,10 +92,6 @@ void Wizard3::LstFiles_DblClick() {
 void Wizard3::TxtWiz3Referenzmodel_Change() {
     const QString name = TxtWiz3Referenzmodel->text();
     CmdWeiter->setEnabled(!name.isEmpty() && FileExistsAt(InFolder(ModelFolder(), name)));
-}
-
-void Wizard3::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

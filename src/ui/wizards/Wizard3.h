@@ -33,7 +33,6 @@ public:
     void LstFiles_DblClick();
     // Next is open when the reference file exists in the model folder.
     void TxtWiz3Referenzmodel_Change();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

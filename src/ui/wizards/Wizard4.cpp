@@ -72,7 +72,6 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(ChkWiz4Augen, &QCheckBox::clicked, this, &Wizard4::ChkWiz4Augen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard4::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -89,10 +88,6 @@ void Wizard4::ChkWiz4Augen_Click() {
         box->setText(on ? QStringLiteral("0") : QString::fromLatin1(letters[i]));
         ++i;
     }
-}
-
-void Wizard4::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

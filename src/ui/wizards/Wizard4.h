@@ -32,7 +32,6 @@ public:
 
     // Ticked: the three boxes open with "0"; clear: closed, showing X, Y, Z.
     void ChkWiz4Augen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -122,8 +122,14 @@ void WizardPage::CmdAbbrechen_Click() {
     EndRun();
 }
 
+void WizardPage::CmdWeiter_Click() {
+    GoNext();
+}
+
 QPushButton* WizardPage::CreateCmdWeiter() {
-    return CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Weiter -->"));
+    QPushButton* next = CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Weiter -->"));
+    connect(next, &QPushButton::clicked, this, &WizardPage::CmdWeiter_Click);
+    return next;
 }
 
 void WizardPage::LoadPage() {

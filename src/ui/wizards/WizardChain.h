@@ -43,6 +43,8 @@ public:
     QPushButton* CmdAbbrechen = nullptr;
     void CmdZurueck_Click();
     void CmdAbbrechen_Click();
+    // Next: on to the following page.
+    virtual void CmdWeiter_Click();
 
 protected:
     WizardPage(AppState& state, platform::Services& services, WizardChain& chain,
@@ -58,7 +60,8 @@ protected:
     // The arrow button that takes the chosen file of a list into the box
     // below it.
     QPushButton* CreateAssignButton(const QString& name, const QString& toolTip);
-    // A button of the row below the page; Back and Cancel come connected.
+    // A button of the row below the page; Back, Cancel and Next come
+    // connected.
     QPushButton* CreatePageButton(const QString& name, const QString& caption);
     void CreateCmdZurueck();
     void CreateCmdAbbrechen();
