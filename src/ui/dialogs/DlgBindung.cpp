@@ -52,7 +52,7 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
         Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungZ"));
     TxtBindungZ->setToolTip(
         QStringLiteral("Gibt die Z-Koordinate der Bindung relativ zum Knochen an"));
-    OKButton = CreateOKButton();
+    CreateOKButton();
     CreateCmdLocalise();
 
     for (QLineEdit* box : {TxtBindungX, TxtBindungY, TxtBindungZ}) {
@@ -67,7 +67,7 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
     point->addWidget(TxtBindungY, 1, 1);
     point->addWidget(Label5, 2, 0);
     point->addWidget(TxtBindungZ, 2, 1);
-    LayOut(Label1, CmbBindung, ChkBndgAktiv, Label2, Frame1, OKButton);
+    LayOut(Label1, CmbBindung, ChkBndgAktiv, Label2, Frame1);
 
     connect(CmbBindung, &QComboBox::currentIndexChanged, this, [this] { CmbBindung_Click(); });
     connect(CmbBindung, &QComboBox::editTextChanged, this, &DlgBindung::CmbBindung_Change);
@@ -78,7 +78,6 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
             [this](const QString& t) { TxtBindung_Change(1, t); });
     connect(TxtBindungZ, &QLineEdit::textChanged, this,
             [this](const QString& t) { TxtBindung_Change(2, t); });
-    connect(OKButton, &QPushButton::clicked, this, &DlgBindung::OKButton_Click);
     Form_Load();
 }
 
@@ -153,10 +152,6 @@ void DlgBindung::StoreBoneName(const QString& text) {
     if (auto name = TypedText(state_, services_, text)) {
         state_.Doc.AttachmentBones[k] = std::move(*name);
     }
-}
-
-void DlgBindung::OKButton_Click() {
-    accept();
 }
 
 } // namespace quarle::ui

@@ -89,7 +89,7 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
         Control(new QLineEdit(QStringLiteral("0"), FrameCtrl), QStringLiteral("TxtLimitMax"));
     TxtLimitMax->setToolTip(limitTip);
     FilterKeys(TxtLimitMax, 2);
-    OKButton = CreateOKButton();
+    CreateOKButton();
     CreateCmdLocalise();
 
     auto* axes = new QHBoxLayout;
@@ -108,7 +108,7 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     frame->addLayout(axes);
     frame->addWidget(Label3);
     frame->addLayout(dial);
-    LayOut(Label1, CmbController, ChkCtrlAktiv, Label2, FrameCtrl, OKButton);
+    LayOut(Label1, CmbController, ChkCtrlAktiv, Label2, FrameCtrl);
 
     connect(CmbController, &QComboBox::currentIndexChanged, this,
             [this] { CmbController_Click(); });
@@ -124,7 +124,6 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     connect(TxtLimitMin, &QLineEdit::textChanged, this, &DlgController::TxtLimitMin_Change);
     connect(TxtLimitMax, &QLineEdit::textChanged, this, &DlgController::TxtLimitMax_Change);
     connect(PicLimits, &LimitsDial::MouseMove, this, &DlgController::PicLimits_MouseMove);
-    connect(OKButton, &QPushButton::clicked, this, &DlgController::OKButton_Click);
     Form_Load();
 }
 
@@ -227,10 +226,6 @@ void DlgController::StoreBoneName(const QString& text) {
     if (auto name = TypedText(state_, services_, text)) {
         state_.Doc.ControllerBones[k] = std::move(*name);
     }
-}
-
-void DlgController::OKButton_Click() {
-    accept();
 }
 
 } // namespace quarle::ui

@@ -159,14 +159,18 @@ void SkeletonDialog::PickTypedEntry(QComboBox* list, const QString& text) {
     }
 }
 
-QPushButton* SkeletonDialog::CreateOKButton() {
-    auto* ok = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
-    ok->setDefault(true);
-    return ok;
+void SkeletonDialog::CreateOKButton() {
+    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    OKButton->setDefault(true);
+    connect(OKButton, &QPushButton::clicked, this, &SkeletonDialog::OKButton_Click);
+}
+
+void SkeletonDialog::OKButton_Click() {
+    accept();
 }
 
 void SkeletonDialog::LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone,
-                            QGroupBox* frame, QPushButton* ok) {
+                            QGroupBox* frame) {
     auto* item = new QGridLayout;
     item->addWidget(number, 0, 0);
     item->addWidget(list, 0, 1);
@@ -182,7 +186,7 @@ void SkeletonDialog::LayOut(QLabel* number, QComboBox* list, QCheckBox* active, 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(CmdLocalise);
     buttons->addStretch(1);
-    buttons->addWidget(ok);
+    buttons->addWidget(OKButton);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addLayout(buttons);

@@ -67,6 +67,7 @@ public:
     QLabel* Label11 = nullptr;
     QLineEdit* TxtParent = nullptr;
     QTimer* Timer1 = nullptr;
+    QPushButton* OKButton = nullptr;
 
     // Paints every bone in grey (and, for attachments, the axes through 0);
     // stops Timer1.
@@ -75,6 +76,8 @@ public:
     // picked bone and the line to its parent in dark red, its boxes filled.
     void ShowBone();
     void Timer1_Timer();
+    // Every change is already in the document: OK only closes.
+    void OKButton_Click();
 
 protected:
     SkeletonDialog(AppState& state, platform::Services& services, SkeletonVariant variant,
@@ -95,11 +98,11 @@ protected:
     // Typed text that names an entry picks it; any other text picks nothing
     // and reaches no table.
     static void PickTypedEntry(QComboBox* list, const QString& text);
-    QPushButton* CreateOKButton();
+    // OKButton, the default button, connected.
+    void CreateOKButton();
     // The item's controls on the left (its number, the active box, the bone,
     // its frame), the skeleton beside them, OK below.
-    void LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone, QGroupBox* frame,
-                QPushButton* ok);
+    void LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone, QGroupBox* frame);
 
     // LoadSkeleton: the tables read afresh and TxtBone filled. The
     // controller dialog runs the start values on their own first.
