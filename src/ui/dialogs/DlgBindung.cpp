@@ -10,11 +10,9 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 
@@ -29,36 +27,32 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
 
     CreateSkeletonControls();
     Label1 = Control(new QLabel(QStringLiteral("Bindungs-Nr.:"), this), QStringLiteral("Label1"));
-    CmbBindung = Control(new QComboBox(this), QStringLiteral("CmbBindung"));
-    CmbBindung->setEditable(true);
-    CmbBindung->setInsertPolicy(QComboBox::NoInsert);
-    for (int i = 0; i <= limits::LastAttachment; ++i) {
-        CmbBindung->addItem(QStringLiteral("Bndg.-Nr.%1").arg(i));
-    }
-    CmbBindung->setCurrentIndex(-1);
-    CmbBindung->setEditText(QStringLiteral("1"));
-    CmbBindung->setToolTip(QStringLiteral("Wähle eine Attachmentnummer aus"));
+    CmbBindung = CreateItemList(QStringLiteral("CmbBindung"), limits::LastAttachment,
+                                QStringLiteral("Wähle eine Attachmentnummer aus"));
     ChkBndgAktiv =
         Control(new QCheckBox(QStringLiteral("Bindung an"), this), QStringLiteral("ChkBndgAktiv"));
     ChkBndgAktiv->setToolTip(QStringLiteral("Ist Bindung aktiv?"));
     Label2 =
         Control(new QLabel(QStringLiteral("Knochen an Bndg.:"), this), QStringLiteral("Label2"));
     Label2->setToolTip(QStringLiteral("Knochen an dem die Bindung anhängt"));
-    Frame1 = Control(new QGroupBox(QStringLiteral("Bindungspunkt"), this), QStringLiteral("Frame1"));
+    Frame1 =
+        Control(new QGroupBox(QStringLiteral("Bindungspunkt"), this), QStringLiteral("Frame1"));
     Label3 = Control(new QLabel(QStringLiteral("X-Koordinate:"), Frame1), QStringLiteral("Label3"));
-    TxtBindungX = Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungX"));
+    TxtBindungX =
+        Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungX"));
     TxtBindungX->setToolTip(
         QStringLiteral("Gibt die X-Koordinate der Bindung relativ zum Knochen an"));
     Label4 = Control(new QLabel(QStringLiteral("Y-Koordinate:"), Frame1), QStringLiteral("Label4"));
-    TxtBindungY = Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungY"));
+    TxtBindungY =
+        Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungY"));
     TxtBindungY->setToolTip(
         QStringLiteral("Gibt die Y-Koordinate der Bindung relativ zum Knochen an"));
     Label5 = Control(new QLabel(QStringLiteral("Z-Koordinate:"), Frame1), QStringLiteral("Label5"));
-    TxtBindungZ = Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungZ"));
+    TxtBindungZ =
+        Control(new QLineEdit(QStringLiteral("0"), Frame1), QStringLiteral("TxtBindungZ"));
     TxtBindungZ->setToolTip(
         QStringLiteral("Gibt die Z-Koordinate der Bindung relativ zum Knochen an"));
-    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
-    OKButton->setDefault(true);
+    CreateOKButton();
     CreateCmdLocalise();
 
     for (QLineEdit* box : {TxtBindungX, TxtBindungY, TxtBindungZ}) {
@@ -73,26 +67,7 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
     point->addWidget(TxtBindungY, 1, 1);
     point->addWidget(Label5, 2, 0);
     point->addWidget(TxtBindungZ, 2, 1);
-    auto* item = new QGridLayout;
-    item->addWidget(Label1, 0, 0);
-    item->addWidget(CmbBindung, 0, 1);
-    item->addWidget(ChkBndgAktiv, 1, 0, 1, 2);
-    item->addWidget(Label2, 2, 0);
-    item->addWidget(TxtBone, 2, 1);
-    item->addWidget(Frame1, 3, 0, 1, 2);
-    item->setRowStretch(4, 1);
-    auto* top = new QHBoxLayout;
-    top->addLayout(item);
-    top->addSpacing(8);
-    top->addWidget(SkeletonPanel());
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(CmdLocalise);
-    buttons->addStretch(1);
-    buttons->addWidget(OKButton);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addLayout(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    LayOut(Label1, CmbBindung, ChkBndgAktiv, Label2, Frame1);
 
     connect(CmbBindung, &QComboBox::currentIndexChanged, this, [this] { CmbBindung_Click(); });
     connect(CmbBindung, &QComboBox::editTextChanged, this, &DlgBindung::CmbBindung_Change);
@@ -103,7 +78,6 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
             [this](const QString& t) { TxtBindung_Change(1, t); });
     connect(TxtBindungZ, &QLineEdit::textChanged, this,
             [this](const QString& t) { TxtBindung_Change(2, t); });
-    connect(OKButton, &QPushButton::clicked, this, &DlgBindung::OKButton_Click);
     Form_Load();
 }
 
@@ -116,15 +90,12 @@ void DlgBindung::Form_Load() {
 }
 
 int DlgBindung::K() const {
-    const int k = CmbBindung->currentIndex();
-    if (k < 0 || k > limits::LastAttachment || CmbBindung->itemText(k) != CmbBindung->currentText()) {
-        return -1;
-    }
-    return k;
+    return ItemIndex(CmbBindung, limits::LastAttachment);
 }
 
 void DlgBindung::EnableItemControls(bool on) {
-    for (QWidget* w : std::initializer_list<QWidget*>{TxtBindungX, TxtBindungY, TxtBindungZ, TxtBone}) {
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{TxtBindungX, TxtBindungY, TxtBindungZ, TxtBone}) {
         w->setEnabled(on);
     }
 }
@@ -151,13 +122,8 @@ void DlgBindung::CmbBindung_Click() {
     }
 }
 
-// Typed text that names an entry picks it; any other text picks nothing and
-// reaches no table.
 void DlgBindung::CmbBindung_Change(const QString& text) {
-    const int i = CmbBindung->findText(text, Qt::MatchExactly);
-    if (i >= 0 && i != CmbBindung->currentIndex()) {
-        CmbBindung->setCurrentIndex(i);
-    }
+    PickTypedEntry(CmbBindung, text);
 }
 
 void DlgBindung::ChkBndgAktiv_Click() {
@@ -186,10 +152,6 @@ void DlgBindung::StoreBoneName(const QString& text) {
     if (auto name = TypedText(state_, services_, text)) {
         state_.Doc.AttachmentBones[k] = std::move(*name);
     }
-}
-
-void DlgBindung::OKButton_Click() {
-    accept();
 }
 
 } // namespace quarle::ui

@@ -29,13 +29,11 @@ public:
     QLineEdit* TxtBindungY = nullptr;
     QLabel* Label5 = nullptr;
     QLineEdit* TxtBindungZ = nullptr;
-    QPushButton* OKButton = nullptr;
 
     void CmbBindung_Click();
     void CmbBindung_Change(const QString& text);
     void ChkBndgAktiv_Click();
     void TxtBindung_Change(int axis, const QString& text); // 0 X, 1 Y, 2 Z
-    void OKButton_Click();
 
 protected:
     void StoreBoneName(const QString& text) override;

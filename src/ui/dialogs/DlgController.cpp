@@ -16,8 +16,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QVBoxLayout>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -51,17 +51,9 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
 
     CreateSkeletonControls();
     TxtBone->setToolTip(QStringLiteral("Listet die Knochen für das Modell auf"));
-    Label1 =
-        Control(new QLabel(QStringLiteral("Controller-Nr.:"), this), QStringLiteral("Label1"));
-    CmbController = Control(new QComboBox(this), QStringLiteral("CmbController"));
-    CmbController->setEditable(true);
-    CmbController->setInsertPolicy(QComboBox::NoInsert);
-    for (int i = 0; i <= limits::LastController; ++i) {
-        CmbController->addItem(QStringLiteral("Bndg.-Nr.%1").arg(i));
-    }
-    CmbController->setCurrentIndex(-1);
-    CmbController->setEditText(QStringLiteral("1"));
-    CmbController->setToolTip(QStringLiteral("Wähle eine Controllernummer aus"));
+    Label1 = Control(new QLabel(QStringLiteral("Controller-Nr.:"), this), QStringLiteral("Label1"));
+    CmbController = CreateItemList(QStringLiteral("CmbController"), limits::LastController,
+                                   QStringLiteral("Wähle eine Controllernummer aus"));
     ChkCtrlAktiv = Control(new QCheckBox(QStringLiteral("Controller an"), this),
                            QStringLiteral("ChkCtrlAktiv"));
     ChkCtrlAktiv->setToolTip(QStringLiteral("Ist Controller aktiv?"));
@@ -74,14 +66,14 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     const QString axisTip =
         QStringLiteral("Legt die Achse fest über die Half-Life die Kontrolle übernehmen kann");
     for (int i = 0; i < 3; ++i) {
-        CtrlAchse[i] = Control(new QRadioButton(QStringLiteral("%1-Achse").arg(QChar(u'X' + i)),
-                                                FrameCtrl),
-                               QStringLiteral("CtrlAchse"), i);
+        CtrlAchse[i] =
+            Control(new QRadioButton(QStringLiteral("%1-Achse").arg(QChar(u'X' + i)), FrameCtrl),
+                    QStringLiteral("CtrlAchse"), i);
         CtrlAchse[i]->setToolTip(axisTip);
     }
     CtrlAchse[0]->setChecked(true);
-    Label3 = Control(new QLabel(QStringLiteral("Winkelgrenzen:"), FrameCtrl),
-                     QStringLiteral("Label3"));
+    Label3 =
+        Control(new QLabel(QStringLiteral("Winkelgrenzen:"), FrameCtrl), QStringLiteral("Label3"));
     PicLimits = Control(new LimitsDial(FrameCtrl), QStringLiteral("PicLimits"));
     const QString limitTip = QStringLiteral(
         "Um wieviel Grad an der Achse gedreht werden kann (z.B. dass der Kopf nicht einmal um "
@@ -97,8 +89,7 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
         Control(new QLineEdit(QStringLiteral("0"), FrameCtrl), QStringLiteral("TxtLimitMax"));
     TxtLimitMax->setToolTip(limitTip);
     FilterKeys(TxtLimitMax, 2);
-    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
-    OKButton->setDefault(true);
+    CreateOKButton();
     CreateCmdLocalise();
 
     auto* axes = new QHBoxLayout;
@@ -117,31 +108,11 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     frame->addLayout(axes);
     frame->addWidget(Label3);
     frame->addLayout(dial);
-    auto* item = new QGridLayout;
-    item->addWidget(Label1, 0, 0);
-    item->addWidget(CmbController, 0, 1);
-    item->addWidget(ChkCtrlAktiv, 1, 0, 1, 2);
-    item->addWidget(Label2, 2, 0);
-    item->addWidget(TxtBone, 2, 1);
-    item->addWidget(FrameCtrl, 3, 0, 1, 2);
-    item->setRowStretch(4, 1);
-    auto* top = new QHBoxLayout;
-    top->addLayout(item);
-    top->addSpacing(8);
-    top->addWidget(SkeletonPanel());
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(CmdLocalise);
-    buttons->addStretch(1);
-    buttons->addWidget(OKButton);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addLayout(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    LayOut(Label1, CmbController, ChkCtrlAktiv, Label2, FrameCtrl);
 
     connect(CmbController, &QComboBox::currentIndexChanged, this,
             [this] { CmbController_Click(); });
-    connect(CmbController, &QComboBox::editTextChanged, this,
-            &DlgController::CmbController_Change);
+    connect(CmbController, &QComboBox::editTextChanged, this, &DlgController::CmbController_Change);
     connect(ChkCtrlAktiv, &QCheckBox::toggled, this, &DlgController::ChkCtrlAktiv_Click);
     for (int i = 0; i < 3; ++i) {
         connect(CtrlAchse[i], &QRadioButton::toggled, this, [this, i](bool on) {
@@ -153,7 +124,6 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     connect(TxtLimitMin, &QLineEdit::textChanged, this, &DlgController::TxtLimitMin_Change);
     connect(TxtLimitMax, &QLineEdit::textChanged, this, &DlgController::TxtLimitMax_Change);
     connect(PicLimits, &LimitsDial::MouseMove, this, &DlgController::PicLimits_MouseMove);
-    connect(OKButton, &QPushButton::clicked, this, &DlgController::OKButton_Click);
     Form_Load();
 }
 
@@ -171,12 +141,7 @@ void DlgController::Form_Load() {
 }
 
 int DlgController::K() const {
-    const int k = CmbController->currentIndex();
-    if (k < 0 || k > limits::LastController ||
-        CmbController->itemText(k) != CmbController->currentText()) {
-        return -1;
-    }
-    return k;
+    return ItemIndex(CmbController, limits::LastController);
 }
 
 void DlgController::CmbController_Click() {
@@ -198,13 +163,8 @@ void DlgController::CmbController_Click() {
     ShowBone();
 }
 
-// Typed text that names an entry picks it; any other text picks nothing and
-// reaches no table.
 void DlgController::CmbController_Change(const QString& text) {
-    const int i = CmbController->findText(text, Qt::MatchExactly);
-    if (i >= 0 && i != CmbController->currentIndex()) {
-        CmbController->setCurrentIndex(i);
-    }
+    PickTypedEntry(CmbController, text);
 }
 
 void DlgController::ChkCtrlAktiv_Click() {
@@ -266,10 +226,6 @@ void DlgController::StoreBoneName(const QString& text) {
     if (auto name = TypedText(state_, services_, text)) {
         state_.Doc.ControllerBones[k] = std::move(*name);
     }
-}
-
-void DlgController::OKButton_Click() {
-    accept();
 }
 
 } // namespace quarle::ui

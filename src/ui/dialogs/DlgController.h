@@ -36,7 +36,6 @@ public:
     QLineEdit* TxtLimitMin = nullptr;
     QLabel* Label5 = nullptr;
     QLineEdit* TxtLimitMax = nullptr;
-    QPushButton* OKButton = nullptr;
 
     void CmbController_Click();
     void CmbController_Change(const QString& text);
@@ -45,7 +44,6 @@ public:
     void TxtLimitMin_Change(const QString& text);
     void TxtLimitMax_Change(const QString& text);
     void PicLimits_MouseMove(int button, int y);
-    void OKButton_Click();
 
 protected:
     void StoreBoneName(const QString& text) override;

@@ -7,14 +7,18 @@
 #include "platform/Twips.h"
 #include "ui/localisation/Messages.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace quarle::ui {
 
@@ -40,9 +44,8 @@ QLineEdit* DisplayBox(QWidget* parent, const char* name) {
 } // namespace
 
 SkeletonPicture::SkeletonPicture(QWidget* parent)
-    : QWidget(parent),
-      picture_(platform::ToPixels(WidthTwips), platform::ToPixels(HeightTwips),
-               QImage::Format_RGB32) {
+    : QWidget(parent), picture_(platform::ToPixels(WidthTwips), platform::ToPixels(HeightTwips),
+                                QImage::Format_RGB32) {
     picture_.fill(ViewGrey);
     setFixedSize(picture_.size());
 }
@@ -75,18 +78,17 @@ SkeletonDialog::SkeletonDialog(AppState& state, platform::Services& services,
     : LocalisedDialog(state, services, parent), variant_(variant) {}
 
 void SkeletonDialog::CreateSkeletonControls() {
-    Label6 = Control(new QLabel(QStringLiteral("Vorderansicht (X,Y)"), this),
-                     QStringLiteral("Label6"));
+    Label6 =
+        Control(new QLabel(QStringLiteral("Vorderansicht (X,Y)"), this), QStringLiteral("Label6"));
     PicXY = Control(new SkeletonPicture(this), QStringLiteral("PicXY"));
-    Label7 = Control(new QLabel(QStringLiteral("Draufsicht (X,Z)"), this),
-                     QStringLiteral("Label7"));
+    Label7 =
+        Control(new QLabel(QStringLiteral("Draufsicht (X,Z)"), this), QStringLiteral("Label7"));
     PicXZ = Control(new SkeletonPicture(this), QStringLiteral("PicXZ"));
     TxtBone = Control(new QComboBox(this), QStringLiteral("TxtBone"));
     TxtBone->setEditable(true);
     TxtBone->setInsertPolicy(QComboBox::NoInsert);
     TxtBone->setMinimumContentsLength(16);
-    Frame2 = Control(new QGroupBox(QStringLiteral("Knocheninfos"), this),
-                     QStringLiteral("Frame2"));
+    Frame2 = Control(new QGroupBox(QStringLiteral("Knocheninfos"), this), QStringLiteral("Frame2"));
     Label8 = Control(new QLabel(QStringLiteral("X:"), Frame2), QStringLiteral("Label8"));
     TxtBoneX = DisplayBox(Frame2, "TxtBoneX");
     Label9 = Control(new QLabel(QStringLiteral("Y:"), Frame2), QStringLiteral("Label9"));
@@ -127,6 +129,68 @@ QWidget* SkeletonDialog::SkeletonPanel() {
     }
     grid->addWidget(Frame2, 2, 0, 1, 2);
     return panel;
+}
+
+QComboBox* SkeletonDialog::CreateItemList(const QString& name, int last, const QString& toolTip) {
+    auto* list = Control(new QComboBox(this), name);
+    list->setEditable(true);
+    list->setInsertPolicy(QComboBox::NoInsert);
+    for (int i = 0; i <= last; ++i) {
+        list->addItem(QStringLiteral("Bndg.-Nr.%1").arg(i));
+    }
+    list->setCurrentIndex(-1);
+    list->setEditText(QStringLiteral("1"));
+    list->setToolTip(toolTip);
+    return list;
+}
+
+int SkeletonDialog::ItemIndex(const QComboBox* list, int last) {
+    const int k = list->currentIndex();
+    if (k < 0 || k > last || list->itemText(k) != list->currentText()) {
+        return -1;
+    }
+    return k;
+}
+
+void SkeletonDialog::PickTypedEntry(QComboBox* list, const QString& text) {
+    const int i = list->findText(text, Qt::MatchExactly);
+    if (i >= 0 && i != list->currentIndex()) {
+        list->setCurrentIndex(i);
+    }
+}
+
+void SkeletonDialog::CreateOKButton() {
+    OKButton = Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
+    OKButton->setDefault(true);
+    connect(OKButton, &QPushButton::clicked, this, &SkeletonDialog::OKButton_Click);
+}
+
+void SkeletonDialog::OKButton_Click() {
+    accept();
+}
+
+void SkeletonDialog::LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone,
+                            QGroupBox* frame) {
+    auto* item = new QGridLayout;
+    item->addWidget(number, 0, 0);
+    item->addWidget(list, 0, 1);
+    item->addWidget(active, 1, 0, 1, 2);
+    item->addWidget(bone, 2, 0);
+    item->addWidget(TxtBone, 2, 1);
+    item->addWidget(frame, 3, 0, 1, 2);
+    item->setRowStretch(4, 1);
+    auto* top = new QHBoxLayout;
+    top->addLayout(item);
+    top->addSpacing(8);
+    top->addWidget(SkeletonPanel());
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(CmdLocalise);
+    buttons->addStretch(1);
+    buttons->addWidget(OKButton);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addLayout(buttons);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void SkeletonDialog::LoadSkeleton() {

@@ -13,10 +13,12 @@
 #include <QImage>
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QTimer;
 
 namespace quarle::ui {
@@ -65,6 +67,7 @@ public:
     QLabel* Label11 = nullptr;
     QLineEdit* TxtParent = nullptr;
     QTimer* Timer1 = nullptr;
+    QPushButton* OKButton = nullptr;
 
     // Paints every bone in grey (and, for attachments, the axes through 0);
     // stops Timer1.
@@ -73,6 +76,8 @@ public:
     // picked bone and the line to its parent in dark red, its boxes filled.
     void ShowBone();
     void Timer1_Timer();
+    // Every change is already in the document: OK only closes.
+    void OKButton_Click();
 
 protected:
     SkeletonDialog(AppState& state, platform::Services& services, SkeletonVariant variant,
@@ -83,6 +88,21 @@ protected:
     void CreateSkeletonControls();
     // The views and the bone box, as laid out in both dialogs.
     QWidget* SkeletonPanel();
+
+    // The list of the numbered items (entries 0 to last), showing "1" until
+    // the load picks the first entry.
+    QComboBox* CreateItemList(const QString& name, int last, const QString& toolTip);
+    // The entry the list shows; -1 when its text was typed over and names no
+    // entry.
+    static int ItemIndex(const QComboBox* list, int last);
+    // Typed text that names an entry picks it; any other text picks nothing
+    // and reaches no table.
+    static void PickTypedEntry(QComboBox* list, const QString& text);
+    // OKButton, the default button, connected.
+    void CreateOKButton();
+    // The item's controls on the left (its number, the active box, the bone,
+    // its frame), the skeleton beside them, OK below.
+    void LayOut(QLabel* number, QComboBox* list, QCheckBox* active, QLabel* bone, QGroupBox* frame);
 
     // LoadSkeleton: the tables read afresh and TxtBone filled. The
     // controller dialog runs the start values on their own first.

@@ -15,23 +15,18 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz1"),
                  QStringLiteral("Animations-Wizard"), parent) {
     CreatePicQuarle();
-    LblHelpText = platform::Control(
-        new QLabel(QStringLiteral("Gib einen Namen f\u00fcr die Animation an. Mit diesem wird "
-                                  "die Animation in der fertigen mdl-Datei angesprochen. F\u00fcr "
-                                  "eine Sprunganimation zum Beispiel den Namen \"jump\"."),
-                   this),
-        QStringLiteral("LblHelpText"));
-    LblHelpText->setWordWrap(true);
-    LblHelpText->setFixedWidth(360);
+    LblHelpText = CreateHelpText(
+        this, QStringLiteral("LblHelpText"),
+        QStringLiteral("Gib einen Namen f\u00fcr die Animation an. Mit diesem wird "
+                       "die Animation in der fertigen mdl-Datei angesprochen. F\u00fcr "
+                       "eine Sprunganimation zum Beispiel den Namen \"jump\"."));
     LblAnimationname = platform::Control(new QLabel(QStringLiteral("Animationsname:"), this),
                                          QStringLiteral("LblAnimationname"));
     TxtAnimWiz1AnimName =
         platform::Control(new QLineEdit(QStringLiteral("Name der Animation"), this),
                           QStringLiteral("TxtAnimWiz1AnimName"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
 
@@ -46,8 +41,6 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
 
     connect(TxtAnimWiz1AnimName, &QLineEdit::textChanged, this,
             &AnimWiz1::TxtAnimWiz1AnimName_Change);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz1::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz1::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -57,14 +50,6 @@ void AnimWiz1::Form_Load() {
 
 void AnimWiz1::TxtAnimWiz1AnimName_Change() {
     CmdWeiter->setEnabled(!TxtAnimWiz1AnimName->text().isEmpty());
-}
-
-void AnimWiz1::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void AnimWiz1::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

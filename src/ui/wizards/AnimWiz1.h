@@ -19,14 +19,11 @@ public:
     QLabel* LblHelpText = nullptr;
     QLabel* LblAnimationname = nullptr;
     QLineEdit* TxtAnimWiz1AnimName = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     // Next opens once the user has typed a name: the designed text in the
     // box does not count.
     void TxtAnimWiz1AnimName_Change();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -3,13 +3,10 @@
 #include "document/SmdScan.h"
 #include "platform/Reflection.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStyle>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 
@@ -18,14 +15,11 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz2"),
                  QStringLiteral("Animations-Wizard"), parent) {
     CreatePicQuarle();
-    LblHelpText = platform::Control(
-        new QLabel(QStringLiteral("W\u00e4hl die Modelldatei aus in der die Animation "
-                                  "gespeichert ist. Diese muss sich im dem Ordner befinden, den "
-                                  "du als Modellpfad angegeben hast. Zum Beispiel \"jump.smd\"."),
-                   this),
-        QStringLiteral("LblHelpText"));
-    LblHelpText->setWordWrap(true);
-    LblHelpText->setFixedWidth(360);
+    LblHelpText = CreateHelpText(
+        this, QStringLiteral("LblHelpText"),
+        QStringLiteral("W\u00e4hl die Modelldatei aus in der die Animation "
+                       "gespeichert ist. Diese muss sich im dem Ordner befinden, den "
+                       "du als Modellpfad angegeben hast. Zum Beispiel \"jump.smd\"."));
     LblAvailableModels = platform::Control(
         new QLabel(QStringLiteral("Vorhandene Modelldateien im Modellordner:"), this),
         QStringLiteral("LblAvailableModels"));
@@ -34,13 +28,8 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     FileAnimWiz2AnimModel =
         platform::Control(new QListWidget(this), QStringLiteral("FileAnimWiz2AnimModel"));
     FileAnimWiz2AnimModel->setVisible(false);
-    CmdAssignAnimation =
-        platform::Control(new QPushButton(this), QStringLiteral("CmdAssignAnimation"));
-    CmdAssignAnimation->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
-    CmdAssignAnimation->setIconSize(QSize(24, 24));
-    CmdAssignAnimation->setFixedSize(40, 32);
-    CmdAssignAnimation->setAutoDefault(false);
-    CmdAssignAnimation->setToolTip(
+    CmdAssignAnimation = CreateAssignButton(
+        QStringLiteral("CmdAssignAnimation"),
         QStringLiteral("Ausgew\u00e4hlte Datei als Animationmodell \u00fcbernehmen"));
     LblAnimationmodel = platform::Control(new QLabel(QStringLiteral("Animationmodell:"), this),
                                           QStringLiteral("LblAnimationmodel"));
@@ -49,35 +38,21 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
     TxtAnimWiz2AnimModelLong = platform::Control(new QLineEdit(QStringLiteral("Text1"), this),
                                                  QStringLiteral("TxtAnimWiz2AnimModelLong"));
     TxtAnimWiz2AnimModelLong->setVisible(false);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
 
-    auto* content = new QVBoxLayout;
-    content->addWidget(LblHelpText);
-    content->addWidget(LblAvailableModels);
-    content->addWidget(LstFiles);
-    content->addWidget(CmdAssignAnimation, 0, Qt::AlignHCenter);
-    auto* file = new QGridLayout;
-    file->addWidget(LblAnimationmodel, 0, 0);
-    file->addWidget(TxtAnimWiz2AnimModel, 0, 1);
-    content->addLayout(file);
-    content->addStretch();
-    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
+    LayOut(FileChoice(LblHelpText, LblAvailableModels, LstFiles, CmdAssignAnimation,
+                      LblAnimationmodel, TxtAnimWiz2AnimModel),
+           {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(CmdAssignAnimation, &QPushButton::clicked, this, &AnimWiz2::CmdAssignAnimation_Click);
     connect(TxtAnimWiz2AnimModel, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModelLong_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz2::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz2::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz2::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -129,18 +104,6 @@ void AnimWiz2::TxtAnimWiz2AnimModel_Change() {
 
 void AnimWiz2::TxtAnimWiz2AnimModelLong_Change() {
     CmdWeiter->setEnabled(FileExistsAt(TxtAnimWiz2AnimModelLong->text()));
-}
-
-void AnimWiz2::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz2::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void AnimWiz2::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

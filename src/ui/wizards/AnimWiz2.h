@@ -26,8 +26,6 @@ public:
     QLabel* LblAnimationmodel = nullptr;
     QLineEdit* TxtAnimWiz2AnimModel = nullptr;     // the file's name
     QLineEdit* TxtAnimWiz2AnimModelLong = nullptr; // hidden: its full path
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     // Lists the animation files of the model folder.
@@ -37,9 +35,6 @@ public:
     void TxtAnimWiz2AnimModel_Change();
     // Next is open when the chosen file exists.
     void TxtAnimWiz2AnimModelLong_Change();
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
     // The folder the file list shows.
     QString FileListPath() const { return fileListPath_; }

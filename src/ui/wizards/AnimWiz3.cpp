@@ -18,16 +18,14 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     CreatePicQuarle();
     FrmAnimationID = platform::Control(new QGroupBox(QStringLiteral("Animations-ID"), this),
                                        QStringLiteral("FrmAnimationID"));
-    LblHelpText1 = platform::Control(
-        new QLabel(QStringLiteral("Falls die Animation einen Standartvorgang wie zum Beispiel "
-                                  "Gehen oder schie\u00dfen ist, kannst du einen entsprechenden "
-                                  "Ident- ifikationsnamen f\u00fcr die Animation aus- w\u00e4hlen. "
-                                  "Dadurch wird diese automatisch ausgef\u00fchrt wenn das "
-                                  "entsprechende Ereigniss eintritt."),
-                   FrmAnimationID),
-        QStringLiteral("LblHelpText1"));
-    LblHelpText1->setWordWrap(true);
-    LblHelpText1->setFixedWidth(340);
+    LblHelpText1 = CreateHelpText(
+        FrmAnimationID, QStringLiteral("LblHelpText1"),
+        QStringLiteral("Falls die Animation einen Standartvorgang wie zum Beispiel "
+                       "Gehen oder schie\u00dfen ist, kannst du einen entsprechenden "
+                       "Ident- ifikationsnamen f\u00fcr die Animation aus- w\u00e4hlen. "
+                       "Dadurch wird diese automatisch ausgef\u00fchrt wenn das "
+                       "entsprechende Ereigniss eintritt."),
+        340);
     CmbAnimWiz3AnimID =
         platform::Control(new QComboBox(FrmAnimationID), QStringLiteral("CmbAnimWiz3AnimID"));
     CmbAnimWiz3AnimID->setEditable(true);
@@ -39,12 +37,9 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     }
     CmbAnimWiz3AnimID->setCurrentIndex(-1);
     CmbAnimWiz3AnimID->setEditText(QString());
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
     auto* frame = new QVBoxLayout(FrmAnimationID);
@@ -55,26 +50,11 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz3::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz3::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz3::CmdWeiter_Click);
     Form_Load();
 }
 
 void AnimWiz3::Form_Load() {
     LoadPage();
-}
-
-void AnimWiz3::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz3::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void AnimWiz3::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -21,13 +21,7 @@ public:
     QGroupBox* FrmAnimationID = nullptr;
     QLabel* LblHelpText1 = nullptr;
     QComboBox* CmbAnimWiz3AnimID = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
-
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -15,17 +15,6 @@
 #include <QVBoxLayout>
 
 namespace quarle::ui {
-namespace {
-
-QLabel* HelpLabel(QGroupBox* frame, const QString& name, const QString& text) {
-    auto* label = platform::Control(new QLabel(text, frame), name);
-    label->setWordWrap(true);
-    label->setFixedWidth(360);
-    return label;
-}
-
-} // namespace
-
 AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& chain,
                    QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz4"),
@@ -33,20 +22,21 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
     CreatePicQuarle();
     FrmFPS = platform::Control(new QGroupBox(QStringLiteral("FramesPerSecond"), this),
                                QStringLiteral("FrmFPS"));
-    LblHelpText1 = HelpLabel(FrmFPS, QStringLiteral("LblHelpText1"),
-                             QStringLiteral("Mit welcher Geschwindigkeit soll die Animation "
-                                            "ablaufen (in Bildern pro Sekunde - fps), Standart "
-                                            "ist 30."));
+    LblHelpText1 =
+        CreateHelpText(FrmFPS, QStringLiteral("LblHelpText1"),
+                       QStringLiteral("Mit welcher Geschwindigkeit soll die Animation "
+                                      "ablaufen (in Bildern pro Sekunde - fps), Standart "
+                                      "ist 30."));
     LblFPS =
         platform::Control(new QLabel(QStringLiteral("Fps:"), FrmFPS), QStringLiteral("LblFPS"));
     TxtAnimWiz4FpS = platform::Control(new QLineEdit(QStringLiteral("30"), FrmFPS),
                                        QStringLiteral("TxtAnimWiz4FpS"));
     FrmFramelilimts = platform::Control(new QGroupBox(QStringLiteral("Framesbegrenzung"), this),
                                         QStringLiteral("FrmFramelilimts"));
-    LblHelpText2 = HelpLabel(FrmFramelilimts, QStringLiteral("LblHelpText2"),
-                             QStringLiteral("Wenn nicht alle Bilder der Animation angezeigt "
-                                            "werden sollen, kannst du hier den Start- und den "
-                                            "Endpunkt f\u00fcr die Animation angeben."));
+    LblHelpText2 = CreateHelpText(FrmFramelilimts, QStringLiteral("LblHelpText2"),
+                                  QStringLiteral("Wenn nicht alle Bilder der Animation angezeigt "
+                                                 "werden sollen, kannst du hier den Start- und den "
+                                                 "Endpunkt f\u00fcr die Animation angeben."));
     ChkAnimWiz4Frame = platform::Control(new QCheckBox(QStringLiteral("Frames:"), FrmFramelilimts),
                                          QStringLiteral("ChkAnimWiz4Frame"));
     TxtAnimWiz4FrameStart = platform::Control(new QLineEdit(QStringLiteral("0"), FrmFramelilimts),
@@ -59,16 +49,14 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
     TxtAnimWiz4FrameEnd->setEnabled(false);
     FrmLoop = platform::Control(new QGroupBox(QStringLiteral("Schleife"), this),
                                 QStringLiteral("FrmLoop"));
-    LblHelpText3 = HelpLabel(FrmLoop, QStringLiteral("LblHelpText3"),
-                             QStringLiteral("Soll sich die Animation st\u00e4ndig wiederhohlen?"));
+    LblHelpText3 =
+        CreateHelpText(FrmLoop, QStringLiteral("LblHelpText3"),
+                       QStringLiteral("Soll sich die Animation st\u00e4ndig wiederhohlen?"));
     ChkAnimWiz4Schleife = platform::Control(new QCheckBox(QStringLiteral("Schleife"), FrmLoop),
                                             QStringLiteral("ChkAnimWiz4Schleife"));
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
     for (QLineEdit* box : {TxtAnimWiz4FpS, TxtAnimWiz4FrameStart, TxtAnimWiz4FrameEnd}) {
@@ -101,9 +89,6 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz4::TxtAnimWiz4FrameStart_Change);
     connect(TxtAnimWiz4FrameEnd, &QLineEdit::textChanged, this,
             &AnimWiz4::TxtAnimWiz4FrameEnd_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz4::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz4::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz4::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -146,18 +131,6 @@ void AnimWiz4::TxtAnimWiz4FrameStart_Change() {
 
 void AnimWiz4::TxtAnimWiz4FrameEnd_Change() {
     LimitFrame(TxtAnimWiz4FrameEnd);
-}
-
-void AnimWiz4::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz4::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void AnimWiz4::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -31,8 +31,6 @@ public:
     QGroupBox* FrmLoop = nullptr;
     QLabel* LblHelpText3 = nullptr;
     QCheckBox* ChkAnimWiz4Schleife = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     // Reads the last frame of the chosen file into the end box.
@@ -41,9 +39,6 @@ public:
     // A frame above the file's last one becomes the last one at once.
     void TxtAnimWiz4FrameStart_Change();
     void TxtAnimWiz4FrameEnd_Change();
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

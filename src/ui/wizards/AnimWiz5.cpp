@@ -14,12 +14,10 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 namespace {
@@ -40,30 +38,7 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz5"),
                  QStringLiteral("Animation-Wizard"), parent),
       main_(main) {
-    CreatePicQuarle();
-    LblAllRight =
-        platform::Control(new QLabel(QStringLiteral("Sind alle Angaben so richtig:"), this),
-                          QStringLiteral("LblAllRight"));
-    LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
-    LstSumm->setMinimumSize(380, 220);
-    LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
-                                  QStringLiteral("CmdWeiter"));
-    CreateCmdLocalise();
-    // The page opens ready to finish.
-    CmdWeiter->setFocus();
-
-    auto* content = new QVBoxLayout;
-    content->addWidget(LblAllRight);
-    content->addWidget(LstSumm, 1);
-    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
-
-    connect(CmdZurueck, &QPushButton::clicked, this, &AnimWiz5::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &AnimWiz5::CmdAbbrechen_Click);
+    CmdWeiter = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdWeiter"));
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz5::CmdWeiter_Click);
     Form_Load();
 }
@@ -95,14 +70,6 @@ void AnimWiz5::Form_Load() {
         ids(IDS_SHOWPICTURES) + sep + frames,
         ids(IDS_LOOP) + sep + ids(play->ChkAnimWiz4Schleife->isChecked() ? IDS_ON : IDS_OFF),
     });
-}
-
-void AnimWiz5::CmdZurueck_Click() {
-    GoBack();
-}
-
-void AnimWiz5::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void AnimWiz5::CmdWeiter_Click() {

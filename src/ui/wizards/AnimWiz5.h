@@ -21,15 +21,11 @@ public:
 
     QLabel* LblAllRight = nullptr;
     QListWidget* LstSumm = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr; // "Fertigstellen"
 
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
     // Adds the animation behind the entries of the group on show, then ends
     // the run. A full group is refused and the page stays.
-    void CmdWeiter_Click();
+    void CmdWeiter_Click() override; // finishes
 
 private:
     // The summary is built once, when the page loads.

@@ -65,10 +65,8 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     TxtWiz2Modelpfad->setEnabled(false);
     CmdWiz2Modelpfad = platform::Control(new QPushButton(QStringLiteral("..."), this),
                                          QStringLiteral("CmdWiz2Modelpfad"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
 
@@ -107,8 +105,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     connect(CmdWiz2Modelpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Modelpfad_Click);
     connect(TxtWiz2Texturenpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
     connect(TxtWiz2Modelpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard2::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard2::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -151,14 +147,6 @@ void Wizard2::CmdWiz2Modelpfad_Click() {
 void Wizard2::TxtWiz2Pfad_Change() {
     CmdWeiter->setEnabled(HoldsAFile(TxtWiz2Texturenpfad->text()) &&
                           HoldsAFile(TxtWiz2Modelpfad->text()));
-}
-
-void Wizard2::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void Wizard2::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

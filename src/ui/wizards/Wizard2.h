@@ -28,15 +28,12 @@ public:
     QLabel* LblModelpath = nullptr;
     QLineEdit* TxtWiz2Modelpfad = nullptr;
     QPushButton* CmdWiz2Modelpfad = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     void CmdWiz2Texturenpfad_Click();
     void CmdWiz2Modelpfad_Click();
     // Either box: Next is open when both folders exist and hold a file.
     void TxtWiz2Pfad_Change();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

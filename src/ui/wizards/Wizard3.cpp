@@ -4,13 +4,10 @@
 #include "platform/Reflection.h"
 #include "ui/wizards/Wizard2.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStyle>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 
@@ -18,14 +15,11 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     : WizardPage(state, services, chain, QStringLiteral("Wizard3"),
                  QStringLiteral("Wizard - Referenzmodell"), parent) {
     CreatePicQuarle();
-    LblHelpText1 = platform::Control(
-        new QLabel(QStringLiteral("W\u00e4hle die Referenzmodelldatei, also die smd-Datei die "
-                                  "den K\u00f6rper (nicht bloss die Knochen) des Modells "
-                                  "enth\u00e4lt, aus."),
-                   this),
-        QStringLiteral("LblHelpText1"));
-    LblHelpText1->setWordWrap(true);
-    LblHelpText1->setFixedWidth(360);
+    LblHelpText1 =
+        CreateHelpText(this, QStringLiteral("LblHelpText1"),
+                       QStringLiteral("W\u00e4hle die Referenzmodelldatei, also die smd-Datei die "
+                                      "den K\u00f6rper (nicht bloss die Knochen) des Modells "
+                                      "enth\u00e4lt, aus."));
     LblModelfiles = platform::Control(
         new QLabel(QStringLiteral("Vorhandene Modelldateien im Modellordner:"), this),
         QStringLiteral("LblModelfiles"));
@@ -34,46 +28,28 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     FileWiz3Modeldateien =
         platform::Control(new QListWidget(this), QStringLiteral("FileWiz3Modeldateien"));
     FileWiz3Modeldateien->setVisible(false);
-    CmdAssign = platform::Control(new QPushButton(this), QStringLiteral("CmdAssign"));
-    CmdAssign->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
-    CmdAssign->setIconSize(QSize(24, 24));
-    CmdAssign->setFixedSize(40, 32);
-    CmdAssign->setAutoDefault(false);
-    CmdAssign->setToolTip(
+    CmdAssign = CreateAssignButton(
+        QStringLiteral("CmdAssign"),
         QStringLiteral("Ausgew\u00e4hlte Datei als Referenzmodell \u00fcbernehmen"));
     LblReferencemodel = platform::Control(new QLabel(QStringLiteral("Referenzmodell:"), this),
                                           QStringLiteral("LblReferencemodel"));
     TxtWiz3Referenzmodel =
         platform::Control(new QLineEdit(this), QStringLiteral("TxtWiz3Referenzmodel"));
     TxtWiz3Referenzmodel->setEnabled(false);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CmdWeiter->setEnabled(false);
     CreateCmdLocalise();
 
-    auto* content = new QVBoxLayout;
-    content->addWidget(LblHelpText1);
-    content->addWidget(LblModelfiles);
-    content->addWidget(LstFiles);
-    content->addWidget(CmdAssign, 0, Qt::AlignHCenter);
-    auto* reference = new QGridLayout;
-    reference->addWidget(LblReferencemodel, 0, 0);
-    reference->addWidget(TxtWiz3Referenzmodel, 0, 1);
-    content->addLayout(reference);
-    content->addStretch();
-    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
+    LayOut(FileChoice(LblHelpText1, LblModelfiles, LstFiles, CmdAssign, LblReferencemodel,
+                      TxtWiz3Referenzmodel),
+           {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(CmdAssign, &QPushButton::clicked, this, &Wizard3::CmdAssign_Click);
     connect(LstFiles, &QListWidget::itemDoubleClicked, this, &Wizard3::LstFiles_DblClick);
     connect(TxtWiz3Referenzmodel, &QLineEdit::textChanged, this,
             &Wizard3::TxtWiz3Referenzmodel_Change);
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard3::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard3::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard3::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -116,18 +92,6 @@ void Wizard3::LstFiles_DblClick() {
 void Wizard3::TxtWiz3Referenzmodel_Change() {
     const QString name = TxtWiz3Referenzmodel->text();
     CmdWeiter->setEnabled(!name.isEmpty() && FileExistsAt(InFolder(ModelFolder(), name)));
-}
-
-void Wizard3::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard3::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void Wizard3::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

@@ -25,8 +25,6 @@ public:
     QPushButton* CmdAssign = nullptr;
     QLabel* LblReferencemodel = nullptr;
     QLineEdit* TxtWiz3Referenzmodel = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     // Lists the mesh files of the model folder of the first page.
@@ -35,9 +33,6 @@ public:
     void LstFiles_DblClick();
     // Next is open when the reference file exists in the model folder.
     void TxtWiz3Referenzmodel_Change();
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

@@ -19,23 +19,21 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     CreatePicQuarle();
     FrmScale = platform::Control(new QGroupBox(QStringLiteral("Ma\u00dfstab"), this),
                                  QStringLiteral("FrmScale"));
-    LblHelpText1 = platform::Control(
-        new QLabel(QStringLiteral("Gib den Ma\u00dfstab in dem das Modell gespeichert werden "
-                                  "soll an. Er kann in der Regel auf \"1\" bleiben."),
-                   FrmScale),
-        QStringLiteral("LblHelpText1"));
+    LblHelpText1 =
+        CreateHelpText(FrmScale, QStringLiteral("LblHelpText1"),
+                       QStringLiteral("Gib den Ma\u00dfstab in dem das Modell gespeichert werden "
+                                      "soll an. Er kann in der Regel auf \"1\" bleiben."));
     LblScale = platform::Control(new QLabel(QStringLiteral("Ma\u00dfstab:"), FrmScale),
                                  QStringLiteral("LblScale"));
     TxtWiz4Massstab = platform::Control(new QLineEdit(QStringLiteral("1"), FrmScale),
                                         QStringLiteral("TxtWiz4Massstab"));
     FrmEyes =
         platform::Control(new QGroupBox(QStringLiteral("Augen"), this), QStringLiteral("FrmEyes"));
-    LblHelpText2 = platform::Control(
-        new QLabel(QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
-                                  "Augen ist sollte jetzt die XYZ-Koordinate des Modells "
-                                  "angegeben werden."),
-                   FrmEyes),
-        QStringLiteral("LblHelpText2"));
+    LblHelpText2 =
+        CreateHelpText(FrmEyes, QStringLiteral("LblHelpText2"),
+                       QStringLiteral("Falls das Modell ein Monster oder ein anderes Lebewesen mit "
+                                      "Augen ist sollte jetzt die XYZ-Koordinate des Modells "
+                                      "angegeben werden."));
     ChkWiz4Augen = platform::Control(new QCheckBox(QStringLiteral("Augen"), FrmEyes),
                                      QStringLiteral("ChkWiz4Augen"));
     TxtWiz4AugenX = platform::Control(new QLineEdit(QStringLiteral("X"), FrmEyes),
@@ -44,18 +42,11 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
                                       QStringLiteral("TxtWiz4AugenY"));
     TxtWiz4AugenZ = platform::Control(new QLineEdit(QStringLiteral("Z"), FrmEyes),
                                       QStringLiteral("TxtWiz4AugenZ"));
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdWeiter = platform::Control(new QPushButton(QStringLiteral("Weiter -->"), this),
-                                  QStringLiteral("CmdWeiter"));
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    CmdWeiter = CreateCmdWeiter();
     CreateCmdLocalise();
 
-    for (QLabel* help : {LblHelpText1, LblHelpText2}) {
-        help->setWordWrap(true);
-        help->setFixedWidth(360);
-    }
     TxtWiz4Massstab->setFixedWidth(80);
     auto* scale = new QGridLayout(FrmScale);
     scale->addWidget(LblHelpText1, 0, 0, 1, 3);
@@ -81,9 +72,6 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(ChkWiz4Augen, &QCheckBox::clicked, this, &Wizard4::ChkWiz4Augen_Click);
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard4::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard4::CmdAbbrechen_Click);
-    connect(CmdWeiter, &QPushButton::clicked, this, &Wizard4::CmdWeiter_Click);
     Form_Load();
 }
 
@@ -100,18 +88,6 @@ void Wizard4::ChkWiz4Augen_Click() {
         box->setText(on ? QStringLiteral("0") : QString::fromLatin1(letters[i]));
         ++i;
     }
-}
-
-void Wizard4::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard4::CmdAbbrechen_Click() {
-    EndRun();
-}
-
-void Wizard4::CmdWeiter_Click() {
-    GoNext();
 }
 
 } // namespace quarle::ui

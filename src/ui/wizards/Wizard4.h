@@ -28,15 +28,10 @@ public:
     QLineEdit* TxtWiz4AugenX = nullptr;
     QLineEdit* TxtWiz4AugenY = nullptr;
     QLineEdit* TxtWiz4AugenZ = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdWeiter = nullptr;
 
     // Ticked: the three boxes open with "0"; clear: closed, showing X, Y, Z.
     void ChkWiz4Augen_Click();
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
-    void CmdWeiter_Click();
 
 private:
     void Form_Load();

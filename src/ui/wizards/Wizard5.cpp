@@ -11,12 +11,10 @@
 #include "ui/wizards/Wizard4.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace quarle::ui {
 
@@ -25,30 +23,7 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
     : WizardPage(state, services, chain, QStringLiteral("Wizard5"), QStringLiteral("Wizard"),
                  parent),
       main_(main) {
-    CreatePicQuarle();
-    LblAllRight =
-        platform::Control(new QLabel(QStringLiteral("Sind alle Angaben so richtig:"), this),
-                          QStringLiteral("LblAllRight"));
-    LstSumm = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
-    LstSumm->setMinimumSize(380, 220);
-    LstSumm->setSelectionMode(QAbstractItemView::NoSelection);
-    CmdZurueck = platform::Control(new QPushButton(QStringLiteral("<-- Zur\u00fcck"), this),
-                                   QStringLiteral("CmdZurueck"));
-    CmdAbbrechen = platform::Control(new QPushButton(QStringLiteral("Abbrechen"), this),
-                                     QStringLiteral("CmdAbbrechen"));
-    CmdFertig = platform::Control(new QPushButton(QStringLiteral("Fertigstellen"), this),
-                                  QStringLiteral("CmdFertig"));
-    CreateCmdLocalise();
-    // The page opens ready to finish.
-    CmdFertig->setFocus();
-
-    auto* content = new QVBoxLayout;
-    content->addWidget(LblAllRight);
-    content->addWidget(LstSumm, 1);
-    LayOut(content, {CmdZurueck, CmdAbbrechen, CmdFertig});
-
-    connect(CmdZurueck, &QPushButton::clicked, this, &Wizard5::CmdZurueck_Click);
-    connect(CmdAbbrechen, &QPushButton::clicked, this, &Wizard5::CmdAbbrechen_Click);
+    CmdFertig = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdFertig"));
     connect(CmdFertig, &QPushButton::clicked, this, &Wizard5::CmdFertig_Click);
     Form_Load();
 }
@@ -77,14 +52,6 @@ void Wizard5::Form_Load() {
         QStringLiteral("    Y: ") + other->TxtWiz4AugenY->text(),
         QStringLiteral("    Z: ") + other->TxtWiz4AugenZ->text(),
     });
-}
-
-void Wizard5::CmdZurueck_Click() {
-    GoBack();
-}
-
-void Wizard5::CmdAbbrechen_Click() {
-    EndRun();
 }
 
 void Wizard5::CmdFertig_Click() {

@@ -21,12 +21,8 @@ public:
 
     QLabel* LblAllRight = nullptr;
     QListWidget* LstSumm = nullptr;
-    QPushButton* CmdZurueck = nullptr;
-    QPushButton* CmdAbbrechen = nullptr;
     QPushButton* CmdFertig = nullptr;
 
-    void CmdZurueck_Click();
-    void CmdAbbrechen_Click();
     // Paths, reference part, scale and eyes into the document, then the end.
     void CmdFertig_Click();
 

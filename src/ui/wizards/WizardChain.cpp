@@ -6,12 +6,15 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPixmap>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -79,6 +82,56 @@ QLabel* WizardPage::CreatePicQuarle() {
     return PicQuarle;
 }
 
+QLabel* WizardPage::CreateHelpText(QWidget* parent, const QString& name, const QString& text,
+                                   int width) {
+    auto* label = platform::Control(new QLabel(text, parent), name);
+    label->setWordWrap(true);
+    label->setFixedWidth(width);
+    return label;
+}
+
+QPushButton* WizardPage::CreateAssignButton(const QString& name, const QString& toolTip) {
+    auto* button = platform::Control(new QPushButton(this), name);
+    button->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
+    button->setIconSize(QSize(24, 24));
+    button->setFixedSize(40, 32);
+    button->setAutoDefault(false);
+    button->setToolTip(toolTip);
+    return button;
+}
+
+QPushButton* WizardPage::CreatePageButton(const QString& name, const QString& caption) {
+    return platform::Control(new QPushButton(caption, this), name);
+}
+
+void WizardPage::CreateCmdZurueck() {
+    CmdZurueck = CreatePageButton(QStringLiteral("CmdZurueck"), QStringLiteral("<-- Zur\u00fcck"));
+    connect(CmdZurueck, &QPushButton::clicked, this, &WizardPage::CmdZurueck_Click);
+}
+
+void WizardPage::CreateCmdAbbrechen() {
+    CmdAbbrechen = CreatePageButton(QStringLiteral("CmdAbbrechen"), QStringLiteral("Abbrechen"));
+    connect(CmdAbbrechen, &QPushButton::clicked, this, &WizardPage::CmdAbbrechen_Click);
+}
+
+void WizardPage::CmdZurueck_Click() {
+    GoBack();
+}
+
+void WizardPage::CmdAbbrechen_Click() {
+    EndRun();
+}
+
+void WizardPage::CmdWeiter_Click() {
+    GoNext();
+}
+
+QPushButton* WizardPage::CreateCmdWeiter() {
+    QPushButton* next = CreatePageButton(QStringLiteral("CmdWeiter"), QStringLiteral("Weiter -->"));
+    connect(next, &QPushButton::clicked, this, &WizardPage::CmdWeiter_Click);
+    return next;
+}
+
 void WizardPage::LoadPage() {
     LoadLanguage();
     if (PicQuarle != nullptr) {
@@ -114,6 +167,42 @@ void WizardPage::LayOut(QLayout* content, std::initializer_list<QPushButton*> bu
     page->addLayout(top, 1);
     page->addLayout(row);
     page->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QPushButton* WizardPage::CreateSummary(QLabel*& allRight, QListWidget*& summary,
+                                       const QString& finishName) {
+    CreatePicQuarle();
+    allRight = platform::Control(new QLabel(QStringLiteral("Sind alle Angaben so richtig:"), this),
+                                 QStringLiteral("LblAllRight"));
+    summary = platform::Control(new QListWidget(this), QStringLiteral("LstSumm"));
+    summary->setMinimumSize(380, 220);
+    summary->setSelectionMode(QAbstractItemView::NoSelection);
+    CreateCmdZurueck();
+    CreateCmdAbbrechen();
+    QPushButton* finish = CreatePageButton(finishName, QStringLiteral("Fertigstellen"));
+    CreateCmdLocalise();
+    // The page opens ready to finish.
+    finish->setFocus();
+    auto* content = new QVBoxLayout;
+    content->addWidget(allRight);
+    content->addWidget(summary, 1);
+    LayOut(content, {CmdZurueck, CmdAbbrechen, finish});
+    return finish;
+}
+
+QLayout* WizardPage::FileChoice(QLabel* help, QLabel* listLabel, QListWidget* list,
+                                QPushButton* assign, QLabel* fileLabel, QLineEdit* file) {
+    auto* content = new QVBoxLayout;
+    content->addWidget(help);
+    content->addWidget(listLabel);
+    content->addWidget(list);
+    content->addWidget(assign, 0, Qt::AlignHCenter);
+    auto* row = new QGridLayout;
+    row->addWidget(fileLabel, 0, 0);
+    row->addWidget(file, 0, 1);
+    content->addLayout(row);
+    content->addStretch();
+    return content;
 }
 
 void WizardPage::GoNext() {

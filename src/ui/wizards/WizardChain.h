@@ -37,6 +37,14 @@ public:
     virtual void Form_Activate() {}
 
     QLabel* PicQuarle = nullptr;
+    // Back (from the second page on; null on a first page) and Cancel, the
+    // same on every page.
+    QPushButton* CmdZurueck = nullptr;
+    QPushButton* CmdAbbrechen = nullptr;
+    void CmdZurueck_Click();
+    void CmdAbbrechen_Click();
+    // Next: on to the following page.
+    virtual void CmdWeiter_Click();
 
 protected:
     WizardPage(AppState& state, platform::Services& services, WizardChain& chain,
@@ -45,6 +53,19 @@ protected:
     // PicQuarle at its place in the creation order; the picture comes with
     // the load.
     QLabel* CreatePicQuarle();
+    // A help text of the page or of one of its frames: wrapped to the given
+    // width.
+    QLabel* CreateHelpText(QWidget* parent, const QString& name, const QString& text,
+                           int width = 360);
+    // The arrow button that takes the chosen file of a list into the box
+    // below it.
+    QPushButton* CreateAssignButton(const QString& name, const QString& toolTip);
+    // A button of the row below the page; Back, Cancel and Next come
+    // connected.
+    QPushButton* CreatePageButton(const QString& name, const QString& caption);
+    void CreateCmdZurueck();
+    void CreateCmdAbbrechen();
+    QPushButton* CreateCmdWeiter();
     // The first steps of every page's load: its language, the picture, the
     // localise button in localisation mode.
     void LoadPage();
@@ -52,6 +73,15 @@ protected:
     // buttons below, CmdLocalise in front of them; the last button is the
     // default one.
     void LayOut(QLayout* content, std::initializer_list<QPushButton*> buttons);
+    // The whole last page: the picture, the question above the summary list,
+    // Back, Cancel and the button that finishes (returned), which has the
+    // focus.
+    QPushButton* CreateSummary(QLabel*& allRight, QListWidget*& summary, const QString& finishName);
+    // The content of a page that picks a file of a list: the help, the list
+    // with its label, the button that takes the chosen file, and the box that
+    // holds it with its label.
+    static QLayout* FileChoice(QLabel* help, QLabel* listLabel, QListWidget* list,
+                               QPushButton* assign, QLabel* fileLabel, QLineEdit* file);
 
     void GoNext();
     void GoBack();
