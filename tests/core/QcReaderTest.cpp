@@ -223,16 +223,18 @@ TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
     EXPECT_EQ(LinesOf(early.Written(), "$texrendermode"), "");
 
     // Names match exactly; any word but "masked" is additive; an empty name
-    // matches no empty slot.
+    // matches the first empty slot, a line without one nothing.
     Model l;
     l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nblank\n}\n"
                        "$texrendermode \"b.bmp\" MASKED\n"
                        "$texrendermode c.bmp chrome\n"
                        "$texrendermode \"B.BMP\" additive\n"
                        "$texrendermode \"zzz.bmp\" masked\n"
-                       "$texrendermode\n");
+                       "$texrendermode\n"
+                       "$texrendermode \"\" masked\n");
     EXPECT_EQ(LinesOf(l.Written(), "$texrendermode"),
-              "$texrendermode \"b.bmp\" masked\n$texrendermode \"c.bmp\" additive\n");
+              "$texrendermode \"b.bmp\" masked\n$texrendermode \"c.bmp\" additive\n"
+              "$texrendermode \"\" masked\n");
     EXPECT_EQ(l.Doc->TextureModes[1].Name, "a.bmp");
     EXPECT_EQ(l.Doc->TextureCount, 0); // render modes do not fill the base row
 }

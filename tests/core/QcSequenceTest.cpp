@@ -40,18 +40,20 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          " { event 5004 6 \"x y\" } { event 1 2 \"a\" }\n"
          "$sequence \"b\" \"b\" fps 20 \n"},
         // Blends need the second file in lower case at the start of a word: a
-        // capital or a digit starts an activity, which swallows the next word
-        // ("fps"), and a number behind it starts a new one.
+        // capital (in cp1252, so not "\xFC") or a digit starts an activity, which
+        // swallows the next word ("fps"), and a number behind it starts a new one.
         {"$sequence \"walk\" \"walk\" \"walk2\" fps 24 blend XR -45 45\n"
          "$sequence \"walk\" \"walk\" \"Walk2\" fps 24\n"
          "$sequence \"look\" \"look\" blend zr -90 90.5\n"
          "$sequence \"aim\" \"aim\" 2aim fps 10\n"
-         "$sequence \"run\" \"run\" _side Loop\n",
+         "$sequence \"run\" \"run\" _side Loop\n"
+         "$sequence \"swim\" \"swim\" \"\xFC\" fps 24 blend XR -45 45\n",
          "$sequence \"walk\" \"walk\" \"walk2\" fps 24  blend XR -45 45\n"
          "$sequence \"walk\" \"walk\" fps 30 24\n"
          "$sequence \"look\" \"look\" fps 30 \n"
          "$sequence \"aim\" \"aim\" fps 30 10\n"
-         "$sequence \"run\" \"run\" fps 30 _side Loop\n"},
+         "$sequence \"run\" \"run\" fps 30 _side Loop\n"
+         "$sequence \"swim\" \"swim\" \"\xFC\" fps 24  blend XR -45 45\n"},
         // The tokeniser: the name behind a quoted one is cut at its blank, three
         // blanks make an empty token, a tab stays in front of the next token,
         // "$sequence\t" is no $sequence, quotes come off a number, slots without

@@ -160,10 +160,13 @@ TEST_F(SmdScan, BmpLinesAreCollectedOnceUnderTheFirstSpelling) {
     EXPECT_THAT(ScanSmdFile(mesh).Textures, ElementsAre("Arm.bmp", "leg.Bmp", "Arm.bmp "));
 
     // The count carries on over parts, and names already there are not added again.
-    const std::string second = Write("second.smd", "triangles\nLEG.BMP\nhead.bmp\n");
+    // Case is cp1252's: "\xE4.bmp" and "\xC4.BMP" are one texture.
+    const std::string second =
+        Write("second.smd", "triangles\nLEG.BMP\nhead.bmp\n\xE4.bmp\n\xC4.BMP\n");
     EXPECT_TRUE(CollectBmpLines(second, names, count));
-    EXPECT_EQ(count, 4);
+    EXPECT_EQ(count, 5);
     EXPECT_EQ(names[4], "head.bmp");
+    EXPECT_EQ(names[5], "\xE4.bmp");
 
     // A full table drops the new name and says so.
     std::vector<std::string> small(3); // two slots

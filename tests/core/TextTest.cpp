@@ -175,7 +175,9 @@ TEST(LeftMidTrim, ClampAtTheEdges) {
     EXPECT_EQ(Trim("  a b  "), "a b");
     EXPECT_EQ(Trim("\ta\t"), "\ta\t"); // blanks only
     EXPECT_EQ(Trim("   "), "");
-    EXPECT_EQ(ToUpper("act_Arm 1 \xC3\xA4"), "ACT_ARM 1 \xC3\xA4");
+    // cp1252: à-þ and š œ ž ÿ have capitals, ÷ and ß do not.
+    EXPECT_EQ(ToUpper("act_Arm \xE0\xFC\xFE\xF7\xDF\x9A\x9C\x9E\xFF\xC4"),
+              "ACT_ARM \xC0\xDC\xDE\xF7\xDF\x8A\x8C\x8E\x9F\xC4");
 }
 
 TEST(TextToNumber, ReadsTheLongestNumberAtTheStart) {

@@ -634,6 +634,8 @@ GERMAN_MESSAGES = {
                                  "Zeichen \\ / : * ? \" < > |.",
     "MSG_LANGUAGE_NAME_IN_USE": "„%1“ ist die Sprachdatei in Gebrauch. Bitte einen anderen Namen "
                                 "für die neue Sprache wählen.",
+    "MSG_ANIMATIONS_PARTLY_ADDED": "Eine Sequenzgruppe fasst höchstens %1 Animationen. "
+                                   "Hinzugefügt: %2; nicht hinzugefügt: %3.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -72,7 +72,10 @@ void CheckCompiler(Checker& c, const std::string& studioMdl) {
     if (studioMdl.empty()) {
         c.Error(c.Text(IDS_ERROR_STUDIOMDLPATH));
     } else if (!paths::FileExists(studioMdl)) {
+        // The path that was tried stands on a row of its own below, so the
+        // user sees what to correct.
         c.Error(c.Text(IDS_ERROR_STUDIOMDL));
+        c.Add("    " + Shown(studioMdl), RowKind::Info);
     } else if (studioMdl.find(' ') != std::string::npos) {
         c.Warning(c.Text(IDS_WARNING_SPACES_PART1));
         c.Warning(c.Text(IDS_WARNING_SPACES_PART2));

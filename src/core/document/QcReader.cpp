@@ -600,11 +600,10 @@ private:
             modeScanDone_ = true;
         }
         int pos = 1;
-        const std::string texture = Unquoted(NextToken(rest_, pos));
+        // A line without a name matches nothing; an empty name ("") matches
+        // the first slot without a texture.
+        const std::string texture = NoQuotes(NextToken(rest_, pos));
         const std::string mode = Unquoted(NextToken(rest_, pos));
-        if (texture.empty()) {
-            return; // would match a slot without a texture
-        }
         for (int i = 1; i <= limits::LastTexture; ++i) {
             TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
             if (slot.Name == texture) {

@@ -266,7 +266,7 @@ std::optional<i16> TimeFrame(std::string_view value) {
 }
 
 // Whether Line is a texture line (it holds ".BMP" in any case) that matches
-// none of Names in ASCII upper case. A mesh repeats a few texture lines
+// none of Names in upper case (ToUpper). A mesh repeats a few texture lines
 // thousands of times, mostly as first seen, so an exact compare settles most.
 bool IsNewTexture(std::span<const std::string> names, std::string_view line) {
     if (std::find(names.begin(), names.end(), line) != names.end() ||

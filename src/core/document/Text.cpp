@@ -22,8 +22,24 @@ char At(std::string_view s, int p) {
     return p >= 1 && p <= Len(s) ? s[static_cast<std::size_t>(p - 1)] : '\0';
 }
 
+// Upper case of cp1252, the code page of scripts and .smd files: the ASCII
+// letters, à-þ to À-Þ (but ÷, which has no capital), and š, œ, ž, ÿ to their
+// capitals at 0x8A, 0x8C, 0x8E and 0x9F. ß has no single capital and stays.
 char UpperChar(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    const auto u = static_cast<unsigned char>(c);
+    if ((u >= 'a' && u <= 'z') || (u >= 0xE0 && u <= 0xFE && u != 0xF7)) {
+        return static_cast<char>(u - 0x20);
+    }
+    switch (u) {
+    case 0x9A: // š
+    case 0x9C: // œ
+    case 0x9E: // ž
+        return static_cast<char>(u - 0x10);
+    case 0xFF: // ÿ
+        return static_cast<char>(0x9F);
+    default:
+        return c;
+    }
 }
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
@@ -38,9 +54,16 @@ bool EqualNoCase(std::string_view a, std::string_view b) {
     return true;
 }
 
+// Whether C is a capital that UpperChar gives for some small letter.
+bool IsCapital(char c) {
+    const auto u = static_cast<unsigned char>(c);
+    return (u >= 'A' && u <= 'Z') || (u >= 0xC0 && u <= 0xDE && u != 0xD7) || u == 0x8A ||
+           u == 0x8C || u == 0x8E || u == 0x9F;
+}
+
+// Whether some character of S has another case.
 bool HasLetter(std::string_view s) {
-    return std::any_of(s.begin(), s.end(),
-                       [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
+    return std::any_of(s.begin(), s.end(), [](char c) { return UpperChar(c) != c || IsCapital(c); });
 }
 
 // Does the tail of text end in a case-insensitive copy of find?

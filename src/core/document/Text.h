@@ -4,8 +4,8 @@
 //
 // Every routine takes any input: a position below 1 counts as 1 (Left and
 // SplitAt take a count below 0 as 0), a position past the end reads an empty
-// text. Case-insensitive comparisons fold the ASCII letters only; other bytes
-// (UTF-8 sequences) compare exactly.
+// text. Text is cp1252, and case-insensitive comparisons use its upper case
+// (ToUpper).
 #pragma once
 
 #include <cstdint>
@@ -56,6 +56,7 @@ std::string_view Left(std::string_view s, int n);
 std::string_view Mid(std::string_view s, int p);
 std::string_view Mid(std::string_view s, int p, int n);
 std::string_view Trim(std::string_view s);
+// Upper case of cp1252: ASCII letters, à-þ to À-Þ, š œ ž ÿ to Š Œ Ž Ÿ; ÷ and ß stay.
 std::string ToUpper(std::string_view s);
 
 } // namespace quarle

@@ -141,6 +141,8 @@ enum Msg : int {
     MSG_LANGUAGE_NOT_SAVED,
     MSG_LANGUAGE_NAME_INVALID,
     MSG_LANGUAGE_NAME_IN_USE,
+    // Some of the chosen animations fitted: %1 the limit, %2 added, %3 left out.
+    MSG_ANIMATIONS_PARTLY_ADDED,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -319,6 +321,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "Please enter a name for the new language, without the characters \\ / : * ? \" < > |."},
     {MSG_LANGUAGE_NAME_IN_USE, "MSG_LANGUAGE_NAME_IN_USE",
      "\"%1\" is the language file in use. Please choose another name for the new language."},
+    {MSG_ANIMATIONS_PARTLY_ADDED, "MSG_ANIMATIONS_PARTLY_ADDED",
+     "A sequence group holds at most %1 animations. Added: %2; not added: %3."},
 }};
 
 namespace detail {

@@ -206,15 +206,19 @@ void FrmMain::AddAnimationsFromFiles() {
         return;
     }
     auto& group = state_.Doc.Anims[Slot(*g)];
+    // Slots 0..100 are those the script keeps. The files that fit are added;
+    // one message at the end says how many were left out.
+    constexpr int Limit = limits::LastWrittenAnimSlot + 1;
+    int added = 0;
+    int leftOut = 0;
     for (int row = 0; row < LstFiles->count(); ++row) {
         if (!LstFiles->item(row)->isSelected()) {
             continue;
         }
-        // Slots 0..100 are those the script keeps.
         const int s = LstAnimations->count();
-        if (s > limits::LastWrittenAnimSlot) {
-            RefuseAtLimit(state_, services_, MSG_ANIMATIONS_FULL, limits::LastWrittenAnimSlot + 1);
-            return;
+        if (s >= Limit) {
+            ++leftOut;
+            continue;
         }
         const QString text = LstFiles->item(row)->text();
         // A file the script's text cannot name is not added.
@@ -229,6 +233,13 @@ void FrmMain::AddAnimationsFromFiles() {
         }
         group[Slot(s)].Name = *file;
         group[Slot(s)].SmdFile = *file;
+        ++added;
+    }
+    if (leftOut > 0 && added == 0) {
+        RefuseAtLimit(state_, services_, MSG_ANIMATIONS_FULL, Limit);
+    } else if (leftOut > 0) {
+        RefuseAtLimit(state_, services_, MSG_ANIMATIONS_PARTLY_ADDED,
+                      {QString::number(Limit), QString::number(added), QString::number(leftOut)});
     }
 }
 
@@ -246,12 +257,14 @@ void FrmMain::DeleteSelectedAnimations() {
     }
     const QSignalBlocker block(LstAnimations);
     // From the last to the first, so that the rows still to come keep their
-    // places. The rest of the group moves up a slot, whole records with their
-    // events, and the last slot of the table falls free.
+    // places. The records behind the entry move up a slot, whole with their
+    // events, up to the slot of the list's count: the free slot behind the
+    // last entry comes onto it. Slots further on are not the list's and stay.
+    // Where the table ends, its last slot falls free.
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        if (*row <= limits::LastAnimSlot) {
-            std::move(group.begin() + *row + 1, group.end(), group.begin() + *row);
-            group.back() = AnimRec{};
+        const int last = std::min(LstAnimations->count(), limits::LastAnimSlot);
+        for (int j = *row; j <= last; ++j) {
+            group[Slot(j)] = j < limits::LastAnimSlot ? group[Slot(j + 1)] : AnimRec{};
         }
         delete LstAnimations->takeItem(*row);
     }

@@ -91,10 +91,14 @@ void FrmMainReaderHost::LoadFinished() {
     }
     form_.Update();
     form_.MnuWizardsAnimWiz->setEnabled(true);
-    // The reader listed the animations of group 0: let the number say so, or
-    // the page would add to and delete from another group than it shows.
-    if (form_.AnimGroup() != 0) {
+    // The number of the group on show stays; the reader listed group 0, so
+    // another group is listed anew, or the page would add to and delete from
+    // another group than it shows. A box left empty stands for group 0.
+    const std::optional<int> group = form_.AnimGroup();
+    if (!group) {
         form_.TxtAnimNr->setText(QStringLiteral("0"));
+    } else if (*group != 0) {
+        form_.TxtAnimNr_Change();
     }
 }
 

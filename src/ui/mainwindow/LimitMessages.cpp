@@ -6,7 +6,12 @@
 namespace quarle::ui {
 
 void RefuseAtLimit(const AppState& state, platform::Services& services, Msg message, int limit) {
-    services.MsgBox(MessageText(state, message, {QString::number(limit)}), platform::Buttons::Ok,
+    RefuseAtLimit(state, services, message, {QString::number(limit)});
+}
+
+void RefuseAtLimit(const AppState& state, platform::Services& services, Msg message,
+                   std::initializer_list<QString> args) {
+    services.MsgBox(MessageText(state, message, args), platform::Buttons::Ok,
                     platform::Icon::Exclamation, QString::fromStdString(state.IdsTexts[IDS_ERROR]));
 }
 

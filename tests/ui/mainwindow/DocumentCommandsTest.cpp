@@ -203,10 +203,11 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     Doc().ModelPath.clear();
     form->Update();
     form->LstAnimations->addItem("left over");
-    form->TxtAnimNr->setText("4");
+    form->TxtAnimNr->setText("1");
     const QString qc = InModels("robot.qc");
     WriteFile(qc, "$cd \"c:\\gone\\robot\"\r\n$bodygroup body\r\n{\r\nstudio \"robot_ref\"\r\n}\r\n"
-                  "$sequence \"stand\" \"idle\" fps 20\r\n$sequence \"walk\" \"walk\" loop\r\n");
+                  "$sequence \"stand\" \"idle\" fps 20\r\n$sequence \"walk\" \"walk\" loop\r\n"
+                  "$sequencegroup legs\r\n$sequence \"kick\" \"run\"\r\n");
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
     services.QueueOpen(Pick(InModels("walk.smd")));
@@ -223,10 +224,13 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     EXPECT_EQ(form->FileListPath(), models.path());
     EXPECT_EQ(Items(form->LstFiles), (QStringList{"robot_head", "robot_helmet", "robot_ref"}));
     EXPECT_EQ(Items(form->LstParts), QStringList{"robot_ref"});
-    // The list holds group 0 and nothing else, and the number says so.
-    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("0"));
-    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"stand", "walk"}));
+    // The number stays, and the list shows the group it names.
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+    EXPECT_EQ(Items(form->LstAnimations), QStringList{"kick"});
     EXPECT_EQ(Doc().Anims[0][0].Fps, 20);
+    form->MnuDateiNeu->trigger(); // a new document keeps the number too
+    EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
+    EXPECT_EQ(form->LstAnimations->count(), 0);
     EXPECT_TRUE(QFileInfo::exists(InWork("loadbuffer.dat"))) << "the load works in WorkFolder";
 
     // Started from a folder nobody may write to: the working files go to the

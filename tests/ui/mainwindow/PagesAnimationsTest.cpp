@@ -134,7 +134,7 @@ TEST_F(AnimationsTest, DeletingMovesTheRestUpWithEverythingTheyHold) {
     Anim(0, 1).BlendOn = 1;
     Anim(0, 2).FrameLimit = 1;
     Anim(0, 2).FrameEnd = 8;
-    Anim(0, 512).Name = "far";
+    Anim(0, 5).Name = "far"; // not listed: behind the free slot 3
     Click(form->LstAnimations, 0);
     form->CmdDelAnimation->click();
     EXPECT_EQ(Items(form->LstAnimations), (QStringList{"walk", "run"}));
@@ -144,9 +144,9 @@ TEST_F(AnimationsTest, DeletingMovesTheRestUpWithEverythingTheyHold) {
     EXPECT_EQ(Anim(0, 1).FrameEnd, 8);
     EXPECT_EQ(Anim(0, 2).Name, "");
     EXPECT_EQ(Anim(0, 2).SmdFile, "");
-    // The last slot of the table falls free; its record moved up.
-    EXPECT_EQ(Anim(0, 511).Name, "far");
-    EXPECT_EQ(Anim(0, 512).Name, "");
+    // Only the list's slots move: what stands further on stays.
+    EXPECT_EQ(Anim(0, 4).Name, "");
+    EXPECT_EQ(Anim(0, 5).Name, "far");
     // The fields keep their text; nothing is selected.
     EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("idle"));
     EXPECT_EQ(form->LstAnimations->currentRow(), -1);
@@ -205,8 +205,17 @@ TEST_F(AnimationsTest, AFullGroupRefusesFurtherAnimations) {
     EXPECT_EQ(Anim(5, 100).SmdFile, "die_back");
     EXPECT_EQ(Anim(5, 101).Name, "kept");
     EXPECT_EQ(Anim(5, 101).SmdFile, "");
+    // One message says how many went in and how many did not.
     ASSERT_EQ(services.Prompts().size(), 1);
-    EXPECT_TRUE(services.Prompts()[0].Text.contains(QStringLiteral("101")));
+    EXPECT_EQ(services.Prompts()[0].Text,
+              "A sequence group holds at most 101 animations. Added: 1; not added: 2.");
+
+    // With no room at all, nothing is added.
+    services.QueueMsgBox(Answer::Ok);
+    form->CmdAdd->click();
+    EXPECT_EQ(form->LstAnimations->count(), 101);
+    ASSERT_EQ(services.Prompts().size(), 2);
+    EXPECT_TRUE(services.Prompts()[1].Text.contains(QStringLiteral("101")));
 }
 
 } // namespace
