@@ -634,6 +634,8 @@ GERMAN_MESSAGES = {
                                  "Zeichen \\ / : * ? \" < > |.",
     "MSG_LANGUAGE_NAME_IN_USE": "„%1“ ist die Sprachdatei in Gebrauch. Bitte einen anderen Namen "
                                 "für die neue Sprache wählen.",
+    "MSG_NO_DIRECTIVE": "„%1“ enthält keine Anweisung: Die Datei ist kein Modellskript oder leer. "
+                        "Quarle hat nichts daraus gelesen.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -141,6 +141,7 @@ enum Msg : int {
     MSG_LANGUAGE_NOT_SAVED,
     MSG_LANGUAGE_NAME_INVALID,
     MSG_LANGUAGE_NAME_IN_USE,
+    MSG_NO_DIRECTIVE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -319,6 +320,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "Please enter a name for the new language, without the characters \\ / : * ? \" < > |."},
     {MSG_LANGUAGE_NAME_IN_USE, "MSG_LANGUAGE_NAME_IN_USE",
      "\"%1\" is the language file in use. Please choose another name for the new language."},
+    {MSG_NO_DIRECTIVE, "MSG_NO_DIRECTIVE",
+     "\"%1\" holds no directive: it is not a model script, or it is empty. Quarle has read "
+     "nothing from it."},
 }};
 
 namespace detail {

@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -414,6 +415,11 @@ void FrmMain::BuildMenus() {
     mnustrich = separator(MnuDatei, QStringLiteral("mnustrich"));
     MnuDateiBeenden =
         entry(MnuDatei, QStringLiteral("MnuDateiBeenden"), QStringLiteral("&Beenden"));
+    // The desktop's own keys, beside the menus' access keys. A language file
+    // replaces captions only, so the keys are the same in every language.
+    MnuDateiOeffnen->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    MnuDateiSpeichern->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    MnuDateiSpeichernunter->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
 
     MnuEinstellungen = Control(menuBar()->addMenu(QStringLiteral("&Einstellungen")),
                                QStringLiteral("MnuEinstellungen"));
