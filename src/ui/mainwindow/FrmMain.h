@@ -298,9 +298,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // A window larger than designed gives the room to the paths and the lists.
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void BuildControls();
+    // The top-level controls, at their designed places plus the room a
+    // larger window gives (in twips).
+    void PlaceControls(int extraWidth, int extraHeight);
     void BuildMenus();
     void BuildAssistant();
     void ConnectShell();
