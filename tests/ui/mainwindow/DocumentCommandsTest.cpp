@@ -95,14 +95,6 @@ TEST_F(DocumentCommandsTest, TheDesktopKeysOpenSaveAndSaveAs) {
         ASSERT_EQ(services.Prompts().size(), before + 1) << key.Kind;
         EXPECT_EQ(services.Prompts().back().Kind, key.Kind);
     }
-    // With a file, Ctrl+S writes over it and asks nothing.
-    services.QueueSave(Pick(InModels("keys.qc")));
-    QTest::keyClick(form.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    Doc().ModelScale = 3.0f;
-    const auto before = services.Prompts().size();
-    QTest::keyClick(form.get(), Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(services.Prompts().size(), before);
-    EXPECT_TRUE(ReadFile(InModels("keys.qc")).contains("\r\n$scale 3\r\n"));
 }
 
 TEST_F(DocumentCommandsTest, CancelledDialogsChangeNothing) {
