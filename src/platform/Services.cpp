@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
@@ -75,6 +76,47 @@ Answer AnswerOf(QAbstractButton* clicked, QMessageBox& box) {
 bool EndsWithExe(const QString& program) {
     return program.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive);
 }
+
+// Qt's own file dialog reads a typed name with double quotes as a list of
+// names ("a" "b") and would save under a quoted piece of it, perhaps in
+// another folder. A save takes one name, and takes it as typed.
+class FileDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    // The path of a typed name with quotes, once accepted; empty otherwise.
+    QString TypedPath;
+
+protected:
+    void accept() override {
+        auto* edit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (acceptMode() != AcceptSave || edit == nullptr ||
+            !edit->text().contains(QLatin1Char('"'))) {
+            QFileDialog::accept();
+            return;
+        }
+        const QFileInfo info(directory().absoluteFilePath(edit->text()));
+        if (info.isDir()) {
+            setDirectory(info.absoluteFilePath());
+            edit->clear();
+            return;
+        }
+        if (info.exists() && !testOption(DontConfirmOverwrite)) {
+            // Qt's own question, in Qt's own words (and language).
+            const QString question =
+                QCoreApplication::translate("QFileDialog",
+                                            "%1 already exists.\nDo you want to replace it?")
+                    .arg(info.fileName());
+            if (QMessageBox::warning(this, windowTitle(), question,
+                                     QMessageBox::Yes | QMessageBox::No,
+                                     QMessageBox::No) != QMessageBox::Yes) {
+                return;
+            }
+        }
+        TypedPath = info.absoluteFilePath();
+        QDialog::accept();
+    }
+};
 
 } // namespace
 
@@ -160,13 +202,14 @@ Answer QtServices::MsgBox(const QString& text, Buttons buttons, Icon icon, const
 std::optional<FilePick> QtServices::ShowFileDialog(bool save, const QString& title,
                                                    const QString& filter,
                                                    const QString& initialDir) {
-    QFileDialog dialog(Parent(), title, initialDir, QtFileFilter(filter));
+    FileDialog dialog(Parent(), title, initialDir, QtFileFilter(filter));
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    const QStringList chosen = dialog.selectedFiles();
+    const QStringList chosen =
+        dialog.TypedPath.isEmpty() ? dialog.selectedFiles() : QStringList{dialog.TypedPath};
     if (chosen.isEmpty() || chosen.front().isEmpty()) {
         return std::nullopt;
     }

@@ -221,5 +221,18 @@ TEST(Services, FileDialogsGivePathAndNameAndNothingAfterACancel) {
     }
 }
 
+TEST(Services, ASaveTakesATypedNameWithQuotesAsItStands) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(QDir(dir.path()).mkdir("sub"));
+    QtServices services;
+    for (const QString typed : {"say \"hi\".qc", "\"sub\"x.qc", "a\"sub/b\".qc", "sub/\"q\""}) {
+        const auto script = AnswerFileDialog(typed);
+        const auto pick = services.ShowSave("Speichern unter...", "QC|*.qc", dir.path());
+        ASSERT_TRUE(pick.has_value()) << typed.toStdString();
+        EXPECT_EQ(QDir::fromNativeSeparators(pick->FileName), dir.filePath(typed));
+        EXPECT_EQ(pick->FileTitle, QFileInfo(typed).fileName());
+    }
+}
+
 } // namespace
 } // namespace quarle::platform

@@ -636,6 +636,8 @@ GERMAN_MESSAGES = {
                                 "für die neue Sprache wählen.",
     "MSG_ANIMATIONS_PARTLY_ADDED": "Eine Sequenzgruppe fasst höchstens %1 Animationen. "
                                    "Hinzugefügt: %2; nicht hinzugefügt: %3.",
+    "MSG_NO_DIRECTIVE": "„%1“ enthält keine Anweisung: Die Datei ist kein Modellskript oder leer. "
+                        "Quarle hat nichts daraus gelesen.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -87,6 +87,7 @@ public:
             const std::string_view line = Trim(lines_[index_]);
             FollowComments(line);
             if (!line.empty() && line.front() == '$') {
+                heldDirective_ = true;
                 Directive(line);
             } else {
                 BlockLine(line);
@@ -98,6 +99,9 @@ public:
         NoteBodyGroupsOfOneReversedPart();
         return true;
     }
+
+    // Whether a line was read as a directive.
+    bool HeldDirective() const { return heldDirective_; }
 
     // The findings of the load, in the order of the script's lines.
     LoadFindings TakeFindings() {
@@ -959,6 +963,7 @@ private:
     BlockKind block_ = BlockKind::None;
     int parseState_ = 0;
     std::string modelFile_;
+    bool heldDirective_ = false;
     int sequenceGroup_ = 0;
     int sequenceSlot_ = -1;
     bool modeScanDone_ = false;
@@ -971,7 +976,7 @@ private:
 } // namespace
 
 ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder,
-                       LoadFindings* findings) {
+                       LoadFindings* findings, bool* noDirective) {
     ProblemOnce report(host);
     SourceMap map;
     const std::string workFile =
@@ -1010,6 +1015,9 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     }
     if (findings != nullptr) {
         *findings = reader.TakeFindings();
+    }
+    if (noDirective != nullptr) {
+        *noDirective = !reader.HeldDirective();
     }
     host.LoadFinished();
     return ReadOutcome::Loaded;

@@ -32,8 +32,11 @@ enum class ReadOutcome {
 // for, and are stored as written.
 //
 // With findings, a load that went through lists there every place where a
-// save will change the model; a load that did not leaves it untouched.
+// save will change the model; a load that did not leaves it untouched. With
+// noDirective, a load that went through says there whether the script and
+// its includes held no directive at all (a binary file, a text that is no
+// script).
 ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workFolder,
-                       LoadFindings* findings = nullptr);
+                       LoadFindings* findings = nullptr, bool* noDirective = nullptr);
 
 } // namespace quarle

@@ -143,6 +143,7 @@ enum Msg : int {
     MSG_LANGUAGE_NAME_IN_USE,
     // Some of the chosen animations fitted: %1 the limit, %2 added, %3 left out.
     MSG_ANIMATIONS_PARTLY_ADDED,
+    MSG_NO_DIRECTIVE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -323,6 +324,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "\"%1\" is the language file in use. Please choose another name for the new language."},
     {MSG_ANIMATIONS_PARTLY_ADDED, "MSG_ANIMATIONS_PARTLY_ADDED",
      "A sequence group holds at most %1 animations. Added: %2; not added: %3."},
+    {MSG_NO_DIRECTIVE, "MSG_NO_DIRECTIVE",
+     "\"%1\" holds no directive: it is not a model script, or it is empty. Quarle has read "
+     "nothing from it."},
 }};
 
 namespace detail {

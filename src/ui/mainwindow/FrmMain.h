@@ -298,9 +298,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // A window larger than designed gives the room to the paths and the lists.
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void BuildControls();
+    // The top-level controls, at their designed places plus the room a
+    // larger window gives (in twips).
+    void PlaceControls(int extraWidth, int extraHeight);
     void BuildMenus();
     void BuildAssistant();
     void ConnectShell();
@@ -362,12 +367,17 @@ public:
     // and remembers the script, so that the first save over it keeps the
     // original. No findings: nothing is shown.
     void ReportLoadFindings(const LoadFindings& findings);
+    // After a load of a file that held no directive at all: says so, and
+    // keeps the original of a file that is not empty on the first save over it.
+    void ReportNoDirective();
     // Before a save over QcFile: keeps the original of a script whose load
     // had findings beside it (NAME.qc.orig, or the next free name). False,
     // after a message, when it cannot be kept: then nothing is written.
     bool KeepOriginalBeforeSave();
 
 private:
+    // The first save over this script keeps its original.
+    void KeepOriginalOnFirstSave(const std::string& script);
     // The save and save-as commands; true when the script was written.
     bool SaveQcFile();
     bool SaveQcFileAs();

@@ -13,6 +13,8 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHelpEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -22,7 +24,9 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
+#include <QToolTip>
 #include <QVBoxLayout>
+#include <algorithm>
 
 // Resources of a static library must be registered by name from outside any
 // namespace.
@@ -44,11 +48,14 @@ constexpr int Margin = 210;
 constexpr int PathsTop = 60;
 constexpr int PathsWidth = 5100;
 constexpr int PathsHeight = 1170;
-// The two big buttons stand beside the paths, level with the frame's box.
+// The two big buttons stand beside the paths, one above the other, above the
+// place where the assistant parks its mascot (from 820 down), so that the
+// parked mascot never covers them.
 constexpr int ButtonsLeft = Margin + PathsWidth + 120;
 constexpr int ButtonsWidth = FormWidth - Margin - ButtonsLeft;
-constexpr int ButtonHeight = 420;
-constexpr int ButtonsBottom = PathsTop + PathsHeight;
+constexpr int ButtonsTop = PathsTop + 60;
+constexpr int ButtonHeight = 330;
+constexpr int ButtonGap = 45;
 constexpr int ModelfilesTop = PathsTop + PathsHeight + 90;
 constexpr int ModelfilesWidth = 7215;
 constexpr int ModelfilesHeight = 4575;
@@ -60,6 +67,36 @@ QPushButton* PictureButton(QWidget* parent, const char* icon, int size, int icon
     button->setFixedSize(size, size);
     return button;
 }
+
+// A path field too narrow for its path shows the whole path above its own
+// tip. The tip itself stays as the language file set it.
+class WholePathTip : public QObject {
+public:
+    explicit WholePathTip(QLineEdit* field) : QObject(field), field_(field) {
+        field->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched != field_ || event->type() != QEvent::ToolTip) {
+            return false;
+        }
+        const QString path = field_->text();
+        // The text's room: the field less its frame and inner margins.
+        const int room = field_->contentsRect().width() - field_->textMargins().left() -
+                         field_->textMargins().right() - 8;
+        if (path.isEmpty() || field_->fontMetrics().horizontalAdvance(path) <= room) {
+            return false;
+        }
+        const QString tip = field_->toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           tip.isEmpty() ? path : path + QLatin1Char('\n') + tip, field_);
+        return true;
+    }
+
+private:
+    QLineEdit* field_;
+};
 
 QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString& tip = {}) {
     auto* button = new QPushButton(caption, parent);
@@ -86,6 +123,25 @@ FrmMain::FrmMain(AppState& state, platform::Services& services, platform::Settin
     ConnectAssistant();
     platform::SetWidthTwips(this, FormWidth);
     platform::SetHeightTwips(this, FormHeight);
+    // Larger, yes; smaller than designed, no.
+    setMinimumSize(platform::ToPixels(FormWidth), platform::ToPixels(FormHeight));
+}
+
+void FrmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    using platform::TwipsPerPixel;
+    PlaceControls(std::max(0, width() * TwipsPerPixel - FormWidth),
+                  std::max(0, height() * TwipsPerPixel - FormHeight));
+}
+
+void FrmMain::PlaceControls(int extraWidth, int extraHeight) {
+    SetGeometryTwips(CmdModeleinst, ButtonsLeft + extraWidth, ButtonsTop, ButtonsWidth,
+                     ButtonHeight);
+    SetGeometryTwips(CmdCompile, ButtonsLeft + extraWidth, ButtonsTop + ButtonHeight + ButtonGap,
+                     ButtonsWidth, ButtonHeight);
+    SetGeometryTwips(FrmPaths, Margin, PathsTop, PathsWidth + extraWidth, PathsHeight);
+    SetGeometryTwips(FrmModelfiles, Margin, ModelfilesTop, ModelfilesWidth + extraWidth,
+                     ModelfilesHeight + extraHeight);
 }
 
 FrmMain::~FrmMain() = default;
@@ -106,19 +162,14 @@ void FrmMain::BuildControls() {
     CmdModeleinst = Control(new QPushButton(QStringLiteral("Modelleinstellungen"), form),
                             QStringLiteral("CmdModeleinst"));
     CmdModeleinst->setToolTip(QStringLiteral("Massstab, Controller, Augenpos., usw."));
-    SetGeometryTwips(CmdModeleinst, ButtonsLeft, ButtonsBottom - 2 * ButtonHeight - 60,
-                     ButtonsWidth, ButtonHeight);
 
     CmdCompile = Control(new QPushButton(QStringLiteral("Erstelle Modell"), form),
                          QStringLiteral("CmdCompile"));
     CmdCompile->setToolTip(QStringLiteral("Was wohl?"));
     CmdCompile->setEnabled(false);
-    SetGeometryTwips(CmdCompile, ButtonsLeft, ButtonsBottom - ButtonHeight, ButtonsWidth,
-                     ButtonHeight);
 
     // ---- Paths
     FrmPaths = Control(new QGroupBox(QStringLiteral("Pfade"), form), QStringLiteral("FrmPaths"));
-    SetGeometryTwips(FrmPaths, Margin, PathsTop, PathsWidth, PathsHeight);
 
     LblTexturepath = Control(new QLabel(QStringLiteral("Texturenpfad:"), FrmPaths),
                              QStringLiteral("LblTexturepath"));
@@ -139,6 +190,8 @@ void FrmMain::BuildControls() {
     CmdBrowseModel = Control(SmallButton(FrmPaths, QStringLiteral("..."), QStringLiteral("Browse")),
                              QStringLiteral("CmdBrowseModel"));
 
+    new WholePathTip(TxtTexturepath);
+    new WholePathTip(TxtModelpath);
     for (QPushButton* browse : {CmdBrowseTexture, CmdBrowseModel}) {
         browse->setFixedWidth(30);
     }
@@ -159,7 +212,7 @@ void FrmMain::BuildControls() {
     FrmModelfiles = Control(new QGroupBox(QStringLiteral("Modelldateien"), form),
                             QStringLiteral("FrmModelfiles"));
     FrmModelfiles->setEnabled(false);
-    SetGeometryTwips(FrmModelfiles, Margin, ModelfilesTop, ModelfilesWidth, ModelfilesHeight);
+    PlaceControls(0, 0);
 
     LstFiles = Control(new QListWidget(FrmModelfiles), QStringLiteral("LstFiles"));
     LstFiles->setSortingEnabled(true);
@@ -208,6 +261,9 @@ void FrmMain::BuildControls() {
     CmbBodyGroup->setEditable(true);
     CmbBodyGroup->setInsertPolicy(QComboBox::NoInsert);
     CmbBodyGroup->setToolTip(QStringLiteral("Liste der Bodypartgruppen"));
+    // A group name has up to 20 characters, and all of them show.
+    CmbBodyGroup->setMinimumContentsLength(20);
+    CmbBodyGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     CmdNewGroup = Control(SmallButton(modelPage, QStringLiteral("Neu"),
                                       QStringLiteral("F\u00fcgt eine neue Bodypartgruppe hinzu")),
                           QStringLiteral("CmdNewGroup"));
@@ -223,14 +279,21 @@ void FrmMain::BuildControls() {
     CmdRename->setEnabled(false);
     for (QPushButton* b : {CmdNewGroup, CmdDel, CmdRename}) {
         b->setMinimumWidth(44);
+        b->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     }
 
-    auto* groupRow = new QHBoxLayout;
-    groupRow->setSpacing(4);
-    groupRow->addWidget(CmbBodyGroup, 1);
-    groupRow->addWidget(CmdNewGroup);
-    groupRow->addWidget(CmdDel);
-    groupRow->addWidget(CmdRename);
+    // The group's name has the page's whole width; the group's buttons stand
+    // beside its parts.
+    auto* groupButtons = new QVBoxLayout;
+    groupButtons->setSpacing(4);
+    groupButtons->addWidget(CmdNewGroup);
+    groupButtons->addWidget(CmdDel);
+    groupButtons->addWidget(CmdRename);
+    groupButtons->addStretch(1);
+    auto* partsRow = new QHBoxLayout;
+    partsRow->setSpacing(6);
+    partsRow->addWidget(LstParts, 1);
+    partsRow->addLayout(groupButtons);
     auto* parameterRow = new QHBoxLayout;
     parameterRow->addWidget(LblParameter);
     parameterRow->addWidget(ChkReverse);
@@ -238,8 +301,8 @@ void FrmMain::BuildControls() {
     auto* modelLayout = new QVBoxLayout(modelPage);
     modelLayout->setContentsMargins(8, 8, 8, 8);
     modelLayout->setSpacing(6);
-    modelLayout->addLayout(groupRow);
-    modelLayout->addWidget(LstParts, 1);
+    modelLayout->addWidget(CmbBodyGroup);
+    modelLayout->addLayout(partsRow, 1);
     modelLayout->addLayout(parameterRow);
 
     // ---- Page 1: the animations of one sequence group
@@ -414,6 +477,11 @@ void FrmMain::BuildMenus() {
     mnustrich = separator(MnuDatei, QStringLiteral("mnustrich"));
     MnuDateiBeenden =
         entry(MnuDatei, QStringLiteral("MnuDateiBeenden"), QStringLiteral("&Beenden"));
+    // The desktop's own keys, beside the menus' access keys. A language file
+    // replaces captions only, so the keys are the same in every language.
+    MnuDateiOeffnen->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    MnuDateiSpeichern->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    MnuDateiSpeichernunter->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
 
     MnuEinstellungen = Control(menuBar()->addMenu(QStringLiteral("&Einstellungen")),
                                QStringLiteral("MnuEinstellungen"));

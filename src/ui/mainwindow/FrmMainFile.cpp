@@ -156,11 +156,18 @@ void FrmMain::OpenQcFile(const std::string& path) {
     // A refused question or an unreadable script ends in a new document;
     // the host has said what went wrong.
     LoadFindings findings;
+    bool noDirective = false;
     const QString work = WorkingFolder();
     quarle::ReadQcFile(state_.Doc, ScriptReaderHost(),
                        platform::ToCp1252(work).value_or(Utf8ToCp1252(work.toStdString())),
-                       &findings);
-    ReportLoadFindings(findings);
+                       &findings, &noDirective);
+    // A file that is no script at all: its lines are not worth listing one
+    // by one.
+    if (noDirective) {
+        ReportNoDirective();
+    } else {
+        ReportLoadFindings(findings);
+    }
 }
 
 // ---------------------------------------------------------------------------

@@ -52,10 +52,7 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
     if (findings.empty() || script.empty()) {
         return;
     }
-    if (std::none_of(originalsToKeep_.begin(), originalsToKeep_.end(),
-                     [&](const std::string& kept) { return SameScript(kept, script); })) {
-        originalsToKeep_.push_back(script);
-    }
+    KeepOriginalOnFirstSave(script);
 
     QStringList lines;
     lines << (findings.size() == 1
@@ -83,6 +80,34 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
           << MessageText(state_, MSG_FINDINGS_KEPT,
                          {PathText(paths::FileNameOf(KeptOriginalName(script)))});
     services_.MsgBox(lines.join(QLatin1Char('\n')), platform::Buttons::Ok,
+                     platform::Icon::Exclamation, MessageText(state_, MSG_FINDINGS_TITLE));
+}
+
+void FrmMain::KeepOriginalOnFirstSave(const std::string& script) {
+    if (std::none_of(originalsToKeep_.begin(), originalsToKeep_.end(),
+                     [&](const std::string& kept) { return SameScript(kept, script); })) {
+        originalsToKeep_.push_back(script);
+    }
+}
+
+void FrmMain::ReportNoDirective() {
+    const std::string& script = state_.Doc.QcFile;
+    if (script.empty()) {
+        return;
+    }
+    QStringList paragraphs{MessageText(
+        state_, MSG_NO_DIRECTIVE, {platform::FromCp1252(paths::FileNameOf(script))})};
+    // An empty file has nothing in it worth keeping.
+    std::error_code ec;
+    const auto size =
+        std::filesystem::file_size(paths::ToFsPath(paths::Resolve(script).value_or(script)), ec);
+    if (!ec && size > 0) {
+        KeepOriginalOnFirstSave(script);
+        paragraphs << MessageText(
+            state_, MSG_FINDINGS_KEPT,
+            {platform::FromCp1252(paths::FileNameOf(KeptOriginalName(script)))});
+    }
+    services_.MsgBox(paragraphs.join(QStringLiteral("\n\n")), platform::Buttons::Ok,
                      platform::Icon::Exclamation, MessageText(state_, MSG_FINDINGS_TITLE));
 }
 

@@ -74,6 +74,29 @@ TEST_F(DocumentCommandsTest, SaveAsAddsTheExtensionAndPutsTheModelBesideTheScrip
     EXPECT_EQ(services.Prompts()[2].InitialDir, models.path());
 }
 
+TEST_F(DocumentCommandsTest, TheDesktopKeysOpenSaveAndSaveAs) {
+    form->show();
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    const struct {
+        Qt::KeyboardModifiers Modifiers;
+        Qt::Key Key;
+        const char* Kind;
+    } keys[] = {
+        {Qt::ControlModifier, Qt::Key_O, "Open"},
+        {Qt::ControlModifier, Qt::Key_S, "Save"}, // no file yet: save as
+        {Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_S, "Save"},
+    };
+    for (const auto& key : keys) {
+        const auto before = services.Prompts().size();
+        key.Kind == std::string("Open") ? services.QueueOpen(std::nullopt)
+                                        : services.QueueSave(std::nullopt);
+        QTest::keyClick(form.get(), key.Key, key.Modifiers);
+        ASSERT_EQ(services.Prompts().size(), before + 1) << key.Kind;
+        EXPECT_EQ(services.Prompts().back().Kind, key.Kind);
+    }
+}
+
 TEST_F(DocumentCommandsTest, CancelledDialogsChangeNothing) {
     Doc().ModelName = "keep.mdl";
     // Save on a document without a file asks for one.

@@ -6,6 +6,9 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QToolTip>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -238,6 +241,51 @@ TEST_F(MainWindowTest, PathButtonsTakeTheFolderOfThePickedFile) {
     EXPECT_FALSE(form->SetFileListPath(InModels("gone")));
     EXPECT_EQ(form->FileListPath(), models.path());
     EXPECT_EQ(form->FileList->count(), 2);
+}
+
+TEST_F(MainWindowTest, AWindowLargerThanDesignedGivesItsRoomToPathsAndLists) {
+    Start();
+    form->show();
+    const QSize designed = form->size();
+    // Not smaller than designed.
+    form->resize(designed / 2);
+    EXPECT_EQ(form->size(), designed);
+
+    // The parked mascot stands beside the buttons, not on them.
+    const QRect mascot = form->PicWiz->geometry();
+    for (const QWidget* button : {form->CmdModeleinst, form->CmdCompile}) {
+        EXPECT_FALSE(button->geometry().intersects(mascot)) << button->objectName().toStdString();
+    }
+
+    // A group name of 20 characters shows whole.
+    const QString name = QStringLiteral("Ruestung_Oberkoerper");
+    form->CmbBodyGroup->setItemText(0, name);
+    const int room = form->CmbBodyGroup->width() - 24; // less the arrow
+    EXPECT_GE(room, form->CmbBodyGroup->fontMetrics().horizontalAdvance(name));
+
+    const QWidget* grows[] = {form->TxtTexturepath, form->TxtModelpath, form->LstFiles,
+                              form->LstParts,       form->TabSmd,        form->FrmModelfiles};
+    std::vector<QSize> before;
+    for (const QWidget* w : grows) {
+        before.push_back(w->size());
+    }
+    form->resize(designed + QSize(150, 90));
+    QTest::qWait(50); // the layouts of the frames follow
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const QSize now = grows[i]->size();
+        EXPECT_TRUE(now.width() > before[i].width() || now.height() > before[i].height())
+            << grows[i]->objectName().toStdString();
+    }
+    EXPECT_EQ(form->FrmModelfiles->width(), before.back().width() + 150);
+    EXPECT_EQ(form->FrmModelfiles->height(), before.back().height() + 90);
+
+    // A path that does not fit shows whole in the tool tip, above the field's tip.
+    const QString path = QStringLiteral("/") + QString(40, QLatin1Char('m')) +
+                         QStringLiteral("/models/robot/reference/meshes");
+    form->TxtModelpath->setText(path);
+    QHelpEvent tip(QEvent::ToolTip, QPoint(5, 5), form->TxtModelpath->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(form->TxtModelpath, &tip);
+    EXPECT_EQ(QToolTip::text(), path + "\n" + form->TxtModelpath->toolTip());
 }
 
 } // namespace

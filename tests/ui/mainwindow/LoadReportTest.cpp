@@ -78,5 +78,39 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
     EXPECT_EQ(state->Settings.RecentFiles[1], "...");
 }
 
+TEST_F(LoadReportTest, AFileWithoutADirectiveIsToldAndItsOriginalKept) {
+    const QString kept = "\n\nThe first save keeps the original script beside it as \"x.qc.orig\".";
+    const struct {
+        QByteArray Bytes;
+        bool Kept;
+    } files[] = {
+        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\0", 20), true},
+        {"Dear Sir,\r\nplease find the model attached.\r\n", true},
+        {"// a note, and no more\r\n", true},
+        {"", false},
+    };
+    for (const auto& file : files) {
+        const QString qc = InModels("x.qc");
+        WriteFile(qc, file.Bytes);
+        services.QueueOpen(Pick(qc));
+        services.QueueMsgBox(Answer::Ok);
+        const auto before = services.Prompts().size();
+        form->MnuDateiOeffnen->trigger();
+        ASSERT_EQ(services.Prompts().size(), before + 2) << file.Bytes.toStdString();
+        const auto& box = services.Prompts().back();
+        EXPECT_EQ(box.Icon, Icon::Exclamation);
+        EXPECT_EQ(box.Text, "\"x.qc\" holds no directive: it is not a model script, or it is empty. "
+                            "Quarle has read nothing from it." +
+                                (file.Kept ? kept : QString()));
+        EXPECT_EQ(QcFile(), qc);
+
+        form->MnuDateiSpeichern->trigger();
+        EXPECT_EQ(services.Prompts().size(), before + 2) << "a save asks nothing";
+        EXPECT_NE(ReadFile(qc), file.Bytes) << "the script is written";
+        EXPECT_EQ(ReadFile(qc + ".orig"), file.Kept ? file.Bytes : QByteArray("<missing>"));
+        QFile::remove(qc + ".orig");
+    }
+}
+
 } // namespace
 } // namespace quarle::ui
