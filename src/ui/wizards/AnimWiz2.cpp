@@ -74,7 +74,7 @@ void AnimWiz2::Form_Activate() {
     for (int i = 0; i < FileAnimWiz2AnimModel->count(); ++i) {
         const QString name = FileAnimWiz2AnimModel->item(i)->text();
         const QString path = InFolder(fileListPath_, name);
-        if (FileReadable(path) && !IsReferenceSmd(path.toStdString())) {
+        if (FileReadable(path) && !IsReferenceSmd(PathToDocument(path))) {
             LstFiles->addItem(name);
         }
     }

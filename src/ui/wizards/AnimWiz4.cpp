@@ -100,7 +100,7 @@ void AnimWiz4::Form_Activate() {
     const AnimWiz2* file = chain_.Find<AnimWiz2>();
     if (file != nullptr) {
         // A file that cannot be read leaves the count of the file before.
-        ScanSmdFrames(file->TxtAnimWiz2AnimModelLong->text().toStdString(),
+        ScanSmdFrames(PathToDocument(file->TxtAnimWiz2AnimModelLong->text()),
                       state_.Doc.SmdFrameCount);
     }
     TxtAnimWiz4FrameEnd->setText(QString::number(state_.Doc.SmdFrameCount));

@@ -71,7 +71,7 @@ void Wizard3::Form_Activate() {
     // Meshes only; a file that cannot be read is no mesh and is left out.
     for (int i = 0; i < FileWiz3Modeldateien->count(); ++i) {
         const QString name = FileWiz3Modeldateien->item(i)->text();
-        if (IsReferenceSmd(InFolder(folder, name).toStdString())) {
+        if (IsReferenceSmd(PathToDocument(InFolder(folder, name)))) {
             LstFiles->addItem(name);
         }
     }

@@ -2,6 +2,8 @@
 
 #include "document/Paths.h"
 #include "document/Text.h"
+#include "localisation/Cp1252.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
 #include <QDir>
@@ -295,34 +297,35 @@ QStringList SmdFilesOf(const QString& folder) {
         return {};
     }
     QStringList names;
-    for (const std::string& name : paths::ListFiles(folder.toStdString(), ".smd")) {
-        names.append(QString::fromStdString(name));
+    for (const std::string& name : paths::ListFiles(PathToDocument(folder), ".smd")) {
+        names.append(platform::FromCp1252(name));
     }
     return names;
 }
 
 QString InFolder(const QString& folder, const QString& name) {
-    return QString::fromStdString(paths::Join(folder.toStdString(), name.toStdString()));
+    return platform::FromCp1252(paths::Join(PathToDocument(folder), PathToDocument(name)));
 }
 
 bool FileExistsAt(const QString& path) {
-    return !path.isEmpty() && paths::FileExists(path.toStdString());
+    return !path.isEmpty() && paths::FileExists(PathToDocument(path));
 }
 
 std::string PathToDocument(const QString& folder) {
-    return folder.toStdString();
+    // A name cp1252 cannot hold keeps '?' in its place, as the main window's paths do.
+    return platform::ToCp1252(folder).value_or(Utf8ToCp1252(folder.toStdString()));
 }
 
 QString PathFromDocument(const std::string& folder) {
-    return QString::fromStdString(folder);
+    return platform::FromCp1252(folder);
 }
 
 bool FileReadable(const QString& path) {
-    const std::optional<std::string> resolved = paths::Resolve(path.toStdString());
+    const std::optional<std::string> resolved = paths::Resolve(PathToDocument(path));
     if (!resolved) {
         return false;
     }
-    QFile file(QString::fromStdString(*resolved));
+    QFile file(platform::FromCp1252(*resolved));
     return file.open(QIODevice::ReadOnly);
 }
 
