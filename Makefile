@@ -24,12 +24,12 @@ PKG_PACKAGES  := dpkg-dev desktop-file-utils strace
 PKG_ROOT      := $(BUILD)/package-root
 
 .PHONY: run test test-sanitizers test-fuzz test-windows test-package package bench deps \
-        deps-fuzz deps-windows deps-package install-optional configure build clean
+        deps-locale deps-fuzz deps-windows deps-package install-optional configure build clean
 
 run: build
 	cd $(BUILD)/bin && ./quarle
 
-test: build
+test: build deps-locale
 	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 	@$(MAKE) --no-print-directory test-sanitizers
 	@$(MAKE) --no-print-directory test-fuzz
@@ -102,6 +102,15 @@ deps:
 	    echo "Installing:$$missing"; \
 	    $(SUDO) apt-get update -qq && \
 	    DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq $$missing; \
+	fi
+
+# The forms' decimal-comma tests run under a German locale; a fresh machine
+# has none, so it is generated here.
+deps-locale:
+	@if ! locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$$'; then \
+	    $(MAKE) --no-print-directory install-optional OPTIONAL=locales; \
+	    echo "Generating de_DE.UTF-8"; \
+	    $(SUDO) localedef -i de_DE -c -f UTF-8 de_DE.UTF-8 || echo "could not generate de_DE.UTF-8"; \
 	fi
 
 deps-windows:

@@ -638,6 +638,8 @@ GERMAN_MESSAGES = {
                                    "Hinzugefügt: %2; nicht hinzugefügt: %3.",
     "MSG_NO_DIRECTIVE": "„%1“ enthält keine Anweisung: Die Datei ist kein Modellskript oder leer. "
                         "Quarle hat nichts daraus gelesen.",
+    "MSG_SAVE_NAME_QUOTE": "„%1“ enthält ein doppeltes Anführungszeichen, das ein Modellskript "
+                           "nicht nennen kann. Bitte einen Namen ohne dieses wählen.",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -144,6 +144,8 @@ enum Msg : int {
     // Some of the chosen animations fitted: %1 the limit, %2 added, %3 left out.
     MSG_ANIMATIONS_PARTLY_ADDED,
     MSG_NO_DIRECTIVE,
+    // A script name with a double quote: the script cannot write it.
+    MSG_SAVE_NAME_QUOTE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -327,6 +329,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_NO_DIRECTIVE, "MSG_NO_DIRECTIVE",
      "\"%1\" holds no directive: it is not a model script, or it is empty. Quarle has read "
      "nothing from it."},
+    {MSG_SAVE_NAME_QUOTE, "MSG_SAVE_NAME_QUOTE",
+     "\"%1\" holds a double quote, which a model script cannot name. Please choose a name "
+     "without it."},
 }};
 
 namespace detail {

@@ -278,11 +278,16 @@ void DlgOrigin::TxtZ_KeyPress(int& keyAscii) {
 void DlgOrigin::OKButton_Click() {
     AnimRec* anim = Current();
     if (anim != nullptr) {
-        // Summed wide: two large offsets cannot overflow into a false zero.
-        const int sum = state_.OriginEditX + state_.OriginEditY + state_.OriginEditZ;
+        // The sum is of what will be stored: a number beyond the view counts
+        // with its own value, not with the view's edge that the copy holds.
+        // Summed wide, so two large offsets cannot overflow into a false zero.
+        const i16 copies[] = {state_.OriginEditX, state_.OriginEditY, state_.OriginEditZ};
+        int sum = 0;
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            sum += beyondView_[axis] ? *beyondView_[axis] * TwipsPerUnit : copies[axis];
+        }
         if (sum != 0) {
             anim->OriginOn = 1;
-            const i16 copies[] = {state_.OriginEditX, state_.OriginEditY, state_.OriginEditZ};
             i16* fields[] = {&anim->OriginX, &anim->OriginY, &anim->OriginZ};
             for (std::size_t axis = 0; axis < 3; ++axis) {
                 *fields[axis] = beyondView_[axis].value_or(

@@ -2,10 +2,12 @@
 
 #include "localisation/LanguageEdit.h"
 #include "localisation/LanguageFile.h"
+#include "platform/Cp1252Text.h"
 #include "platform/LanguageFolders.h"
 #include "platform/Reflection.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/DlgNewLocalisation.h"
+#include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
@@ -17,6 +19,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <array>
+#include <optional>
 
 namespace quarle::ui {
 namespace {
@@ -138,9 +142,10 @@ DlgSettings::~DlgSettings() = default;
 void DlgSettings::Form_Load() {
     LoadLanguage();
     const ToolSettings& tools = state_.Settings;
-    TxtStudioMDL->setText(FromUtf8(tools.StudioMdlPath));
-    TxtModelviewer->setText(FromUtf8(tools.ModelViewerPath));
-    TxtEditor->setText(FromUtf8(tools.TextEditorPath));
+    // The paths are held as the document holds text, like every other path.
+    TxtStudioMDL->setText(platform::FromCp1252(tools.StudioMdlPath));
+    TxtModelviewer->setText(platform::FromCp1252(tools.ModelViewerPath));
+    TxtEditor->setText(platform::FromCp1252(tools.TextEditorPath));
     for (const QString& name : platform::LanguageFileNames(services_)) {
         CmbLanguage->addItem(name.chopped(4));
     }
@@ -218,10 +223,21 @@ void DlgSettings::CmdLocaliseStrings_Click() {
 }
 
 void DlgSettings::OKButton_Click() {
+    // A path that the code page cannot name is refused with a message, and
+    // the dialog stays open with every path as it was.
+    std::array<std::string, 3> paths;
+    const std::array<const QLineEdit*, 3> boxes{TxtStudioMDL, TxtEditor, TxtModelviewer};
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        std::optional<std::string> path = TypedText(state_, services_, boxes[i]->text());
+        if (!path) {
+            return;
+        }
+        paths[i] = std::move(*path);
+    }
     ToolSettings& tools = state_.Settings;
-    tools.StudioMdlPath = TxtStudioMDL->text().toStdString();
-    tools.TextEditorPath = TxtEditor->text().toStdString();
-    tools.ModelViewerPath = TxtModelviewer->text().toStdString();
+    tools.StudioMdlPath = std::move(paths[0]);
+    tools.TextEditorPath = std::move(paths[1]);
+    tools.ModelViewerPath = std::move(paths[2]);
     // A bare program name counts when it is found on the search path.
     main_.CmdCompile->setEnabled(platform::ProgramExists(TxtStudioMDL->text()));
     main_.MnuDateiViewCode->setEnabled(platform::ProgramExists(TxtEditor->text()));

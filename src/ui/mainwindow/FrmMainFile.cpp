@@ -200,6 +200,13 @@ bool FrmMain::SaveQcFileAs() {
     if (!typed) {
         return false;
     }
+    // The script names its model in double quotes and has no way to write
+    // one inside them.
+    if (typed->find('"') != std::string::npos) {
+        services_.MsgBox(MessageText(state_, MSG_SAVE_NAME_QUOTE, {pick->FileName}),
+                         platform::Buttons::Ok, platform::Icon::Exclamation, IdsText(IDS_ERROR));
+        return false;
+    }
     std::string path = *typed;
     // Only ".qc" in lower case counts: "robot.QC" becomes "robot.QC.qc".
     if (!path.ends_with(".qc")) {

@@ -66,6 +66,9 @@ void AnimWiz5::Form_Load() {
         QString(),
         QStringLiteral("SMD-") + ids(IDS_FILE) + sep + file->TxtAnimWiz2AnimModel->text(),
         ids(IDS_ANIMATIONID) + sep + (id.isEmpty() ? ids(IDS_NONES) : id),
+        // The wizard asks for no parameter of its own; the line repeats the
+        // activity, as the summary always has.
+        ids(IDS_LXPARAMETER) + sep + (id.isEmpty() ? ids(IDS_NONES) : id),
         ids(IDS_FPS) + sep + play->TxtAnimWiz4FpS->text(),
         ids(IDS_SHOWPICTURES) + sep + frames,
         ids(IDS_LOOP) + sep + ids(play->ChkAnimWiz4Schleife->isChecked() ? IDS_ON : IDS_OFF),

@@ -2,6 +2,7 @@
 
 #include "localisation/GlobalStrings.h"
 #include "platform/Reflection.h"
+#include "ui/localisation/Messages.h"
 
 #include <QDir>
 #include <QGridLayout>
@@ -129,7 +130,13 @@ std::optional<QString> Wizard2::PickFolder(int titleKey, const QString& filter) 
     if (cut < 0) {
         return std::nullopt;
     }
-    return cut == 0 ? path.left(1) : path.left(cut);
+    const QString folder = cut == 0 ? path.left(1) : path.left(cut);
+    // A folder the document cannot name is refused here, as the main window
+    // refuses it, rather than stored with '?' for its letters.
+    if (!TypedText(state_, services_, folder)) {
+        return std::nullopt;
+    }
+    return folder;
 }
 
 void Wizard2::CmdWiz2Texturenpfad_Click() {

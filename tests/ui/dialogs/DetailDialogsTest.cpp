@@ -398,6 +398,11 @@ TEST_F(DetailDialogsTest, OriginChangesTheRecordOnlyOnOk) {
          },
          1,
          {2000, 1000, 1000}},
+        {"the sum is of the numbers stored, not of the view's edges",
+         {2000, -1092, 0},
+         [](DlgOrigin& o) { o.OKButton->click(); },
+         1,
+         {2000, -1092, 0}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);

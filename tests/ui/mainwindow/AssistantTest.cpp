@@ -51,6 +51,7 @@ TEST_F(Assistant, PoseTimersWithFixedRandomNumbers) {
     EXPECT_EQ(Frame(), 0);
     EXPECT_EQ(form->TmrAnimTag, "NEW");
     EXPECT_EQ(form->TmrAnim->interval(), 500);
+    EXPECT_TRUE(form->TmrAnim->isActive()) << "the poses run from the start";
 
     struct Row {
         const char* state;

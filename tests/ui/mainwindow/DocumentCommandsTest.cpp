@@ -4,6 +4,7 @@
 // only recorded). What the compile dialog itself does is its own tests'.
 #include "FakeCompiler.h"
 #include "support/MainWindowFixture.h"
+#include "ui/localisation/Messages.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -72,6 +73,17 @@ TEST_F(DocumentCommandsTest, SaveAsAddsTheExtensionAndPutsTheModelBesideTheScrip
     EXPECT_TRUE(ReadFile(InModels("loud.QC.qc")).contains("\r\n$scale 2\r\n"));
     // The save dialog opens where the script lies.
     EXPECT_EQ(services.Prompts()[2].InitialDir, models.path());
+
+    // A name with a double quote cannot stand in the script: refused, and
+    // the document stays with its file.
+    services.QueueSave(Pick(InModels("say \"hi\"")));
+    services.QueueMsgBox(Answer::Ok);
+    form->MnuDateiSpeichernunter_Click();
+    EXPECT_EQ(services.Prompts().last().Text,
+              ui::MessageText(*state, MSG_SAVE_NAME_QUOTE, {InModels("say \"hi\"")}));
+    EXPECT_EQ(QcFile(), InModels("loud.QC.qc"));
+    EXPECT_FALSE(QFileInfo::exists(InModels("say \"hi\".qc")));
+    services.VerifyAllUsed();
 }
 
 TEST_F(DocumentCommandsTest, TheDesktopKeysOpenSaveAndSaveAs) {

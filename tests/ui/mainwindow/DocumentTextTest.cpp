@@ -1,10 +1,14 @@
 // German names typed into every name field reach the script as cp1252 bytes
 // and come back from it whole; a character cp1252 cannot hold is refused.
+#include "platform/Cp1252Text.h"
 #include "support/MainWindowFixture.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
+#include "ui/localisation/DlgSettings.h"
 
+#include <QAction>
 #include <QLineEdit>
+#include <functional>
 
 namespace quarle::ui {
 namespace {
@@ -90,6 +94,72 @@ TEST_F(DocumentTextTest, GermanNamesRoundTripThroughTheScript) {
     EXPECT_EQ(Items(form->LstAnimations), QStringList{QStringLiteral("\u00dcbung")});
     test::Click(form->LstAnimations, 0);
     EXPECT_EQ(form->TxtAnimID->currentText(), QStringLiteral("ACT_\u00c4 1"));
+    services.VerifyAllUsed();
+}
+
+// The tools' paths cross the settings dialog as every other path does: shown,
+// browsed, stored and written back at stop with their umlauts whole.
+class ToolPathsTest : public test::MainWindowFixture {};
+
+TEST_F(ToolPathsTest, UmlautsCrossTheSettingsDialog) {
+    QDir(programDir.path()).mkdir(QStringLiteral("Werkzeug f\u00fcr HL"));
+    const QString compiler = InProgramDir(QStringLiteral("Werkzeug f\u00fcr HL/studiomdl.exe"));
+    const QString viewer = InProgramDir(QStringLiteral("Werkzeug f\u00fcr HL/hlmv.exe"));
+    const QString editor = InProgramDir(QStringLiteral("Werkzeug f\u00fcr HL/Schreibb\u00fcro"));
+    for (const QString& file : {compiler, viewer, editor}) {
+        test::WriteFile(file);
+    }
+    settings.Store().Set(QStringLiteral("StudioMdl"), compiler);
+    settings.Store().Set(QStringLiteral("ModelViewer"), viewer);
+    settings.Store().Set(QStringLiteral("TextEditor"), QStringLiteral("kate"));
+    Start(Texts::Keys);
+    const std::string compilerBytes = *platform::ToCp1252(compiler);
+
+    const auto openSettings = [this](const std::function<void(DlgSettings*)>& steps) {
+        test::ModalScript script([&steps](QWidget* modal) {
+            auto* dialog = qobject_cast<DlgSettings*>(modal);
+            ASSERT_NE(dialog, nullptr);
+            steps(dialog);
+        });
+        form->MnuEinstAllg->trigger();
+        ASSERT_TRUE(script.Ran());
+    };
+    // Shown whole; Cancel keeps every path as it was.
+    openSettings([&](DlgSettings* dialog) {
+        EXPECT_EQ(dialog->TxtStudioMDL->text(), compiler);
+        EXPECT_EQ(dialog->TxtModelviewer->text(), viewer);
+        dialog->TxtStudioMDL->setText(QStringLiteral("anderswo"));
+        dialog->CancelButton->click();
+    });
+    EXPECT_EQ(state->Settings.StudioMdlPath, compilerBytes);
+    EXPECT_TRUE(form->CmdCompile->isEnabled());
+
+    // A path the code page cannot name is refused, and the dialog stays.
+    openSettings([&](DlgSettings* dialog) {
+        services.QueueMsgBox(Answer::Ok);
+        dialog->TxtModelviewer->setText(QStringLiteral("/opt/\u0141\u00f3d\u017a/hlmv"));
+        dialog->OKButton->click();
+        EXPECT_TRUE(dialog->isVisible());
+        dialog->CancelButton->click();
+    });
+    EXPECT_EQ(state->Settings.ModelViewerPath, *platform::ToCp1252(viewer));
+
+    // OK takes the untouched paths as they were and the browsed editor.
+    services.QueueOpen(Pick(editor));
+    openSettings([&](DlgSettings* dialog) {
+        dialog->Command3->click();
+        dialog->OKButton->click();
+    });
+    EXPECT_EQ(state->Settings.StudioMdlPath, compilerBytes);
+    EXPECT_EQ(state->Settings.TextEditorPath, *platform::ToCp1252(editor));
+    EXPECT_TRUE(form->CmdCompile->isEnabled());
+    EXPECT_TRUE(form->MnuDateiViewCode->isEnabled());
+    EXPECT_TRUE(form->MnuDateiView->isEnabled());
+
+    form->close();
+    EXPECT_EQ(settings.Store().Get(QStringLiteral("StudioMdl")), compiler);
+    EXPECT_EQ(settings.Store().Get(QStringLiteral("ModelViewer")), viewer);
+    EXPECT_EQ(settings.Store().Get(QStringLiteral("TextEditor")), editor);
     services.VerifyAllUsed();
 }
 

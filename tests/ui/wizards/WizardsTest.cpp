@@ -106,7 +106,7 @@ protected:
 
     // The steps of the base-settings wizard up to its summary, with the
     // sample folders, robot_ref as reference, the scale and the eyes.
-    std::vector<Pages::Step> BaseSteps(const QString& scale = "0,5") {
+    std::vector<Pages::Step> BaseSteps(const QString& scale = "0,5", bool eyes = true) {
         return {
             On<Wizard2>([this](Wizard2& p) {
                 services.QueueOpen(Pick(InModels("textures/skin.bmp")));
@@ -124,9 +124,11 @@ protected:
                 Press(p.CmdAssign);
                 Press(p.CmdWeiter);
             }),
-            On<Wizard4>([scale](Wizard4& p) {
+            On<Wizard4>([scale, eyes](Wizard4& p) {
                 Retype(p.TxtWiz4Massstab, scale);
-                p.ChkWiz4Augen->click();
+                if (eyes) {
+                    p.ChkWiz4Augen->click();
+                }
                 Retype(p.TxtWiz4AugenX, "-1.5");
                 Retype(p.TxtWiz4AugenY, "2a");
                 Retype(p.TxtWiz4AugenZ, "64");
@@ -221,7 +223,8 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     steps.push_back(On<AnimWiz5>([](AnimWiz5& p) {
         EXPECT_EQ(Items(p.LstSumm),
                   (QStringList{"", "IDS_ANIMATION - walk", "", "SMD-IDS_FILE: walk.smd",
-                               "IDS_ANIMATIONID: ACT_WALK 1", "IDS_FPS: 15",
+                               "IDS_ANIMATIONID: ACT_WALK 1", "IDS_LXPARAMETER: ACT_WALK 1",
+                               "IDS_FPS: 15",
                                "IDS_SHOWPICTURES: IDS_ALL", "IDS_LOOP: IDS_ON"}));
         Press(p.CmdWeiter);
     }));
@@ -229,7 +232,8 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     steps = AnimSteps("sprung", "jump.smd", "", true, false);
     steps.push_back(On<AnimWiz5>([](AnimWiz5& p) {
         EXPECT_EQ(Items(p.LstSumm).mid(4),
-                  (QStringList{"IDS_ANIMATIONID: IDS_NONES", "IDS_FPS: 15",
+                  (QStringList{"IDS_ANIMATIONID: IDS_NONES", "IDS_LXPARAMETER: IDS_NONES",
+                               "IDS_FPS: 15",
                                "IDS_SHOWPICTURES: 2 IDS_TO 15", "IDS_LOOP: IDS_OFF"}));
         Press(p.CmdWeiter);
     }));
@@ -543,6 +547,32 @@ TEST_F(Wizards, FullGroupIsRefused) {
 
 // A text the script cannot hold is refused on the last page, which stays
 // open; nothing is added.
+TEST_F(Wizards, BaseSettingsRefuseAFolderTheScriptCannotNameAndKeepTheEyesOff) {
+    Doc().EyeX = 7;
+    auto steps = BaseSteps("1", false);
+    steps[0] = On<Wizard2>([this](Wizard2& p) {
+        services.QueueOpen(Pick(QString::fromUtf8("/tmp/\xC5\x81\xC3\xB3" "d\xC5\xBA/a.bmp")));
+        services.QueueMsgBox(platform::Answer::Ok);
+        Press(p.CmdWiz2Texturenpfad);
+        EXPECT_EQ(services.Prompts().last().Kind, "MsgBox");
+        EXPECT_EQ(p.TxtWiz2Texturenpfad->text(), "");
+        services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+        Press(p.CmdWiz2Texturenpfad);
+        services.QueueOpen(Pick(InModels("walk.smd")));
+        Press(p.CmdWiz2Modelpfad);
+        Press(p.CmdWeiter);
+    });
+    steps.push_back(On<Wizard5>([](Wizard5& p) {
+        EXPECT_EQ(Items(p.LstSumm).mid(6, 2), (QStringList{"IDS_SCALE: 1", "IDS_EYES: IDS_NO"}));
+        Press(p.CmdFertig);
+    }));
+    Run(form->MnuWizardsGrWiz, std::move(steps));
+    EXPECT_EQ(Doc().TexturePath, InModels("textures").toStdString());
+    EXPECT_EQ(Doc().EyesOn, 0);
+    EXPECT_EQ(Doc().EyeX, 7.0f) << "the eye position stays behind the cleared box";
+    services.VerifyAllUsed();
+}
+
 TEST_F(Wizards, NameTheScriptCannotHoldIsRefused) {
     Doc().ModelPath = models.path().toStdString();
     form->Update();
