@@ -81,7 +81,7 @@ inline void Select(QListWidget* list, std::initializer_list<int> rows) {
 // Selects the one entry with this text.
 inline void SelectText(QListWidget* list, const char* text) {
     list->clearSelection();
-    const auto found = list->findItems(QString::fromLatin1(text), Qt::MatchExactly);
+    const auto found = list->findItems(QString::fromUtf8(text), Qt::MatchExactly);
     ASSERT_EQ(found.size(), 1) << text;
     list->setCurrentItem(found.first(), QItemSelectionModel::Select);
 }

@@ -1,6 +1,7 @@
 #include "ui/textures/DlgTextureGroup.h"
 
 #include "document/NumberText.h"
+#include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
@@ -252,9 +253,10 @@ void DlgTextureGroup::ChkChangeTo_Click() {
     }
     if (ChkChangeTo->isChecked()) {
         if (FileChangeTo->count() == 0) {
-            services_.MsgBox(MessageText(state_, MSG_NO_BITMAPS,
-                                         {QString::fromStdString(state_.Doc.TexturePath)}),
-                             platform::Buttons::Ok, platform::Icon::Exclamation, windowTitle());
+            services_.MsgBox(
+                MessageText(state_, MSG_NO_BITMAPS, {platform::FromCp1252(state_.Doc.TexturePath)}),
+                platform::Buttons::Ok, platform::Icon::Exclamation,
+                QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
             ChkChangeToTag = QStringLiteral("1");
             ChkChangeTo->setChecked(false);
             ChkChangeToTag = QStringLiteral("0");

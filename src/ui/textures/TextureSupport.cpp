@@ -3,8 +3,10 @@
 #include "document/ModelTextures.h"
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
+#include "platform/Cp1252Text.h"
 #include "ui/localisation/Messages.h"
 
+#include <QFile>
 #include <QImageReader>
 
 namespace quarle::ui {
@@ -24,7 +26,7 @@ void CollectTextures(const AppState& state, platform::Services& services,
     if (!result.Unreadable.empty()) {
         QString files;
         for (const std::string& path : result.Unreadable) {
-            files += QStringLiteral("\n") + QString::fromStdString(path);
+            files += QStringLiteral("\n") + platform::FromCp1252(path);
         }
         Warn(state, services, MessageText(state, MSG_TEXTURE_PARTS_UNREADABLE, {files}));
     }
@@ -41,21 +43,22 @@ QStringList BitmapFiles(const std::string& textureFolder) {
         return files;
     }
     for (const std::string& name : paths::ListFiles(textureFolder, ".bmp")) {
-        files.append(QString::fromStdString(name));
+        files.append(platform::FromCp1252(name));
     }
     return files;
 }
 
 QImage LoadBitmap(const std::string& textureFolder, const QString& name) {
-    if (textureFolder.empty() || name.isEmpty()) {
+    const std::optional<std::string> bytes = platform::ToCp1252(name);
+    if (textureFolder.empty() || !bytes || bytes->empty()) {
         return {};
     }
-    const std::optional<std::string> path =
-        paths::Resolve(paths::Join(textureFolder, name.toStdString()));
+    const std::optional<std::string> path = paths::Resolve(paths::Join(textureFolder, *bytes));
     if (!path) {
         return {};
     }
-    QImageReader reader(QString::fromStdString(*path));
+    QFile file(paths::ToFsPath(*path));
+    QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     QImage image;
     if (!reader.read(&image)) {

@@ -25,7 +25,8 @@ QStringList BitmapFiles(const std::string& textureFolder);
 
 // A bitmap of the texture folder by its name (found in any case), as Qt's
 // image reader reads it: paletted 8-bit bitmaps as the game uses them and any
-// other bitmap Qt reads. A null image when it can't be read.
+// other bitmap Qt reads. A null image when it can't be read, and for a name
+// the document's code page cannot hold, which no bitmap of the folder has.
 QImage LoadBitmap(const std::string& textureFolder, const QString& name);
 
 } // namespace quarle::ui

@@ -2,6 +2,7 @@
 // two meshes is opened, the dialog is opened and driven, closed, the script
 // saved and its texture lines compared; a second opening must add nothing.
 // The bitmaps are made here: 8-bit paletted, as the game uses them.
+#include "platform/Cp1252Text.h"
 #include "support/MainWindowFixture.h"
 #include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/textures/DlgTextureGroup.h"
@@ -283,6 +284,54 @@ TEST_F(TextureDialogsTest, ProblemsAreToldOnceAndLoseNothing) {
     });
     EXPECT_TRUE(services.Prompts().last().Text.startsWith("The texture folder \""));
     services.VerifyAllUsed();
+}
+
+// Names on disk are UTF-8, the document holds cp1252: a texture folder and
+// bitmaps with umlauts are listed, previewed and picked by their own letters,
+// written as cp1252, and the folder is named as it is called.
+TEST_F(TextureDialogsTest, UmlautsInTheTextureFolderKeepTheirLetters) {
+    QDir(models.path()).mkdir("Blüten");
+    WriteBitmap(InModels("Blüten/blütig.bmp"), 64, 32, 50);
+    WriteBitmap(InModels("Blüten/ärmel.bmp"), 32, 16, 60);
+    Doc().TexturePath = *platform::ToCp1252(InModels("Blüten"));
+    const struct {
+        const char* texture;
+        const char* bitmap;
+        std::size_t column;
+        QSize preview;
+    } rows[] = {{"face.bmp", "blütig.bmp", 3, {64, 32}}, {"skin.bmp", "ärmel.bmp", 1, {32, 16}}};
+    Open<DlgTextureGroup>([&](DlgTextureGroup& dlg) {
+        EXPECT_EQ(Items(dlg.FileChangeTo), (QStringList{"blütig.bmp", "ärmel.bmp"}));
+        for (const auto& row : rows) {
+            SelectText(dlg.LstTexture, row.texture);
+            dlg.ChkChangeTo->click();
+            SelectText(dlg.FileChangeTo, row.bitmap);
+            EXPECT_EQ(Doc().TextureVariations[2][row.column], *platform::ToCp1252(row.bitmap));
+            EXPECT_EQ(dlg.ScrPicPreview->Picture().size(), row.preview) << row.bitmap;
+        }
+    });
+    EXPECT_TRUE(SavedTextureLines().contains("{ \"\xe4rmel.bmp\" \"Grate.BMP\" \"bl\xfc"
+                                             "tig.bmp\" }"));
+
+    // A mesh file that can't be read and a folder without bitmaps, both named
+    // with their umlauts under the error title.
+    Doc().BodyGroupCount = 3;
+    Doc().BodyGroups[3].PartCount = 1;
+    Doc().BodyGroups[3].Parts[1] = *platform::ToCp1252("Blüten/weg");
+    QDir(models.path()).mkdir("Öde");
+    Doc().TexturePath = *platform::ToCp1252(InModels("Öde"));
+    services.QueueMsgBox(Answer::Ok);
+    services.QueueMsgBox(Answer::Ok);
+    Open<DlgTextureGroup>([](DlgTextureGroup& dlg) {
+        SelectText(dlg.LstTexture, "Grate.BMP");
+        dlg.ChkChangeTo->click();
+    });
+    const auto& prompts = services.Prompts();
+    ASSERT_EQ(prompts.size(), 3);
+    EXPECT_TRUE(prompts[1].Text.contains(InModels("Blüten/weg.smd")))
+        << prompts[1].Text.toStdString();
+    EXPECT_TRUE(prompts[2].Text.contains(InModels("Öde"))) << prompts[2].Text.toStdString();
+    EXPECT_EQ(prompts[2].Title, "IDS_ERROR");
 }
 
 } // namespace
