@@ -664,10 +664,11 @@ TEST_F(DecimalCommaTest, NumbersShownWithACommaComeBackWhole) {
                                            });
                           d.OKButton->click();
                       });
-    EXPECT_EQ(Saved(HeadLines + QStringList{"$attachment", "$controller", "$sequence \"walk\""}),
-              "$scale 0.25|$gamma 1.5|$attachment 0 \"\" 1.5 -2.5 0|"
-              "$controller 0 \"\" XR -12,5 12,5|$sequence \"walk\" \"walk\" \"\" fps 30 origin 3 2 0 "
-              "rotate 12,5  scale 1,5 blend XR -12,5 12,5");
+    EXPECT_EQ(
+        Saved(HeadLines + QStringList{"$attachment", "$controller", "$sequence \"walk\""}),
+        "$scale 0.25|$gamma 1.5|$attachment 0 \"\" 1.5 -2.5 0|$controller 0 \"\" XR -12,5 12,5|"
+        "$sequence \"walk\" \"walk\" \"\" fps 30 origin 3 2 0 rotate 12,5  scale 1,5 "
+        "blend XR -12,5 12,5");
 }
 
 } // namespace
