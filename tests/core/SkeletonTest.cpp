@@ -101,6 +101,56 @@ TEST(Skeleton, PositionsAndRangesWorkedOutByHand) {
     }
 }
 
+// turned.smd holds two chains, root -> 1 -> 2, each root turned about two axes
+// and its child about three, with every sine and cosine nonzero, so a sign
+// turned over in any one term of either rotation moves a bone. The angles are
+// those of the 3-4-5 triangle: t (sin .6, cos .8) and u (sin .8, cos .6), as
+// radians in the attachment chain (0.6435011, 0.9272952) and as degrees in
+// the controller chain (36.869898, 53.130102). Both children stand at offset
+// P = (1, 2, 3) once the columns are mapped.
+//
+// Attachment chain ar, a1, a2 (ar at 0; a, b, c as RotA, RotB, RotC):
+//   ar: a = t, b = u, c = 0       K0 = (.48 .6 -.64 / -.36 .8 .48 / -.64 0 .6)
+//   a1: a = t, b = u, c = u       K1 = (.864 .36 -.352 / .152 .48 .864 / -.352 -.8 .36)
+//     e.g. k11 = sb·sc·sa + ca·cb = .8·.8·.6 + .8·.6 = .864, k31 = k13
+//   a1 = K0·P = (.48 + 1.2 - 1.92, -.36 + 1.6 + 1.44, -.64 + 0 + 1.8)
+//        = (-.24, 2.68, 1.16)
+//   a2 about a1: a1 + K1·P = a1 + (.528, 3.704, -.872) = (.288, 6.384, .288);
+//   then about ar: K0·(.288, 6.384, .288)
+//        = (.13824 + 3.8304 - .18432, -.10368 + 5.1072 + .13824, -.18432 + .1728)
+//        = (3.78432, 5.14176, -.01152)
+// Controller chain cr, c1, c2 (A1, A2, A3 from RotA, RotB, RotC):
+//   cr: A1 = t, A2 = u, A3 = 0    M0 = (.48 -.6 -.64 / .36 .8 -.48 / .8 0 .6)
+//   c1: A1 = t, A2 = u, A3 = u    M1 = (.48 -.872 .096 / .36 .096 -.928 / .8 .48 .36)
+//     e.g. m12 = -s1·c3 - s2·c1·s3 = -.36 - .512 = -.872
+//   c1 = M0·P = (.48 - 1.2 - 1.92, .36 + 1.6 - 1.44, .8 + 0 + 1.8) = (-2.64, .52, 2.6)
+//   c2 = c1 + M1·P = c1 + (.48 - 1.744 + .288, .36 + .192 - 2.784, .8 + .96 + 1.08)
+//        = (-3.616, -1.712, 5.44)
+TEST(Skeleton, TurnsAboutSeveralAxesWorkedOutByHand) {
+    const std::string text = testing::ReadFile(QUARLE_TEST_DATA "/skeleton/turned.smd");
+    const struct {
+        V variant;
+        int bone;
+        float x, y, z;
+    } cases[] = {
+        {V::Attachment, 1, -0.24f, 2.68f, 1.16f},
+        {V::Attachment, 2, 3.78432f, 5.14176f, -0.01152f},
+        {V::Controller, 4, -2.64f, 0.52f, 2.6f},
+        {V::Controller, 5, -3.616f, -1.712f, 5.44f},
+    };
+    for (const auto& c : cases) {
+        auto tables = std::make_unique<SkeletonTables>();
+        StartSkeleton(*tables, c.variant);
+        ReadSkeletonText(*tables, text, c.variant);
+        PlaceBones(*tables, c.variant);
+        const BoneRec& bone = tables->Bones[c.bone];
+        SCOPED_TRACE(tables->BoneNames[c.bone]);
+        EXPECT_NEAR(bone.X, c.x, 1e-4);
+        EXPECT_NEAR(bone.Y, c.y, 1e-4);
+        EXPECT_NEAR(bone.Z, c.z, 1e-4);
+    }
+}
+
 // The reference is the first part that is neither "<blank>" nor empty, found
 // in any case; without one, or without its file, the tables hold no names.
 TEST(Skeleton, LoadFindsTheFirstReferencePart) {

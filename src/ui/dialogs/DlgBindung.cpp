@@ -28,7 +28,8 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
     CreateSkeletonControls();
     Label1 = Control(new QLabel(QStringLiteral("Bindungs-Nr.:"), this), QStringLiteral("Label1"));
     CmbBindung = CreateItemList(QStringLiteral("CmbBindung"), limits::LastAttachment,
-                                QStringLiteral("Wähle eine Attachmentnummer aus"));
+                                QStringLiteral("Wähle eine Attachmentnummer aus"),
+                                [this] { CmbBindung_Click(); });
     ChkBndgAktiv =
         Control(new QCheckBox(QStringLiteral("Bindung an"), this), QStringLiteral("ChkBndgAktiv"));
     ChkBndgAktiv->setToolTip(QStringLiteral("Ist Bindung aktiv?"));
@@ -69,8 +70,6 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
     point->addWidget(TxtBindungZ, 2, 1);
     LayOut(Label1, CmbBindung, ChkBndgAktiv, Label2, Frame1);
 
-    connect(CmbBindung, &QComboBox::currentIndexChanged, this, [this] { CmbBindung_Click(); });
-    connect(CmbBindung, &QComboBox::editTextChanged, this, &DlgBindung::CmbBindung_Change);
     connect(ChkBndgAktiv, &QCheckBox::toggled, this, &DlgBindung::ChkBndgAktiv_Click);
     connect(TxtBindungX, &QLineEdit::textChanged, this,
             [this](const QString& t) { TxtBindung_Change(0, t); });
@@ -87,6 +86,7 @@ void DlgBindung::Form_Load() {
     LoadLanguage();
     LoadSkeleton();
     CmbBindung->setCurrentIndex(0);
+    CmbBindung_Click();
 }
 
 int DlgBindung::K() const {
@@ -120,10 +120,6 @@ void DlgBindung::CmbBindung_Click() {
     if (SelectBoneEntry(doc.AttachmentBones[k])) {
         ShowBone();
     }
-}
-
-void DlgBindung::CmbBindung_Change(const QString& text) {
-    PickTypedEntry(CmbBindung, text);
 }
 
 void DlgBindung::ChkBndgAktiv_Click() {

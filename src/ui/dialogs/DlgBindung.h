@@ -31,7 +31,6 @@ public:
     QLineEdit* TxtBindungZ = nullptr;
 
     void CmbBindung_Click();
-    void CmbBindung_Change(const QString& text);
     void ChkBndgAktiv_Click();
     void TxtBindung_Change(int axis, const QString& text); // 0 X, 1 Y, 2 Z
 

@@ -27,17 +27,11 @@ namespace {
 
 using platform::Control;
 
-// A limit as the boxes hold it. The boxes show limits in the user's
-// separator, so under a decimal comma "12,5" reads as 12.5 and a limit
-// survives being shown and read back; a point is read in every locale.
+// A limit as the boxes hold it, shown in the user's separator: under a
+// decimal comma "12,5" reads as 12.5, so a limit survives being shown and
+// read back; a point is read in every locale.
 double LimitValue(const QString& text) {
-    std::string bytes = text.toLatin1().toStdString();
-    if (SystemDecimalSeparator() == ',') {
-        for (char& c : bytes) {
-            c = c == ',' ? '.' : c;
-        }
-    }
-    return TextToNumber(bytes);
+    return FieldNumber(NumberText(text));
 }
 
 } // namespace
@@ -53,7 +47,8 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     TxtBone->setToolTip(QStringLiteral("Listet die Knochen für das Modell auf"));
     Label1 = Control(new QLabel(QStringLiteral("Controller-Nr.:"), this), QStringLiteral("Label1"));
     CmbController = CreateItemList(QStringLiteral("CmbController"), limits::LastController,
-                                   QStringLiteral("Wähle eine Controllernummer aus"));
+                                   QStringLiteral("Wähle eine Controllernummer aus"),
+                                   [this] { CmbController_Click(); });
     ChkCtrlAktiv = Control(new QCheckBox(QStringLiteral("Controller an"), this),
                            QStringLiteral("ChkCtrlAktiv"));
     ChkCtrlAktiv->setToolTip(QStringLiteral("Ist Controller aktiv?"));
@@ -110,9 +105,6 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     frame->addLayout(dial);
     LayOut(Label1, CmbController, ChkCtrlAktiv, Label2, FrameCtrl);
 
-    connect(CmbController, &QComboBox::currentIndexChanged, this,
-            [this] { CmbController_Click(); });
-    connect(CmbController, &QComboBox::editTextChanged, this, &DlgController::CmbController_Change);
     connect(ChkCtrlAktiv, &QCheckBox::toggled, this, &DlgController::ChkCtrlAktiv_Click);
     for (int i = 0; i < 3; ++i) {
         connect(CtrlAchse[i], &QRadioButton::toggled, this, [this, i](bool on) {
@@ -135,6 +127,7 @@ void DlgController::Form_Load() {
     LoadLanguage();
     StartSkeleton(state_.Skeleton, variant_);
     CmbController->setCurrentIndex(0);
+    CmbController_Click();
     ContinueSkeleton();
     Timer1->start();
     CmbController_Click();
@@ -154,17 +147,17 @@ void DlgController::CmbController_Click() {
     ChkCtrlAktiv->setChecked(c.Active == 1);
     FrameCtrl->setEnabled(ChkCtrlAktiv->isChecked());
     SetBoneText(doc.ControllerBones[k], true);
-    // A foreign axis value still names one of the three options.
-    const int axis = std::isfinite(c.Axis) ? int(std::clamp(std::round(c.Axis), 0.0f, 2.0f)) : 0;
+    // A foreign axis value shows as the nearest of the three options, and
+    // the record takes that option even when it was on already, so that the
+    // script writes the axis the dialog shows.
+    const int axis =
+        std::isfinite(c.Axis) ? int(std::clamp(std::nearbyint(c.Axis), 0.0f, 2.0f)) : 0;
     CtrlAchse[axis]->setChecked(true);
+    CtrlAchse_Click(axis);
     TxtLimitMin->setText(QString::fromLatin1(FloatToText(c.LimitMin)));
     TxtLimitMax->setText(QString::fromLatin1(FloatToText(c.LimitMax)));
     SetBoneText(doc.ControllerBones[k], true);
     ShowBone();
-}
-
-void DlgController::CmbController_Change(const QString& text) {
-    PickTypedEntry(CmbController, text);
 }
 
 void DlgController::ChkCtrlAktiv_Click() {

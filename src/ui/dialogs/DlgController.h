@@ -38,7 +38,6 @@ public:
     QLineEdit* TxtLimitMax = nullptr;
 
     void CmbController_Click();
-    void CmbController_Change(const QString& text);
     void ChkCtrlAktiv_Click();
     void CtrlAchse_Click(int index);
     void TxtLimitMin_Change(const QString& text);

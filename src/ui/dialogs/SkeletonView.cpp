@@ -131,16 +131,35 @@ QWidget* SkeletonDialog::SkeletonPanel() {
     return panel;
 }
 
-QComboBox* SkeletonDialog::CreateItemList(const QString& name, int last, const QString& toolTip) {
+QComboBox* SkeletonDialog::CreateItemList(const QString& name, int last, const QString& toolTip,
+                                          std::function<void()> click) {
     auto* list = Control(new QComboBox(this), name);
     list->setEditable(true);
     list->setInsertPolicy(QComboBox::NoInsert);
+    // Typed text stays as typed: a completion would name an entry the user
+    // did not type.
+    list->setCompleter(nullptr);
     for (int i = 0; i <= last; ++i) {
         list->addItem(QStringLiteral("Bndg.-Nr.%1").arg(i));
     }
     list->setCurrentIndex(-1);
     list->setEditText(QStringLiteral("1"));
     list->setToolTip(toolTip);
+
+    connect(list, &QComboBox::activated, this, [click] { click(); });
+    // Only what the user types: a pick from the list sets the text as well,
+    // and its own signal shows the record.
+    connect(list->lineEdit(), &QLineEdit::textEdited, this, [list, click](const QString& text) {
+        const int i = list->findText(text, Qt::MatchExactly);
+        if (i < 0) {
+            return;
+        }
+        if (i != list->currentIndex()) {
+            const QSignalBlocker block(list);
+            list->setCurrentIndex(i);
+        }
+        click();
+    });
     return list;
 }
 
@@ -150,13 +169,6 @@ int SkeletonDialog::ItemIndex(const QComboBox* list, int last) {
         return -1;
     }
     return k;
-}
-
-void SkeletonDialog::PickTypedEntry(QComboBox* list, const QString& text) {
-    const int i = list->findText(text, Qt::MatchExactly);
-    if (i >= 0 && i != list->currentIndex()) {
-        list->setCurrentIndex(i);
-    }
 }
 
 void SkeletonDialog::CreateOKButton() {

@@ -12,6 +12,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <functional>
 
 class QCheckBox;
 class QComboBox;
@@ -90,14 +91,15 @@ protected:
     QWidget* SkeletonPanel();
 
     // The list of the numbered items (entries 0 to last), showing "1" until
-    // the load picks the first entry.
-    QComboBox* CreateItemList(const QString& name, int last, const QString& toolTip);
+    // the load picks the first entry. click is the list's pick: it runs on
+    // every pick, the entry already shown included, and when the typed text
+    // names an entry, which it then selects. So after typed text, whose edits
+    // reach no table, picking the entry again shows its record afresh.
+    QComboBox* CreateItemList(const QString& name, int last, const QString& toolTip,
+                              std::function<void()> click);
     // The entry the list shows; -1 when its text was typed over and names no
     // entry.
     static int ItemIndex(const QComboBox* list, int last);
-    // Typed text that names an entry picks it; any other text picks nothing
-    // and reaches no table.
-    static void PickTypedEntry(QComboBox* list, const QString& text);
     // OKButton, the default button, connected.
     void CreateOKButton();
     // The item's controls on the left (its number, the active box, the bone,

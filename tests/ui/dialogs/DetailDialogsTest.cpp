@@ -5,6 +5,8 @@
 #include "document/NumberText.h"
 #include "support/MainWindowFixture.h"
 #include "ui/dialogs/DlgAnimExt.h"
+#include "ui/dialogs/DlgBindung.h"
+#include "ui/dialogs/DlgController.h"
 #include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/dialogs/DlgOrigin.h"
 #include "ui/dialogs/FrmEvents.h"
@@ -621,16 +623,33 @@ protected:
 };
 
 TEST_F(DecimalCommaTest, NumbersShownWithACommaComeBackWhole) {
-    Drive<DlgModeleinstellungen>([&] { form->CmdModeleinst->click(); },
-                                 [&](DlgModeleinstellungen& m) {
-                                     EXPECT_EQ(m.TxtGamma->text(), "1,8");
-                                     m.TxtGamma->end(false);
-                                     QTest::keyClick(m.TxtGamma, Qt::Key_Backspace);
-                                     QTest::keyClicks(m.TxtGamma, "5");
-                                     EXPECT_EQ(m.TxtGamma->text(), "1,5");
-                                     Type(m.TxtMassstab, "0,25");
-                                     m.OKButton->click();
+    // A part opens the skeleton dialogs; without its file they list no bones.
+    Doc().BodyGroupCount = 1;
+    Doc().BodyGroups[1].PartCount = 1;
+    Doc().BodyGroups[1].Parts[1] = "body";
+    Doc().Attachments[0] = {1, 1.5f, -2.5f, 0};
+    Doc().Controllers[0] = {1, 0, -12.5f, 12.5f};
+    Drive<DlgModeleinstellungen>(
+        [&] { form->CmdModeleinst->click(); },
+        [&](DlgModeleinstellungen& m) {
+            EXPECT_EQ(m.TxtGamma->text(), "1,8");
+            m.TxtGamma->end(false);
+            QTest::keyClick(m.TxtGamma, Qt::Key_Backspace);
+            QTest::keyClicks(m.TxtGamma, "5");
+            EXPECT_EQ(m.TxtGamma->text(), "1,5");
+            Type(m.TxtMassstab, "0,25");
+            Drive<DlgBindung>([&] { m.CmdAttachment->click(); },
+                              [&](DlgBindung& d) {
+                                  EXPECT_EQ(d.TxtBindungY->text(), "-2.5") << "always a point";
+                                  d.OKButton->click();
+                              });
+            Drive<DlgController>([&] { m.CmdController->click(); },
+                                 [&](DlgController& d) {
+                                     EXPECT_EQ(d.TxtLimitMin->text(), "-12,5");
+                                     d.OKButton->click();
                                  });
+            m.OKButton->click();
+        });
     Fresh(1, "walk");
     Anim(1).Rotate = 12.5f;
     Anim(1).BlendOn = 1;
@@ -650,9 +669,11 @@ TEST_F(DecimalCommaTest, NumbersShownWithACommaComeBackWhole) {
                                            });
                           d.OKButton->click();
                       });
-    EXPECT_EQ(Saved(HeadLines + QStringList{"$sequence \"walk\""}),
-              "$scale 0.25|$gamma 1.5|$sequence \"walk\" \"walk\" \"\" fps 30 origin 3 2 0 "
-              "rotate 12,5  scale 1,5 blend XR -12,5 12,5");
+    EXPECT_EQ(
+        Saved(HeadLines + QStringList{"$attachment", "$controller", "$sequence \"walk\""}),
+        "$scale 0.25|$gamma 1.5|$attachment 0 \"\" 1.5 -2.5 0|$controller 0 \"\" XR -12,5 12,5|"
+        "$sequence \"walk\" \"walk\" \"\" fps 30 origin 3 2 0 rotate 12,5  scale 1,5 "
+        "blend XR -12,5 12,5");
 }
 
 } // namespace

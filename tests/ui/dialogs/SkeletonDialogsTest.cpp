@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QRadioButton>
 #include <QTimer>
+#include <functional>
 
 namespace quarle::ui {
 namespace {
@@ -71,12 +72,18 @@ protected:
     }
 };
 
-// A click on a bone in the list.
-void PickBone(QComboBox* bones, const char* name) {
-    const int i = bones->findText(QString::fromLatin1(name));
+// A click on an entry of the list: a bone, or an attachment or controller.
+void Choose(QComboBox* list, const char* name) {
+    const int i = list->findText(QString::fromLatin1(name));
     ASSERT_GE(i, 0) << name;
-    bones->setCurrentIndex(i);
-    emit bones->activated(i);
+    list->setCurrentIndex(i);
+    emit list->activated(i);
+}
+
+// Typing over the text of a list, key by key.
+void TypeOver(QComboBox* list, const char* keys) {
+    list->lineEdit()->selectAll();
+    QTest::keyClicks(list->lineEdit(), QString::fromLatin1(keys));
 }
 
 void Retype(QLineEdit* box, const char* keys) {
@@ -95,28 +102,28 @@ TEST_F(SkeletonDialogs, AttachmentsPickBonesAndAreWritten) {
         d.ChkBndgAktiv->click();
         ASSERT_TRUE(d.TxtBone->isEnabled());
         EXPECT_TRUE(d.TxtBoneX->text().isEmpty()) << "ticking marks no bone";
-        PickBone(d.TxtBone, "Bip01 Head");
+        Choose(d.TxtBone, "Bip01 Head");
         const QImage head = d.PicXY->Picture();
-        PickBone(d.TxtBone, "Bip01 R Hand");
+        Choose(d.TxtBone, "Bip01 R Hand");
         EXPECT_EQ(QStringList({d.TxtBoneX->text(), d.TxtBoneY->text(), d.TxtBoneZ->text(),
                                d.TxtParent->text()}),
                   QStringList({"-29", "57", "0", "Bip01 R Forearm"}));
         EXPECT_NE(d.PicXY->Picture(), head);
-        PickBone(d.TxtBone, "Bip01 Head");
+        Choose(d.TxtBone, "Bip01 Head");
         EXPECT_EQ(d.PicXY->Picture(), head) << "the hand is grey again, the head red";
-        PickBone(d.TxtBone, "Bip01");
+        Choose(d.TxtBone, "Bip01");
         EXPECT_EQ(d.TxtParent->text(), "IDS_NONE");
-        PickBone(d.TxtBone, "Bip01 R Hand");
+        Choose(d.TxtBone, "Bip01 R Hand");
         Retype(d.TxtBindungX, "1,5"); // a comma is typed as a point
         Retype(d.TxtBindungY, "-2x");
         Retype(d.TxtBindungZ, "3");
 
         // Typed text names no attachment: nothing reaches the tables.
-        d.CmbBindung->setEditText(QStringLiteral("Bndg.-Nr.9"));
+        TypeOver(d.CmbBindung, "Bndg.-Nr.9");
         Retype(d.TxtBindungZ, "77");
         d.ChkBndgAktiv->click();
 
-        d.CmbBindung->setEditText(QStringLiteral("Bndg.-Nr.2")); // typed whole, it picks
+        TypeOver(d.CmbBindung, "Bndg.-Nr.2"); // typed whole, it picks
         EXPECT_FALSE(d.ChkBndgAktiv->isChecked());
         EXPECT_EQ(d.TxtBindungX->text(), "0");
         d.ChkBndgAktiv->click();
@@ -124,7 +131,7 @@ TEST_F(SkeletonDialogs, AttachmentsPickBonesAndAreWritten) {
         QTest::keyClicks(d.TxtBone->lineEdit(), QStringLiteral("Custom Bone"));
         Retype(d.TxtBindungZ, "-");
 
-        d.CmbBindung->setCurrentIndex(0);
+        Choose(d.CmbBindung, "Bndg.-Nr.0");
         EXPECT_EQ(d.TxtBindungX->text(), "1.5");
         EXPECT_EQ(d.TxtBone->currentText(), "Bip01 R Hand");
     });
@@ -140,17 +147,17 @@ void Drag(LimitsDial* dial, Qt::MouseButtons held, int y) {
 }
 
 TEST_F(SkeletonDialogs, ControllersTakeAxisLimitsAndADraggedDial) {
-    Doc().Controllers[1] = {1, 2, -10, 12.5f};
+    Doc().Controllers[1] = {1, 7, -10, 12.5f}; // a foreign axis: Z is the nearest
     Doc().ControllerBones[1] = "Bip01 Neck";
     Work<DlgController>([](DlgController& d) {
         EXPECT_FALSE(d.FrameCtrl->isEnabled());
         EXPECT_TRUE(d.TxtBone->isEnabled()) << "the bone stays free to pick";
         d.ChkCtrlAktiv->click();
-        PickBone(d.TxtBone, "Bip01 Head");
+        Choose(d.TxtBone, "Bip01 Head");
         EXPECT_EQ(QStringList({d.TxtBoneX->text(), d.TxtBoneY->text(), d.TxtBoneZ->text(),
                                d.TxtParent->text()}),
                   QStringList({"62", "0", "0", "Bip01 Neck"}));
-        d.CtrlAchse[1]->click();
+        d.CtrlAchse[2]->click();
 
         Drag(d.PicLimits, Qt::LeftButton, 30); // 450 twips down: 90 degrees
         Drag(d.PicLimits, Qt::RightButton, 15);
@@ -162,17 +169,51 @@ TEST_F(SkeletonDialogs, ControllersTakeAxisLimitsAndADraggedDial) {
         EXPECT_EQ(dial.pixelColor(40, 40), QColor(0, 0, 255));
         Retype(d.TxtLimitMax, "-30x");
 
-        d.CmbController->setCurrentIndex(1);
+        Choose(d.CmbController, "Bndg.-Nr.1");
         EXPECT_TRUE(d.FrameCtrl->isEnabled());
         EXPECT_TRUE(d.CtrlAchse[2]->isChecked());
         EXPECT_EQ(d.TxtLimitMax->text(), "12.5");
         EXPECT_EQ(d.TxtParent->text(), "Bip01 Spine1") << "the stored bone is marked";
-        d.CmbController->setCurrentIndex(2);
+        Choose(d.CmbController, "Bndg.-Nr.2");
         EXPECT_FALSE(d.FrameCtrl->isEnabled());
         EXPECT_EQ(d.TxtLimitMin->text(), "0");
     });
-    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" YR 90 -30",
+    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" ZR 90 -30",
                                                  "$controller 1 \"Bip01 Neck\" ZR -10 12.5"}));
+}
+
+// Typed text in the number box names no item, so what is edited then reaches
+// no table. Coming back to the item shown, by picking it again or by typing
+// its name, shows its record once more, as the script writes it.
+TEST_F(SkeletonDialogs, ComingBackToTheShownItemShowsItsRecordAgain) {
+    Doc().Attachments[0] = {1, 1, 0, 0};
+    Doc().AttachmentBones[0] = "Bip01 Head";
+    Doc().Controllers[0] = {1, 0, 1, 2};
+    Doc().ControllerBones[0] = "Bip01 Neck";
+    const std::function<void(QComboBox*)> comingBack[] = {
+        [](QComboBox* list) { Choose(list, "Bndg.-Nr.0"); },
+        [](QComboBox* list) { TypeOver(list, "Bndg.-Nr.0"); },
+    };
+    for (const auto& back : comingBack) {
+        Work<DlgBindung>([&](DlgBindung& d) {
+            TypeOver(d.CmbBindung, "Bndg.-Nr.9");
+            Retype(d.TxtBindungX, "99");
+            d.ChkBndgAktiv->click();
+            back(d.CmbBindung);
+            EXPECT_TRUE(d.ChkBndgAktiv->isChecked());
+            EXPECT_EQ(d.TxtBindungX->text(), "1");
+        });
+        Work<DlgController>([&](DlgController& d) {
+            TypeOver(d.CmbController, "Bndg.-Nr.9");
+            Retype(d.TxtLimitMin, "99");
+            d.ChkCtrlAktiv->click();
+            back(d.CmbController);
+            EXPECT_TRUE(d.ChkCtrlAktiv->isChecked());
+            EXPECT_EQ(d.TxtLimitMin->text(), "1");
+        });
+    }
+    EXPECT_EQ(Saved("$attachment"), QStringList({"$attachment 0 \"Bip01 Head\" 1 0 0"}));
+    EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Neck\" XR 1 2"}));
 }
 
 // A reference mesh that has gone missing leaves the bone list empty; the
