@@ -5,19 +5,6 @@
 namespace quarle {
 namespace {
 
-TEST(Document, FreshDocumentIsInItsResetState) {
-    auto doc = std::make_unique<Document>();
-    EXPECT_EQ(doc->BodyGroupCount, 1);
-    EXPECT_EQ(doc->BodyGroups[1].Name, "body");
-    EXPECT_EQ(doc->BodyGroups[1].PartCount, 0);
-    EXPECT_EQ(doc->Anims[0][0].FrameEnd, 10);
-    EXPECT_EQ(doc->Anims[10][100].Fps, 30);
-    EXPECT_EQ(doc->Anims[0][0].FrameLimit, 0);
-    EXPECT_EQ(doc->Gamma, DefaultGamma);
-    EXPECT_EQ(doc->TextureVariations[1][1], Blank);
-    EXPECT_EQ(doc->TextureVariations[10][10], Blank);
-}
-
 TEST(Document, ResetLeavesTheRangesItDoesNotName) {
     // Each range is set at its last reset index and at the first one beyond.
     auto doc = std::make_unique<Document>();
@@ -27,6 +14,8 @@ TEST(Document, ResetLeavesTheRangesItDoesNotName) {
     doc->EyeX = 3.0f;
     doc->SmdFrameCount = 12;
     doc->Anims[10][100].Name = "walk";
+    doc->Anims[10][100].FrameEnd = 99;
+    doc->Anims[10][100].FrameLimit = 5;
     doc->Anims[10][101].Name = "beyond";
     doc->Anims[10][100].Events[10].EventId = 5004;
     doc->Anims[10][100].Events[11].EventId = 1003;
@@ -47,6 +36,8 @@ TEST(Document, ResetLeavesTheRangesItDoesNotName) {
     EXPECT_EQ(doc->EyeX, 3.0f);
     EXPECT_EQ(doc->SmdFrameCount, 12);
     EXPECT_EQ(doc->Anims[10][100].Name, "");
+    EXPECT_EQ(doc->Anims[10][100].FrameEnd, 10);
+    EXPECT_EQ(doc->Anims[10][100].FrameLimit, 0);
     EXPECT_EQ(doc->Anims[10][101].Name, "beyond");
     EXPECT_EQ(doc->Anims[10][100].Events[10].EventId, 0);
     EXPECT_EQ(doc->Anims[10][100].Events[11].EventId, 1003);

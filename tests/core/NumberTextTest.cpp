@@ -77,13 +77,6 @@ TEST(DecimalSeparator, PointAndCommaLocales) {
     EXPECT_EQ(SystemDecimalSeparator(), system); // kept, not read again
 }
 
-TEST(IntToText, PlainDigits) {
-    EXPECT_EQ(IntToText(0), "0");
-    EXPECT_EQ(IntToText(30), "30");
-    EXPECT_EQ(IntToText(-32768), "-32768");
-    EXPECT_EQ(IntToText(std::numeric_limits<long long>::min()), "-9223372036854775808");
-}
-
 TEST(StrictNumber, WholeTextOrNoValue) {
     struct Case {
         const char* text;

@@ -37,41 +37,6 @@ std::unique_ptr<Document> Robot() {
     return doc;
 }
 
-TEST(QcWriter, WholeScriptOfARobot) {
-    // The last line ends in a blank: the empty activity keeps its place.
-    const std::string expected = Head("c:\\m\\robot.mdl") + R"(// Pathdata
-$modelname "c:\m\robot.mdl"
-$cd "c:\m"
-$cdtexture "c:\m\tex"
-
-// Modelsettings
-$gamma 2.2
-$attachment 0 "Bone1" 1.5 0 0
-$body head "head"
-$bodygroup arms
-{
-studio "arm" reverse
-blank
-}
-$texrendermode "b.bmp" masked
-
-$texturegroup dummi
-{
-{ "a.bmp" "b.bmp" }
-{ "c.bmp" "b.bmp" }
-}
-
-// Animations
-$sequence "idle" "idle" fps 30 loop ACT_ARM 1
-
-$sequencegroup seqgroup1
-$sequence "walk" "walk" fps 24 
-)";
-    EXPECT_EQ(Script(*Robot()), Crlf(expected));
-    // With a comma locale nothing changes: every number here is whole or in point form.
-    EXPECT_EQ(Script(*Robot(), ','), Crlf(expected));
-}
-
 TEST(QcWriter, FreshDocumentWritesAnEmptyBodyGroup) {
     auto doc = std::make_unique<Document>();
     const std::string expected = Head("") + R"(// Pathdata

@@ -11,7 +11,6 @@
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -82,20 +81,6 @@ TEST(Services, DataFolderBesideTheProgramOrInstalled) {
     const QString folder = services.ProgramFolder();
     EXPECT_EQ(QDir::fromNativeSeparators(folder), QCoreApplication::applicationDirPath());
     EXPECT_FALSE(folder.endsWith('/') || folder.endsWith('\\'));
-}
-
-TEST(Services, RandomAndClock) {
-    QtServices services;
-    double low = 1, high = 0;
-    for (int i = 0; i < 2000; ++i) {
-        const double r = services.Rnd();
-        ASSERT_TRUE(r >= 0.0 && r < 1.0) << r;
-        low = std::min(low, r);
-        high = std::max(high, r);
-    }
-    EXPECT_LT(low, 0.05);
-    EXPECT_GT(high, 0.95);
-    EXPECT_TRUE(services.Timer() >= 0.0 && services.Timer() < 86400.0);
 }
 
 #ifndef Q_OS_WIN
