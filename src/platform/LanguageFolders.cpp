@@ -26,16 +26,24 @@ QString LanguageReadPath(Services& services, const QString& fileName) {
     return QDir(services.ProgramFolder()).filePath(fileName);
 }
 
-QString LanguageWriteFolder(Services& services) {
-    const QString program = services.ProgramFolder();
-    if (services.CanWriteTo(program)) {
-        return program;
+QString LanguageWriteFolder(Services& services, const QString& fileName) {
+    // A file written behind a copy that wins over it would never be read:
+    // only the place the file is read from and those ahead of it qualify,
+    // the last of them that takes files first.
+    const QStringList places = LanguagePlaces(services);
+    qsizetype last = places.size() - 1;
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        if (QFileInfo(QDir(places[i]).filePath(fileName)).isFile()) {
+            last = i;
+            break;
+        }
     }
-    const QString user = services.UserDataFolder();
-    if (user.isEmpty() || !QDir().mkpath(user) || !services.CanWriteTo(user)) {
-        return {};
+    for (qsizetype i = last; i >= 0; --i) {
+        if (QDir().mkpath(places[i]) && services.CanWriteTo(places[i])) {
+            return places[i];
+        }
     }
-    return user;
+    return {};
 }
 
 QStringList LanguageFileNames(Services& services) {

@@ -15,7 +15,7 @@ void Touch(const QString& folder, const char* name) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
 }
 
-TEST(LanguageFolders, UsersCopyWinsAndWritesGoWhereFilesCanBeMade) {
+TEST(LanguageFolders, UsersCopyWinsAndIsListedOnce) {
     QTemporaryDir program;
     QTemporaryDir user;
     test::ScriptedServices services;
@@ -24,10 +24,7 @@ TEST(LanguageFolders, UsersCopyWinsAndWritesGoWhereFilesCanBeMade) {
     Touch(program.path(), "deutsch.lng");
     Touch(program.path(), "English.lng");
     Touch(program.path(), "readme.txt");
-
-    EXPECT_EQ(LanguageWriteFolder(services), program.path());
-    services.ReadOnlyFolders = {program.path()};
-    EXPECT_EQ(LanguageWriteFolder(services), services.UserDataFolderPath); // made on demand
+    ASSERT_TRUE(QDir().mkpath(services.UserDataFolderPath));
     Touch(services.UserDataFolderPath, "english.lng");
     Touch(services.UserDataFolderPath, "francais.lng");
 
@@ -39,9 +36,53 @@ TEST(LanguageFolders, UsersCopyWinsAndWritesGoWhereFilesCanBeMade) {
               QDir(program.path()).filePath(QStringLiteral("deutsch.lng")));
     EXPECT_EQ(LanguageReadPath(services, QStringLiteral("none.lng")),
               QDir(program.path()).filePath(QStringLiteral("none.lng")));
+}
 
-    services.ReadOnlyFolders.append(services.UserDataFolderPath);
-    EXPECT_EQ(LanguageWriteFolder(services), QString());
+// A file is written where it is read from from then on.
+TEST(LanguageFolders, WritesGoWhereTheFileIsReadFrom) {
+    enum Where { None, Program, User };
+    struct Case {
+        bool inUser, inProgram, programReadOnly, userReadOnly;
+        Where written;
+    } const cases[] = {
+        {false, false, false, false, Program},
+        {false, false, true, false, User}, // the user's folder made on demand
+        {false, true, false, false, Program},
+        {false, true, true, false, User},
+        {true, true, false, false, User}, // not behind the user's copy
+        {true, false, false, false, User},
+        {true, true, false, true, None},
+        {false, false, true, true, None},
+    };
+    for (const Case& c : cases) {
+        QTemporaryDir program;
+        QTemporaryDir user;
+        test::ScriptedServices services;
+        services.ProgramFolderPath = program.path();
+        services.UserDataFolderPath = QDir(user.path()).filePath(QStringLiteral("Quarle"));
+        if (c.inUser) {
+            ASSERT_TRUE(QDir().mkpath(services.UserDataFolderPath));
+            Touch(services.UserDataFolderPath, "francais.lng");
+        }
+        if (c.inProgram) {
+            Touch(program.path(), "francais.lng");
+        }
+        if (c.programReadOnly) {
+            services.ReadOnlyFolders.append(program.path());
+        }
+        if (c.userReadOnly) {
+            services.ReadOnlyFolders.append(services.UserDataFolderPath);
+        }
+        const QString folder = LanguageWriteFolder(services, QStringLiteral("francais.lng"));
+        const QString expected[] = {QString(), program.path(), services.UserDataFolderPath};
+        EXPECT_EQ(folder, expected[c.written]) << &c - cases;
+        if (!folder.isEmpty()) {
+            Touch(folder, "francais.lng");
+            EXPECT_EQ(LanguageReadPath(services, QStringLiteral("francais.lng")),
+                      QDir(folder).filePath(QStringLiteral("francais.lng")))
+                << &c - cases;
+        }
+    }
 }
 
 } // namespace

@@ -145,6 +145,58 @@ std::string SaveEntry(std::string_view bytes, EditMode mode, std::string_view fo
     return out.Bytes();
 }
 
+std::string SaveMessage(std::string_view bytes, Msg id, std::string_view text, MessageTexts& texts,
+                        std::string_view version) {
+    const std::vector<std::string> lines = SplitLines(bytes);
+    const std::string_view key = MessageTable[static_cast<std::size_t>(id)].Key;
+    std::size_t next = 0;
+    Writer out;
+
+    out.Entry("Version", version);
+    bool inSection = false;
+    while (next < lines.size()) {
+        const std::string& line = lines[next];
+        if (line == GlobalStringsLine) {
+            break;
+        }
+        ++next;
+        if (!StartsWith(line, "Version")) {
+            out.Line(line);
+        }
+        if (line == MessagesLine) {
+            inSection = true;
+            break;
+        }
+    }
+    bool written = false;
+    if (inSection) {
+        while (next < lines.size() && IsSectionEntry(lines[next])) {
+            const std::string& line = lines[next++];
+            if (Upper(SplitEntry(line)->Key) == Upper(key)) {
+                out.Entry(key, text);
+                written = true;
+            } else {
+                out.Line(line);
+            }
+        }
+    } else {
+        out.Line(MessagesLine);
+    }
+    if (!written) {
+        out.Entry(key, text);
+    }
+    if (!inSection) {
+        out.Line("");
+        out.Line(SeparatorLine);
+    }
+    while (next < lines.size()) {
+        out.Line(lines[next++]);
+    }
+    texts[static_cast<std::size_t>(id)] =
+        text.empty() ? EnglishMessageTexts()[static_cast<std::size_t>(id)] : std::string(text);
+    return out.Bytes();
+}
+
 std::string NewLanguage(std::string_view activeBytes, std::string_view description,
                         std::string_view version) {
     Writer out;

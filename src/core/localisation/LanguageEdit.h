@@ -5,6 +5,7 @@
 #pragma once
 
 #include "localisation/LanguageFile.h"
+#include "localisation/MessageTexts.h"
 
 #include <array>
 #include <optional>
@@ -48,6 +49,17 @@ std::string SaveEntry(std::string_view bytes, EditMode mode, std::string_view fo
                       const LngEdit& edit, const std::array<std::string, IdsKeyTable.size()>& names,
                       std::array<std::string, IdsKeyTable.size()>& texts,
                       std::string_view version = ProgramVersion);
+
+// Rewrites the file for one saved message text, as SaveEntry does: the
+// program's "Version" line first, then the file with every entry of the
+// message's key in the "Quarle Messages" section (looked for ahead of
+// "Global Strings", keys compared without case) replaced, or the entry
+// added at the end of the section. A file without the section gets one
+// ahead of "Global Strings" (or at its end), with an empty line and the
+// separator behind it. The text is stored in texts as a reader of the new
+// file takes it: an empty text keeps the English default.
+std::string SaveMessage(std::string_view bytes, Msg id, std::string_view text, MessageTexts& texts,
+                        std::string_view version = ProgramVersion);
 
 // A new language from the active one: "InfoForThis = " and the description
 // (a line break in it makes further header lines), "Version = " and the

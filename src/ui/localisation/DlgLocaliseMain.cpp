@@ -117,6 +117,11 @@ void DlgLocaliseMain::Form_Load() {
         for (const std::string& name : state_.IdsNames) {
             LstToLocalise->addItem(QString::fromStdString(name));
         }
+        // The messages follow the global strings, under their own keys.
+        for (const MessageEntry& entry : MessageTable) {
+            LstToLocalise->addItem(
+                QString::fromLatin1(entry.Key.data(), static_cast<qsizetype>(entry.Key.size())));
+        }
     }
     // Wide enough for the longest key.
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -180,10 +185,14 @@ void DlgLocaliseMain::LstToLocalise_Click() {
                 platform::SetCaption(control.Object, TxtNewCaption->text());
             }
         }
-    } else if (row >= 0 && row < static_cast<int>(state_.IdsTexts.size())) {
+    } else if (row >= 0 && row < LstToLocalise->count()) {
+        const auto strings = static_cast<int>(state_.IdsTexts.size());
         LocOldTooltip = NotAvailableText;
         LocItem = RowText(row);
-        LocOldCaption = QString::fromStdString(state_.IdsTexts[static_cast<std::size_t>(row)]);
+        LocMessage = row < strings ? -1 : row - strings;
+        LocOldCaption = QString::fromStdString(
+            LocMessage < 0 ? state_.IdsTexts[static_cast<std::size_t>(row)]
+                           : state_.MsgTexts[static_cast<std::size_t>(LocMessage)]);
         LocNewCaption = LocOldCaption;
         LocIndex = -1;
     }
@@ -260,6 +269,16 @@ void DlgLocaliseMain::SaveEntry() {
     if (!bytes) {
         return;
     }
+    const std::string_view old(bytes->constData(), static_cast<std::size_t>(bytes->size()));
+    if (stringsMode_ && LocMessage >= 0) {
+        MessageTexts messages = state_.MsgTexts;
+        const std::string saved =
+            SaveMessage(old, static_cast<Msg>(LocMessage), Utf8(LocNewCaption), messages);
+        if (WriteLanguageFile(state_, services_, fileName, saved)) {
+            state_.MsgTexts = messages;
+        }
+        return;
+    }
     LngEdit edit;
     edit.Item = Utf8(LocItem);
     edit.Index = LocIndex;
@@ -267,11 +286,10 @@ void DlgLocaliseMain::SaveEntry() {
     edit.NewTooltip = Utf8(LocNewTooltip);
     edit.WithTooltip = LastRow > 0;
     auto texts = state_.IdsTexts;
-    const std::string saved = quarle::SaveEntry(
-        std::string_view(bytes->constData(), static_cast<std::size_t>(bytes->size())),
-        stringsMode_ ? EditMode::Strings : EditMode::Controls,
-        target_ != nullptr ? Utf8(target_->objectName()) : std::string(), edit, state_.IdsNames,
-        texts);
+    const std::string saved =
+        quarle::SaveEntry(old, stringsMode_ ? EditMode::Strings : EditMode::Controls,
+                          target_ != nullptr ? Utf8(target_->objectName()) : std::string(), edit,
+                          state_.IdsNames, texts);
     if (WriteLanguageFile(state_, services_, fileName, saved)) {
         state_.IdsTexts = texts;
     }

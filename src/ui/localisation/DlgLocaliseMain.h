@@ -1,8 +1,8 @@
 // The language editor: lists what can be translated on a live form (or the
-// global strings), makes the chosen control blink, shows a new caption at
-// once on the form, and writes each entry into the active language file when
-// the translator moves on to the next one or closes the dialog. Its own
-// captions are English and never translated.
+// global strings and, below them, the messages), makes the chosen control
+// blink, shows a new caption at once on the form, and writes each entry into
+// the active language file when the translator moves on to the next one or
+// closes the dialog. Its own captions are English and never translated.
 #pragma once
 
 #include "AppState.h"
@@ -25,7 +25,8 @@ class DlgLocaliseMain : public QDialog {
     Q_OBJECT
 
 public:
-    // stringsMode: the global strings instead of the target's controls.
+    // stringsMode: the global strings and the messages instead of the
+    // target's controls.
     DlgLocaliseMain(AppState& state, platform::Services& services, QWidget* target,
                     bool stringsMode, QWidget* parent = nullptr);
     ~DlgLocaliseMain() override;
@@ -74,6 +75,8 @@ private:
     // The entry being edited.
     QString LocItem;
     int LocIndex = -1;
+    // The Msg of a message row, -1 for a global string or a control.
+    int LocMessage = -1;
     QString LocOldCaption;
     QString LocOldTooltip;
     QString LocNewCaption;

@@ -40,7 +40,7 @@ std::optional<QByteArray> ReadLanguageBytes(const AppState& state, platform::Ser
 
 bool WriteLanguageFile(const AppState& state, platform::Services& services, const QString& fileName,
                        const std::string& bytes) {
-    const QString folder = platform::LanguageWriteFolder(services);
+    const QString folder = platform::LanguageWriteFolder(services, fileName);
     if (folder.isEmpty()) {
         // Neither folder takes files: name the one that was tried last.
         const QString user = services.UserDataFolder();

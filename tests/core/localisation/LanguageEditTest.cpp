@@ -151,6 +151,47 @@ TEST(LanguageEdit, SaveEntryRewritesTheFileAsTheEditorExpects) {
     }
 }
 
+TEST(LanguageEdit, SaveMessageRewritesTheMessagesSection) {
+    const Lines head = {"Version = 0.8.3", "FrmMain", "Titel = Quarle", "",
+                        "----------------------"};
+    const Lines tail = {"Global Strings", "Anzahl = 93", "IDS_VERSION = Version"};
+    const struct {
+        const char* Name;
+        Lines File;
+        const char* Text;
+        Lines Expected;
+    } cases[] = {
+        {"replaced, key without case",
+         Join({head, {"Quarle Messages", "msg_parts_full = alt", "MSG_GROUPS_FULL = g", ""}, tail}),
+         "neu %1",
+         Join({{"Version = 0.8.4"},
+               Lines(head.begin() + 1, head.end()),
+               {"Quarle Messages", "MSG_PARTS_FULL = neu %1", "MSG_GROUPS_FULL = g", ""},
+               tail})},
+        {"added at the end of the section",
+         Join({head, {"Quarle Messages", "MSG_GROUPS_FULL = g", ""}, tail}), "",
+         Join({{"Version = 0.8.4"},
+               Lines(head.begin() + 1, head.end()),
+               {"Quarle Messages", "MSG_GROUPS_FULL = g", "MSG_PARTS_FULL = ", ""},
+               tail})},
+        {"section made ahead of the strings", Join({head, tail}), "neu",
+         Join({{"Version = 0.8.4"},
+               Lines(head.begin() + 1, head.end()),
+               {"Quarle Messages", "MSG_PARTS_FULL = neu", "", "----------------------"},
+               tail})},
+    };
+    for (const auto& c : cases) {
+        MessageTexts texts = EnglishMessageTexts();
+        texts[MSG_PARTS_FULL] = "before";
+        EXPECT_EQ(SaveMessage(Bytes(c.File), MSG_PARTS_FULL, c.Text, texts), Bytes(c.Expected))
+            << c.Name;
+        // In memory as a reader of the new file takes it.
+        MessageTexts read;
+        EXPECT_TRUE(ReadMessageTexts(c.Expected, read));
+        EXPECT_EQ(texts[MSG_PARTS_FULL], read[MSG_PARTS_FULL]) << c.Name;
+    }
+}
+
 TEST(LanguageEdit, NewLanguageCopiesUnderANewHeader) {
     const std::string active = Bytes({"Version = 0.8.4", "InfoForThis = English", "FrmMain",
                                       "versionless = x", "Titel = \xc4rger"});

@@ -4,6 +4,7 @@
 #include "ui/localisation/DlgLocaliseMain.h"
 #include "ui/localisation/DlgNewLocalisation.h"
 #include "ui/localisation/DlgSettings.h"
+#include "ui/localisation/frmAbout.h"
 
 #include <QAction>
 #include <QLabel>
@@ -30,6 +31,15 @@ protected:
 
     QString InUserDir(const QString& name) const {
         return QDir(services.UserDataFolderPath).filePath(name);
+    }
+
+    // Closes the window and starts the program anew on the same store.
+    void Restart() {
+        form->close();
+        state = std::make_unique<AppState>();
+        form = std::make_unique<ui::FrmMain>(*state, services, settings.Store());
+        form->EndProcess = [] {};
+        Start();
     }
 
     static void PickLanguage(QComboBox* box, const QString& text) {
@@ -129,15 +139,91 @@ TEST_F(LocalisationTest, TranslatorMakesALanguageAndRenamesCaptionsOnTheLiveWind
     EXPECT_TRUE(saved.contains("\r\nMnuDatei = &Fichier\r\nMnuDatei = <not available>\r\n"));
 
     // A restart reads the new language from the user's folder.
-    form->close();
-    state = std::make_unique<AppState>();
-    form = std::make_unique<ui::FrmMain>(*state, services, settings.Store());
-    form->EndProcess = [] {};
-    Start();
+    Restart();
     EXPECT_EQ(state->Settings.LanguageFile, "francais.lng");
     EXPECT_EQ(form->CmdCompile->text(), QString::fromUtf8("Créer le modèle"));
     EXPECT_EQ(form->MnuDatei->title(), "&Fichier");
     EXPECT_FALSE(form->CmdLocalise->isVisibleTo(form.get()));
+    services.VerifyAllUsed();
+}
+
+// The language in use in both folders, the program's taking files: the
+// user's copy is the one read, so each edit of every group goes there, shows
+// at once and reads back after a restart.
+TEST_F(LocalisationTest, EditsOfEveryGroupGoToTheCopyThatIsReadAndShowAtOnce) {
+    services.ReadOnlyFolders.clear();
+    ASSERT_TRUE(QDir().mkpath(services.UserDataFolderPath));
+    ASSERT_TRUE(QFile::copy(InProgramDir("deutsch.lng"), InUserDir("deutsch.lng")));
+    const QByteArray program = ReadFile(InProgramDir("deutsch.lng"));
+    struct Edit {
+        bool strings;
+        const char* row;
+        const char* caption;
+        const char* tooltip;
+        const char* lines; // as they stand in the file after the save
+    } const edits[] = {
+        {false, "Titel", "Quarle X", nullptr,
+         "\r\nFrmMain\r\nTitel = Quarle X\r\nCmdModeleinst = Modelleinstellungen\r\n"},
+        {false, "CmdCompile", "Bauen", "Baut es",
+         "\r\nCmdCompile = Bauen\r\nCmdCompile = Baut es\r\n"},
+        {true, "IDS_VERSION", "Fassung", nullptr, "\r\nIDS_VERSION = Fassung\r\n"},
+        {true, "MSG_LANGUAGE_NAME_INVALID", "Kein Name", nullptr,
+         "\r\nMSG_LANGUAGE_NAME_INVALID = Kein Name\r\n"},
+    };
+    for (const Edit& edit : edits) {
+        ModalScript editor([&](QWidget* modal) {
+            auto* dialog = qobject_cast<ui::DlgLocaliseMain*>(modal);
+            ASSERT_NE(dialog, nullptr);
+            Choose(dialog->LstToLocalise, edit.row);
+            dialog->TxtNewCaption->setText(edit.caption);
+            if (edit.tooltip != nullptr) {
+                dialog->TxtNewTooltip->setText(edit.tooltip);
+            }
+            QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
+        });
+        form->Tag = edit.strings ? QStringLiteral("null") : QString();
+        form->Localise(form.get());
+        ASSERT_TRUE(editor.Ran()) << edit.row;
+    }
+    const QByteArray saved = ReadFile(InUserDir("deutsch.lng"));
+    for (const Edit& edit : edits) {
+        EXPECT_TRUE(saved.contains(edit.lines)) << edit.row;
+    }
+    EXPECT_EQ(ReadFile(InProgramDir("deutsch.lng")), program);
+
+    // The running program shows every edit.
+    const auto shown = [&](const char* when) {
+        EXPECT_EQ(form->windowTitle(), "Quarle X") << when;
+        EXPECT_EQ(form->CmdCompile->text(), "Bauen") << when;
+        form->MnuHilfeUeber->trigger();
+        auto* about = form->findChild<ui::frmAbout*>();
+        ASSERT_NE(about, nullptr) << when;
+        EXPECT_EQ(about->LblVersion->text(), "Fassung: 0.8.4") << when;
+        about->close();
+        ui::DlgNewLocalisation create(*state, services, form.get());
+        services.QueueMsgBox(platform::Answer::Ok);
+        create.OKButton_Click(); // no name
+        EXPECT_EQ(services.Prompts().back().Text, "Kein Name") << when;
+    };
+    shown("at once");
+    Restart();
+    shown("after a restart");
+    EXPECT_EQ(form->CmdCompile->toolTip(), "Baut es");
+
+    // A language without a "Version" line: the warning, and "-" for its version.
+    WriteFile(InProgramDir("alt.lng"), program.mid(program.indexOf('\n') + 1));
+    ModalScript settingsScript([&](QWidget* modal) {
+        auto* dialog = qobject_cast<ui::DlgSettings*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        services.QueueMsgBox(platform::Answer::Ok);
+        PickLanguage(dialog->CmbLanguage, "alt");
+        EXPECT_EQ(dialog->LblInfo->text(), "Deutsch");
+        EXPECT_EQ(dialog->LblVers->text(), "-");
+        QTest::mouseClick(dialog->CancelButton, Qt::LeftButton);
+    });
+    form->MnuEinstAllg->trigger();
+    ASSERT_TRUE(settingsScript.Ran());
+    EXPECT_EQ(services.Prompts().back().Text, "WARNING: Outdated Languagefile.");
     services.VerifyAllUsed();
 }
 
