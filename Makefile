@@ -6,7 +6,7 @@
 BUILD      ?= build
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
-PACKAGES   := cmake g++ ninja-build qt6-base-dev qt6-translations-l10n libgtest-dev libgmock-dev
+PACKAGES   := cmake g++ ninja-build python3 qt6-base-dev qt6-translations-l10n libgtest-dev libgmock-dev
 SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
 # The core again under AddressSanitizer and UBSan, and the fuzz targets

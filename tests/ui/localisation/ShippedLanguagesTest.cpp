@@ -208,23 +208,5 @@ TEST(ShippedLanguageStart, FirstRunStartsInGerman) {
     EXPECT_EQ(state->MsgTexts[MSG_WARNINGS], "%1 Warnungen");
 }
 
-// The menu's separators are lines: no text for a style to draw beside them,
-// and nothing a language file could give them.
-TEST(ShippedLanguageStart, MenuSeparatorsAreLinesWithoutACaption) {
-    test::ScriptedServices services;
-    test::TempSettings settings;
-    auto state = std::make_unique<AppState>();
-    FrmMain form(*state, services, settings.Store());
-    for (QAction* separator : {form.str, form.MnuB, form.mnustrich}) {
-        SCOPED_TRACE(separator->objectName().toStdString());
-        EXPECT_TRUE(separator->isSeparator());
-        EXPECT_TRUE(separator->text().isEmpty());
-        EXPECT_EQ(platform::Caption(separator), std::nullopt);
-        EXPECT_FALSE(platform::SetCaption(separator, "-"));
-        EXPECT_TRUE(separator->text().isEmpty());
-        EXPECT_EQ(platform::Visible(separator), true);
-    }
-}
-
 } // namespace
 } // namespace quarle::ui
