@@ -8,6 +8,9 @@ JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
 PACKAGES   := cmake g++ ninja-build python3 qt6-base-dev qt6-translations-l10n libgtest-dev libgmock-dev
 SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
+# Where ccache is installed it serves every build tree (a developer's choice;
+# a plain machine builds without it).
+LAUNCHER   := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
 # The core again under AddressSanitizer and UBSan, and the fuzz targets
 # (clang with libFuzzer) for FUZZ_SECONDS each.
@@ -37,7 +40,7 @@ test: build deps-locale
 	@$(MAKE) --no-print-directory test-package
 
 test-sanitizers: deps
-	cmake -S . -B build-asan -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Debug -DQUARLE_CORE_ONLY=ON \
+	cmake -S . -B build-asan -G "$(GENERATOR)" $(LAUNCHER) -DCMAKE_BUILD_TYPE=Debug -DQUARLE_CORE_ONLY=ON \
 	    "-DCMAKE_CXX_FLAGS=$(SANITIZE)"
 	cmake --build build-asan -j $(JOBS)
 	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
@@ -50,7 +53,7 @@ test-fuzz: deps-fuzz
 	    echo "clang++ with libFuzzer not available: fuzz runs skipped"; exit 0; \
 	fi; \
 	set -e; \
-	CXX=clang++ cmake -S . -B build-fuzz -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	CXX=clang++ cmake -S . -B build-fuzz -G "$(GENERATOR)" $(LAUNCHER) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DQUARLE_CORE_ONLY=ON -DQUARLE_FUZZ=ON; \
 	cmake --build build-fuzz -j $(JOBS) --target $(foreach t,$(FUZZ_TARGETS),fuzz_$(firstword $(subst :, ,$(t)))); \
 	for t in $(FUZZ_TARGETS); do \
@@ -71,7 +74,7 @@ test-windows: deps-windows
 	    echo "mingw-w64, wine or GoogleTest sources not available: Windows build skipped"; exit 0; \
 	fi; \
 	set -e; \
-	cmake -S . -B build-win -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=Release -DQUARLE_CORE_ONLY=ON \
+	cmake -S . -B build-win -G "$(GENERATOR)" $(LAUNCHER) -DCMAKE_BUILD_TYPE=Release -DQUARLE_CORE_ONLY=ON \
 	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake -DQUARLE_GTEST_SOURCES=/usr/src/googletest; \
 	cmake --build build-win -j $(JOBS); \
 	$(WINE_RUN) wine cmd /c exit >/dev/null 2>&1 || true; \
@@ -135,7 +138,7 @@ deps-fuzz:
 	@$(MAKE) --no-print-directory install-optional OPTIONAL="$(FUZZ_PACKAGES)"
 
 $(BUILD)/CMakeCache.txt: | deps
-	cmake -S . -B $(BUILD) -G "$(GENERATOR)" -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake -S . -B $(BUILD) -G "$(GENERATOR)" $(LAUNCHER) -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 configure: deps $(BUILD)/CMakeCache.txt
 
