@@ -59,8 +59,8 @@ public:
 
     QList<Started> Starts; // every StartProgram, as asked (no wine added)
     bool StartResult = true;
-    QString ProgramFolderPath; // QUARLE_BINARY_DIR "/bin", where the build copies data/
-    QString UserDataFolderPath; // none unless a test sets one
+    QString ProgramFolderPath;   // QUARLE_BINARY_DIR "/bin", where the build copies data/
+    QString UserDataFolderPath;  // none unless a test sets one
     QStringList ReadOnlyFolders; // folders that refuse new files, as a system folder would
     // No search path and no home unless a test sets them: nothing of the
     // machine running the tests is found.

@@ -105,9 +105,9 @@ void FrmMain::Form_Load() {
     if (toolNotice) {
         settings_.Set(QLatin1String(ToolNoticeKey), QStringLiteral("1"));
         settings_.Sync();
-        const platform::Answer answer = services_.MsgBox(
-            MessageText(state_, MSG_TOOLS_FIRST_START, {Doc(tools.StudioMdlPath)}),
-            platform::Buttons::YesNo, platform::Icon::Information, QString());
+        const platform::Answer answer =
+            services_.MsgBox(MessageText(state_, MSG_TOOLS_FIRST_START, {Doc(tools.StudioMdlPath)}),
+                             platform::Buttons::YesNo, platform::Icon::Information, QString());
         if (answer == platform::Answer::Yes) {
             MnuEinstAllg_Click();
         }

@@ -61,14 +61,14 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
     const auto found = [](QString path, const QString& fallback) {
         return path.isEmpty() ? fallback : path;
     };
-    const QString compiler = settings.StudioMdlPath.empty()
-                                 ? found(platform::FindCompiler(env),
-                                         DefaultStudioMdlPath(programFolder))
-                                 : QString();
-    const QString viewer = settings.ModelViewerPath.empty()
-                               ? found(platform::FindViewer(env),
-                                       DefaultModelViewerPath(programFolder))
-                               : QString();
+    const QString compiler =
+        settings.StudioMdlPath.empty()
+            ? found(platform::FindCompiler(env), DefaultStudioMdlPath(programFolder))
+            : QString();
+    const QString viewer =
+        settings.ModelViewerPath.empty()
+            ? found(platform::FindViewer(env), DefaultModelViewerPath(programFolder))
+            : QString();
 #ifdef Q_OS_MACOS
     const QString editor = DefaultTextEditorPath();
 #else

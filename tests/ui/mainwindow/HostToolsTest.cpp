@@ -28,9 +28,9 @@ QString Tool(const QTemporaryDir& root, const QString& path, bool executable = t
 
 struct Row {
     const char* Case;
-    QStringList Tools;    // under the fake root: "bin/..." on PATH, "home/..." in the home
+    QStringList Tools; // under the fake root: "bin/..." on PATH, "home/..." in the home
     QString Visual, Editor;
-    QStringList Stored;   // compiler, viewer, editor as stored; empty: none stored
+    QStringList Stored;                   // compiler, viewer, editor as stored; empty: none stored
     QString Compiler, Viewer, TextEditor; // expected, under the root ("@" the program folder)
     bool Notice;
 };
@@ -40,19 +40,42 @@ TEST(HostToolsTest, DefaultsComeFromTheHostOnlyWhereTheStoreIsEmpty) {
     const QString wineTools = QStringLiteral("home/.wine/drive_c/half-life/tools/");
     const QList<Row> rows{
         {"native tools on the path; a terminal $VISUAL is passed over",
-         {"bin/studiomdl", "bin/hlmv", "bin/gedit"}, "vim", "gedit --new-window", {},
-         "bin/studiomdl", "bin/hlmv", "bin/gedit", false},
+         {"bin/studiomdl", "bin/hlmv", "bin/gedit"},
+         "vim",
+         "gedit --new-window",
+         {},
+         "bin/studiomdl",
+         "bin/hlmv",
+         "bin/gedit",
+         false},
         {"Windows tools in the home with wine; .local/bin comes first",
          {"bin/wine", "home/.local/bin/studiomdl.exe", wineTools + "studiomdl.exe",
           sdk + "Model Viewer/hlmv.exe"},
-         "", "nano", {}, "home/.local/bin/studiomdl.exe", sdk + "Model Viewer/hlmv.exe",
-         "xdg-open", false},
+         "",
+         "nano",
+         {},
+         "home/.local/bin/studiomdl.exe",
+         sdk + "Model Viewer/hlmv.exe",
+         "xdg-open",
+         false},
         {"Windows tools without wine are no tools",
-         {wineTools + "studiomdl.exe", wineTools + "hlmv.exe"}, "", "", {}, "@/studiomdl.exe",
-         "@/mdlv.exe", "xdg-open", true},
+         {wineTools + "studiomdl.exe", wineTools + "hlmv.exe"},
+         "",
+         "",
+         {},
+         "@/studiomdl.exe",
+         "@/mdlv.exe",
+         "xdg-open",
+         true},
         {"a store with values keeps them, startable or not",
-         {"bin/studiomdl", "bin/hlmv", "bin/gedit"}, "gedit", "", {"/opt/x/studiomdl",
-          "/opt/x/hlmv", "kate"}, "/opt/x/studiomdl", "/opt/x/hlmv", "kate", false},
+         {"bin/studiomdl", "bin/hlmv", "bin/gedit"},
+         "gedit",
+         "",
+         {"/opt/x/studiomdl", "/opt/x/hlmv", "kate"},
+         "/opt/x/studiomdl",
+         "/opt/x/hlmv",
+         "kate",
+         false},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.Case);
@@ -133,8 +156,7 @@ TEST_F(HostToolsDialogTest, TheNoticeOpensTheSettingsWhoseMarksFollowTheText) {
         {windows, false, false, MSG_TOOL_NO_WINE, windows},
         {windows, true, true, MSG_TOOL_THROUGH_WINE, windows},
     };
-    const auto expectMark = [this](QLabel* mark, bool startable, Msg reason,
-                                   const QString& shown) {
+    const auto expectMark = [this](QLabel* mark, bool startable, Msg reason, const QString& shown) {
         EXPECT_EQ(mark->text(), startable ? QStringLiteral("\u2714") : QStringLiteral("\u2718"));
         EXPECT_EQ(mark->toolTip().section(QLatin1Char('\n'), 1),
                   MessageText(*state, reason, {shown}));
@@ -144,8 +166,7 @@ TEST_F(HostToolsDialogTest, TheNoticeOpensTheSettingsWhoseMarksFollowTheText) {
         ASSERT_NE(dialog, nullptr);
         // As found at the start: no compiler, no viewer, the desktop's opener
         // not on this search path.
-        expectMark(dialog->ImageStudioMDL, false, MSG_TOOL_MISSING,
-                   dialog->TxtStudioMDL->text());
+        expectMark(dialog->ImageStudioMDL, false, MSG_TOOL_MISSING, dialog->TxtStudioMDL->text());
         expectMark(dialog->ImageEditor, false, MSG_TOOL_MISSING, QStringLiteral("xdg-open"));
         for (const Typed& t : typed) {
             SCOPED_TRACE(t.Text.toStdString());
