@@ -57,9 +57,10 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
     const QString viewer = DefaultModelViewerPath(programFolder);
     const QString editor = DefaultTextEditorPath();
 #else
-    // Looked up only for what the store leaves empty.
-    const auto found = [](QString path, const QString& fallback) {
-        return path.isEmpty() ? fallback : path;
+    // Looked up only for what the store leaves empty. A place that the
+    // settings' code page cannot name counts as not found.
+    const auto found = [](const QString& path, const QString& fallback) {
+        return path.isEmpty() || !platform::ToCp1252(path) ? fallback : path;
     };
     const QString compiler =
         settings.StudioMdlPath.empty()
@@ -72,8 +73,9 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
 #ifdef Q_OS_MACOS
     const QString editor = DefaultTextEditorPath();
 #else
-    const QString editor =
-        settings.TextEditorPath.empty() ? platform::FindTextEditor(env) : QString();
+    const QString editor = settings.TextEditorPath.empty()
+                               ? found(platform::FindTextEditor(env), DefaultTextEditorPath())
+                               : QString();
 #endif
 #endif
     if (settings.StudioMdlPath.empty()) {
