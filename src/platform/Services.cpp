@@ -124,6 +124,10 @@ QString Services::UserDataFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
+HostEnvironment Services::Environment() {
+    return HostEnvironment::OfProcess();
+}
+
 bool Services::CanWriteTo(const QString& folder) {
     if (folder.isEmpty() || !QFileInfo(folder).isDir()) {
         return false;

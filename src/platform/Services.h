@@ -3,6 +3,8 @@
 // only this; QtServices is the real thing, tests hand in a scripted one.
 #pragma once
 
+#include "platform/ToolSearch.h"
+
 #include <QPointer>
 #include <QRandomGenerator>
 #include <QString>
@@ -46,6 +48,9 @@ public:
     // Whether a file can be made in the folder (tried, not guessed from the
     // permissions).
     virtual bool CanWriteTo(const QString& folder);
+    // The search path, home and editor variables the tools are looked up
+    // with (ToolSearch.h): the process's own.
+    virtual HostEnvironment Environment();
     // Uniform in [0, 1).
     virtual double Rnd() = 0;
     // Seconds since midnight.

@@ -27,7 +27,7 @@ TEST(SettingsStore, KeysIgnoreCaseKeepOneSpellingAndSurviveAReopen) {
     store.Sync();
     QSettings raw(temp.Path(), QSettings::IniFormat);
     raw.beginGroup("Settings");
-    EXPECT_EQ(raw.childKeys(), QStringList({"Language", "Recentfile2", "StudioMDL"}));
+    EXPECT_EQ(raw.childKeys(), QStringList({"Language", "Recentfile2", "StudioMDL", "ToolNotice"}));
 
     // A store written by one run is read by the next.
     SettingsStore again(temp.Path());

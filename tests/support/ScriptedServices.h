@@ -53,14 +53,18 @@ public:
     bool CanWriteTo(const QString& folder) override {
         return !ReadOnlyFolders.contains(folder) && Services::CanWriteTo(folder);
     }
+    platform::HostEnvironment Environment() override { return Env; }
     double Rnd() override { return NextRnd; }
     double Timer() override { return Now; }
 
     QList<Started> Starts; // every StartProgram, as asked (no wine added)
     bool StartResult = true;
-    QString ProgramFolderPath; // QUARLE_BINARY_DIR "/bin", where the build copies data/
-    QString UserDataFolderPath; // none unless a test sets one
+    QString ProgramFolderPath;   // QUARLE_BINARY_DIR "/bin", where the build copies data/
+    QString UserDataFolderPath;  // none unless a test sets one
     QStringList ReadOnlyFolders; // folders that refuse new files, as a system folder would
+    // No search path and no home unless a test sets them: nothing of the
+    // machine running the tests is found.
+    platform::HostEnvironment Env;
     double NextRnd = 0.0;
     double Now = 0.0;
 

@@ -1,5 +1,6 @@
 // A settings store of its own for one test: an INI file in a temporary
-// folder that goes away with the object.
+// folder that goes away with the object. It holds only "ToolNotice", so that
+// a first start does not stop to say that no compiler was found.
 #pragma once
 
 #include "platform/SettingsStore.h"

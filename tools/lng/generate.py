@@ -179,6 +179,9 @@ FORMS = [
         C("Command1", "...", "...", "Compiler suchen", "Browse for the compiler"),
         C("Command2", "...", "...", "Modelviewer suchen", "Browse for the model viewer"),
         C("Command3", "...", "...", "Texteditor suchen", "Browse for the text editor"),
+        T("ImageStudioMDL", "Gefunden und startbar?", "Found, and can it be started?"),
+        T("ImageModelviewer", "Gefunden und startbar?", "Found, and can it be started?"),
+        T("ImageEditor", "Gefunden und startbar?", "Found, and can it be started?"),
         C("FrmSprache", "Sprache", "Language"),
         T("CmbLanguage", "Sprache des Programms; die Wahl gilt sofort",
           "Language of the program; a pick applies at once"),
@@ -640,6 +643,15 @@ GERMAN_MESSAGES = {
                         "Quarle hat nichts daraus gelesen.",
     "MSG_SAVE_NAME_QUOTE": "„%1“ enthält ein doppeltes Anführungszeichen, das ein Modellskript "
                            "nicht nennen kann. Bitte einen Namen ohne dieses wählen.",
+    "MSG_TOOLS_FIRST_START": "Quarle hat keinen Modell-Compiler (studiomdl) gefunden, den es "
+                             "starten kann; versucht wurde „%1“. Ein Modell lässt sich "
+                             "kompilieren, sobald der Pfad des Compilers in den Einstellungen "
+                             "steht. Die Einstellungen jetzt öffnen?",
+    "MSG_TOOL_STARTABLE": "Gefunden und startbar: %1",
+    "MSG_TOOL_THROUGH_WINE": "Gefunden, ein Windows-Programm; es läuft über wine: %1",
+    "MSG_TOOL_MISSING": "Nicht gefunden: %1",
+    "MSG_TOOL_NOT_EXECUTABLE": "Gefunden, darf aber nicht ausgeführt werden: %1",
+    "MSG_TOOL_NO_WINE": "Ein Windows-Programm, und wine steht nicht im Suchpfad: %1",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -146,6 +146,15 @@ enum Msg : int {
     MSG_NO_DIRECTIVE,
     // A script name with a double quote: the script cannot write it.
     MSG_SAVE_NAME_QUOTE,
+    // A first start without a compiler that can be started; %1 the path
+    // tried.
+    MSG_TOOLS_FIRST_START,
+    // The tool tips of the marks beside the tool paths; %1 the program.
+    MSG_TOOL_STARTABLE,
+    MSG_TOOL_THROUGH_WINE,
+    MSG_TOOL_MISSING,
+    MSG_TOOL_NOT_EXECUTABLE,
+    MSG_TOOL_NO_WINE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -332,6 +341,18 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_SAVE_NAME_QUOTE, "MSG_SAVE_NAME_QUOTE",
      "\"%1\" holds a double quote, which a model script cannot name. Please choose a name "
      "without it."},
+    {MSG_TOOLS_FIRST_START, "MSG_TOOLS_FIRST_START",
+     "Quarle found no model compiler (studiomdl) it can start; it tried \"%1\". A model "
+     "can be compiled once the compiler's path is set in the settings. Open the settings "
+     "now?"},
+    {MSG_TOOL_STARTABLE, "MSG_TOOL_STARTABLE", "Found, and it can be started: %1"},
+    {MSG_TOOL_THROUGH_WINE, "MSG_TOOL_THROUGH_WINE",
+     "Found, a Windows program; it runs through wine: %1"},
+    {MSG_TOOL_MISSING, "MSG_TOOL_MISSING", "Not found: %1"},
+    {MSG_TOOL_NOT_EXECUTABLE, "MSG_TOOL_NOT_EXECUTABLE",
+     "Found, but it may not be run (it is not executable): %1"},
+    {MSG_TOOL_NO_WINE, "MSG_TOOL_NO_WINE",
+     "A Windows program, and wine is not on the search path to run it: %1"},
 }};
 
 namespace detail {

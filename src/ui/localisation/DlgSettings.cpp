@@ -5,6 +5,7 @@
 #include "platform/Cp1252Text.h"
 #include "platform/LanguageFolders.h"
 #include "platform/Reflection.h"
+#include "platform/ToolSearch.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/DlgNewLocalisation.h"
 #include "ui/localisation/Messages.h"
@@ -59,6 +60,15 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
         Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command2"));
     Command3 =
         Control(new QPushButton(QStringLiteral("..."), FrmPaths), QStringLiteral("Command3"));
+    const QString markTip = QStringLiteral("Gefunden und startbar?");
+    ImageStudioMDL = Control(new QLabel(FrmPaths), QStringLiteral("ImageStudioMDL"));
+    ImageModelviewer = Control(new QLabel(FrmPaths), QStringLiteral("ImageModelviewer"));
+    ImageEditor = Control(new QLabel(FrmPaths), QStringLiteral("ImageEditor"));
+    for (QLabel* mark : {ImageStudioMDL, ImageModelviewer, ImageEditor}) {
+        mark->setToolTip(markTip);
+        mark->setFixedWidth(20);
+        mark->setAlignment(Qt::AlignCenter);
+    }
     FrmSprache =
         Control(new QGroupBox(QStringLiteral("Sprache"), this), QStringLiteral("FrmSprache"));
     CmbLanguage = Control(new QComboBox(FrmSprache), QStringLiteral("CmbLanguage"));
@@ -84,17 +94,21 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
 
     auto* paths = new QGridLayout(FrmPaths);
     int row = 0;
-    for (auto [label, field, browse] :
-         {std::tuple<QLabel*, QLineEdit*, QPushButton*>{LblStudioMDL, TxtStudioMDL, Command1},
-          {LblModelviewer, TxtModelviewer, Command2},
-          {LblEditor, TxtEditor, Command3}}) {
+    for (auto [label, field, mark, browse] :
+         {std::tuple<QLabel*, QLineEdit*, QLabel*, QPushButton*>{LblStudioMDL, TxtStudioMDL,
+                                                                 ImageStudioMDL, Command1},
+          {LblModelviewer, TxtModelviewer, ImageModelviewer, Command2},
+          {LblEditor, TxtEditor, ImageEditor, Command3}}) {
         label->setBuddy(field);
         field->setMinimumWidth(300);
         browse->setFixedWidth(32);
         browse->setAutoDefault(false);
         paths->addWidget(label, row, 0);
         paths->addWidget(field, row, 1);
-        paths->addWidget(browse, row, 2);
+        paths->addWidget(mark, row, 2);
+        paths->addWidget(browse, row, 3);
+        connect(field, &QLineEdit::textChanged, this,
+                [this, mark](const QString& text) { UpdateMark(mark, text); });
         ++row;
     }
     paths->setColumnStretch(1, 1);
@@ -155,12 +169,55 @@ void DlgSettings::Form_Load() {
     if (state_.LocalisationMode) {
         CmdLocaliseStrings->setVisible(true);
     }
+    UpdateMarks();
+}
+
+void DlgSettings::UpdateMark(QLabel* mark, const QString& path) {
+    const platform::HostEnvironment env = services_.Environment();
+    const platform::ToolState tool = platform::CheckTool(path, env);
+    QString shown = path;
+    if (!path.contains(QLatin1Char('/')) && !path.contains(QLatin1Char('\\'))) {
+        if (const QString found = platform::FindOnPath(path, env); !found.isEmpty()) {
+            shown = found;
+        }
+    }
+    Msg reason = MSG_TOOL_MISSING;
+    switch (tool) {
+    case platform::ToolState::Startable:
+        reason = MSG_TOOL_STARTABLE;
+        break;
+    case platform::ToolState::ThroughWine:
+        reason = MSG_TOOL_THROUGH_WINE;
+        break;
+    case platform::ToolState::Missing:
+        reason = MSG_TOOL_MISSING;
+        break;
+    case platform::ToolState::NotExecutable:
+        reason = MSG_TOOL_NOT_EXECUTABLE;
+        break;
+    case platform::ToolState::NoWine:
+        reason = MSG_TOOL_NO_WINE;
+        break;
+    }
+    const bool startable = platform::CanStart(tool);
+    mark->setText(startable ? QStringLiteral("\u2714") : QStringLiteral("\u2718"));
+    mark->setStyleSheet(startable ? QStringLiteral("color: green") : QStringLiteral("color: red"));
+    // The first line is the mark's own tip from the language file.
+    const QString tip = mark->toolTip().section(QLatin1Char('\n'), 0, 0);
+    mark->setToolTip(tip + QLatin1Char('\n') + MessageText(state_, reason, {shown}));
+}
+
+void DlgSettings::UpdateMarks() {
+    UpdateMark(ImageStudioMDL, TxtStudioMDL->text());
+    UpdateMark(ImageModelviewer, TxtModelviewer->text());
+    UpdateMark(ImageEditor, TxtEditor->text());
 }
 
 void DlgSettings::CmbLanguage_Click() {
     state_.Settings.LanguageFile =
         (CmbLanguage->currentText() + QStringLiteral(".lng")).toStdString();
     ApplyLanguage(state_, services_, this);
+    UpdateMarks(); // the tips in the new language
     // The section's caption for TabSmd goes to the page showing: the first.
     main_.TabSmd->setCurrentIndex(0);
     ApplyLanguage(state_, services_, &main_);

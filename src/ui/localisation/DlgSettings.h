@@ -32,6 +32,11 @@ public:
     QPushButton* Command1;
     QPushButton* Command2;
     QPushButton* Command3;
+    // Beside each path: a check mark when the program is found and can be
+    // started, a cross otherwise; the tool tip says which and why.
+    QLabel* ImageStudioMDL;
+    QLabel* ImageModelviewer;
+    QLabel* ImageEditor;
     QGroupBox* FrmSprache;
     QComboBox* CmbLanguage;
     QLabel* LblVersion;
@@ -56,6 +61,9 @@ public:
 private:
     void Form_Load();
     void Browse(const QString& title, QLineEdit* target);
+    // Brings the mark of a path in line with its text.
+    void UpdateMark(QLabel* mark, const QString& path);
+    void UpdateMarks();
 
     FrmMain& main_;
 };

@@ -72,7 +72,9 @@ void FrmMain::Form_Load() {
     SetWizardAnim(0);
 
     ToolSettings& tools = state_.Settings;
-    ReadToolSettings(settings_, services_.ProgramFolder(), tools);
+    const platform::HostEnvironment env = services_.Environment();
+    ReadToolSettings(settings_, services_.ProgramFolder(), env, tools);
+    const bool toolNotice = ToolNoticeDue(settings_, env, tools);
     // Missing programs only leave their commands disabled; they start so.
     if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
         CmdCompile->setEnabled(true);
@@ -96,6 +98,19 @@ void FrmMain::Form_Load() {
     ApplyLanguage(state_, services_, this);
     if (state_.LocalisationMode) {
         CmdLocalise->setVisible(true);
+    }
+
+    // A first start that found no compiler says so once, in the language
+    // just applied, and offers the way to the paths.
+    if (toolNotice) {
+        settings_.Set(QLatin1String(ToolNoticeKey), QStringLiteral("1"));
+        settings_.Sync();
+        const platform::Answer answer =
+            services_.MsgBox(MessageText(state_, MSG_TOOLS_FIRST_START, {Doc(tools.StudioMdlPath)}),
+                             platform::Buttons::YesNo, platform::Icon::Information, QString());
+        if (answer == platform::Answer::Yes) {
+            MnuEinstAllg_Click();
+        }
     }
 }
 

@@ -46,23 +46,65 @@ QString DefaultTextEditorPath() {
 }
 
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
-                      ToolSettings& settings) {
+                      const platform::HostEnvironment& env, ToolSettings& settings) {
     settings.StudioMdlPath = CorePath(store.Get(QStringLiteral("StudioMdl")));
     settings.ModelViewerPath = CorePath(store.Get(QStringLiteral("ModelViewer")));
     settings.LanguageFile = store.Get(QStringLiteral("Language")).toStdString();
     settings.TextEditorPath = CorePath(store.Get(QStringLiteral("TextEditor")));
+#ifdef Q_OS_WIN
+    (void)env;
+    const QString compiler = DefaultStudioMdlPath(programFolder);
+    const QString viewer = DefaultModelViewerPath(programFolder);
+    const QString editor = DefaultTextEditorPath();
+#else
+    // Looked up only for what the store leaves empty. A place that the
+    // settings' code page cannot name counts as not found.
+    const auto found = [](const QString& path, const QString& fallback) {
+        return path.isEmpty() || !platform::ToCp1252(path) ? fallback : path;
+    };
+    const QString compiler =
+        settings.StudioMdlPath.empty()
+            ? found(platform::FindCompiler(env), DefaultStudioMdlPath(programFolder))
+            : QString();
+    const QString viewer =
+        settings.ModelViewerPath.empty()
+            ? found(platform::FindViewer(env), DefaultModelViewerPath(programFolder))
+            : QString();
+#ifdef Q_OS_MACOS
+    const QString editor = DefaultTextEditorPath();
+#else
+    const QString editor = settings.TextEditorPath.empty()
+                               ? found(platform::FindTextEditor(env), DefaultTextEditorPath())
+                               : QString();
+#endif
+#endif
     if (settings.StudioMdlPath.empty()) {
-        settings.StudioMdlPath = CorePath(DefaultStudioMdlPath(programFolder));
+        settings.StudioMdlPath = CorePath(compiler);
     }
     if (settings.ModelViewerPath.empty()) {
-        settings.ModelViewerPath = CorePath(DefaultModelViewerPath(programFolder));
+        settings.ModelViewerPath = CorePath(viewer);
     }
     if (settings.TextEditorPath.empty()) {
-        settings.TextEditorPath = CorePath(DefaultTextEditorPath());
+        settings.TextEditorPath = CorePath(editor);
     }
     if (settings.LanguageFile.empty()) {
         settings.LanguageFile = DefaultLanguage;
     }
+}
+
+bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnvironment& env,
+                   const ToolSettings& settings) {
+#ifdef Q_OS_WIN
+    (void)store;
+    (void)env;
+    (void)settings;
+    return false;
+#else
+    return store.Get(QStringLiteral("StudioMdl")).isEmpty() &&
+           store.Get(QLatin1String(ToolNoticeKey)).isEmpty() &&
+           !platform::CanStart(
+               platform::CheckTool(platform::FromCp1252(settings.StudioMdlPath), env));
+#endif
 }
 
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {

@@ -5,6 +5,7 @@
 
 #include "AppState.h"
 #include "platform/SettingsStore.h"
+#include "platform/ToolSearch.h"
 
 #include <QList>
 #include <QString>
@@ -15,10 +16,12 @@ namespace quarle::ui {
 // The compiler, viewer and editor to use when the store names none.
 //
 // On Windows these are the programs beside Quarle and the system editor.
-// Elsewhere the compiler and viewer are still the Windows programs beside
-// Quarle (the host runs an ".exe" through wine), and the editor is
-// "xdg-open" ("open" on macOS), which hands the script to the editor the
-// user chose for text files and is present on every desktop.
+// Elsewhere they are looked up on the host (platform/ToolSearch.h: the search
+// path, the usual folders under the home, $VISUAL and $EDITOR); a compiler
+// or viewer found nowhere is still the Windows program beside Quarle (which
+// the host would run through wine), so that a compile names the path it
+// tried, and an editor found nowhere is "xdg-open" ("open" on macOS), which
+// hands the script to the editor the user chose for text files.
 QString DefaultStudioMdlPath(const QString& programFolder);
 QString DefaultModelViewerPath(const QString& programFolder);
 QString DefaultTextEditorPath();
@@ -27,7 +30,15 @@ inline constexpr const char* EmptyRecentFile = "...";
 
 // Reads the tools and the language, and fills in the defaults of empty ones.
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
-                      ToolSettings& settings);
+                      const platform::HostEnvironment& env, ToolSettings& settings);
+
+// The key that remembers that the user was told of a missing compiler.
+inline constexpr const char* ToolNoticeKey = "ToolNotice";
+// Whether the start is to say that no compiler can be started: only off
+// Windows, only when the store names no compiler (a first start), and only
+// until it was said once.
+bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnvironment& env,
+                   const ToolSettings& settings);
 // Reads the four recent entries; an empty one becomes "...".
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings);
 

@@ -1,7 +1,8 @@
-// The main road in one go, as a user walks it: start with the shipped German
-// texts, open a script from disk, save it under a new name, compile it with
-// the stand-in compiler, open the model in the viewer, start afresh, reopen
-// the script from the recent list, save it again, and stop.
+// The main road in one go, as a user walks it: start afresh with the shipped
+// German texts and the stand-in compiler on the search path, open a script
+// from disk, save it under a new name, compile it, open the model in the
+// viewer, start afresh, reopen the script from the recent list, save it
+// again, and stop.
 #include "FakeCompiler.h"
 #include "support/MainWindowFixture.h"
 
@@ -30,10 +31,13 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
                         "\"\r\n$body body \"ref\"\r\n"
                         "$texrendermode \"Arm.bmp\" masked\r\n"
                         "$sequence \"run\" \"run\" fps 30 loop ACT_RUN 1\r\n");
+    // A fresh store: the stand-in compiler and a viewer are found on the
+    // search path, as a new user's would be.
     const QString viewer = InProgramDir("hlmv");
     test::WriteFile(viewer);
-    settings.Store().Set("StudioMDL", QUARLE_FAKE_COMPILER);
-    settings.Store().Set("ModelViewer", viewer);
+    QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
+    ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
+    services.Env.Path = programDir.path();
     UseShippedLanguages();
     Start();
     ASSERT_EQ(Text(IDS_SAVEAS), "Speichern unter");

@@ -83,7 +83,7 @@ TEST_F(MainWindowTest, SettingsAreReadWhateverTheirCapitalsAndWrittenOnceAtTheSt
     ini.beginGroup(QStringLiteral("Settings"));
     EXPECT_EQ(ini.childKeys(),
               (QStringList{"Language", "ModelViewer", "RecentFile0", "RecentFile1", "RecentFile2",
-                           "RecentFile3", "StudioMDL", "TextEditor"}));
+                           "RecentFile3", "StudioMDL", "TextEditor", "ToolNotice"}));
     EXPECT_EQ(ini.value("StudioMDL").toString(), QStringLiteral("/opt/hl/studiomdl.exe"));
     EXPECT_EQ(ini.value("ModelViewer").toString(), DefaultModelViewerPath(programDir.path()));
     EXPECT_EQ(ini.value("Language").toString(), QStringLiteral("english.lng"));
