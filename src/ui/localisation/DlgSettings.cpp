@@ -231,9 +231,9 @@ void DlgSettings::CmbLanguage_Click() {
     }
     const LanguageHeader header = ReadLanguageHeader(lines);
     if (header.Info) {
-        LblInfo->setText(FromUtf8(*header.Info));
+        LblInfo->setText(platform::FromCp1252(*header.Info));
     }
-    LblVers->setText(header.Version ? FromUtf8(*header.Version) : QStringLiteral("-"));
+    LblVers->setText(header.Version ? platform::FromCp1252(*header.Version) : QStringLiteral("-"));
 }
 
 void DlgSettings::Browse(const QString& title, QLineEdit* target) {
