@@ -1,6 +1,10 @@
 #include "ScriptTestSupport.h"
+#include "document/Paths.h"
+#include "document/QcInclude.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace quarle {
 namespace {
@@ -166,6 +170,92 @@ TEST(QcSequence, AForeignScriptKeepsWhatTheDialectCanSay) {
     // The folders were found beside the script, and the parts in them.
     EXPECT_EQ(l.Doc->ModelPath, folder);
     EXPECT_EQ(l.Doc->TextureCount, 5);
+}
+
+// A script from elsewhere, opened and saved: every line the compiler reads
+// comes back, each once, and relative folders found beside it ask nothing.
+TEST(QcSequence, AScriptFromElsewhereSavesEveryLineTheCompilerReadsOnce) {
+    const std::string keep = std::string(QUARLE_TEST_DATA) + "/qc/keep/decompiled.qc";
+    const struct {
+        std::string file; // a script of the test data, or
+        std::string text; // one written beside the test's model folder
+        std::vector<std::string> lines;
+    } cases[] = {
+        {keep,
+         "",
+         {"$modelname \".\\soldier.mdl\"",
+          "$cd \".\"",
+          "$cdtexture \".\\textures\"",
+          "$cdtexture \".\\shared_textures\"",
+          "$externaltextures",
+          "$cliptotextures",
+          "$body body \"body\"",
+          "$bodygroup weapon",
+          "studio \"gun\" reverse",
+          "$body extra \"body\" reverse",
+          "$flags 512",
+          "$eyeposition 0 0 64",
+          "$origin 0 0 36",
+          "$attachment 0 \"Bip01 R Hand\" 10 0 2",
+          "$controller 0 \"Bip01 Spine\" XR -30 30",
+          "$controller 1 \"Bip01 Head\" X 0 10",
+          "$hbox 3 \"Bip01 Pelvis\" -7.0 -5.0 -4.0 5.0 6.0 4.0",
+          "$hbox 1 \"Bip01 Head\" -1.25 -6.0 -3.0 9.0 4.0 4.0",
+          "$bbox 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000",
+          "$cbox 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000",
+          "$texrendermode \"chrome.bmp\" fullbright",
+          "$texrendermode \"outside.bmp\" masked",
+          "{ \"skin.bmp\" \"gun.bmp\" }",
+          "{ \"skin10.bmp\" \"gun.bmp\" }",
+          "{ \"skin12.bmp\" \"gun.bmp\" }",
+          "$sequencegroupsize 64",
+          "$sequence \"idle\" \"idle\" fps 15 loop ACT_IDLE 1",
+          "$sequence \"walk\" \"walk\" fps 30 loop ACT_WALK 1 X { event 1004 3 "
+          "\"common/npc_step1.wav\" } { event 1004 13 \"common/npc_step2.wav\" }",
+          "$sequence \"run\" \"run\" fps 40 loop ACT_RUN 1 LX AX AY AZR node 2",
+          "$sequence \"trans\" \"trans\" fps 30  transition 1 2",
+          "$sequence \"back\" \"trans\" fps 30  rtransition 1 2",
+          "$sequence \"aim\" \"aim_down\" \"aim_up\" fps 30  blend XR -45 45",
+          "$sequence \"shoot\" \"shoot\" \"shoot_b\" fps 30  { event 5001 0 \"31\" }",
+          "$sequence \"die\" \"die\" fps 24 ACT_DIESIMPLE 1 { event 2001 1 }",
+          "$sequence \"crouch\" \"crouch\" fps 20 loop ACT_CROUCH 1 AZR",
+          "$sequencegroup \"extras\"",
+          "$sequence \"wave\" \"wave\" fps 12  { event 1008 2 }"}},
+        {"",
+         testing::Repeat(0, 101, [](auto i) { return "$sequence s" + i + " walk\n"; }) +
+             "$sequence s102 walk fps 10 {\n{ event 1 2 }\n}\n$sequencegroup legs\n$origin 1 2 3\n",
+         {"$sequence \"s100\" \"walk\" fps 30 ", "$sequence s101 walk",
+          "$sequence s102 walk fps 10 {", "{ event 1 2 }", "$sequencegroup legs", "$origin 1 2 3"}},
+    };
+    for (const auto& c : cases) {
+        Model m;
+        // The data folder is copied, so that the saved script can stand in it.
+        std::string script = m.Dir / "model.qc";
+        if (c.file.empty()) {
+            m.Dir.Write("model.qc", "$modelname \"" + m.Dir / "x.mdl\"\n" + m.Paths() + c.text);
+        } else {
+            std::filesystem::copy(paths::ToFsPath(paths::FolderOf(c.file)),
+                                  paths::ToFsPath(m.Dir / "keep"),
+                                  std::filesystem::copy_options::recursive);
+            script = m.Dir / ("keep/" + paths::FileNameOf(c.file));
+        }
+        ASSERT_EQ(m.LoadFile(script), ReadOutcome::Loaded);
+        EXPECT_TRUE(m.Host.Questions.empty());
+        EXPECT_TRUE(m.Host.Problems.empty());
+        EXPECT_TRUE(m.Findings.empty()) << m.Findings.front().Text;
+        const std::string written = m.Written();
+        std::map<std::string, int> count;
+        for (std::string_view line : SplitLines(written)) {
+            ++count[std::string(line)];
+        }
+        for (const std::string& line : c.lines) {
+            EXPECT_EQ(count[line], 1) << line;
+        }
+        // Saved over the script, it reads back into itself.
+        testing::WriteFile(script, written);
+        ASSERT_EQ(m.LoadFile(script), ReadOutcome::Loaded);
+        EXPECT_EQ(m.Written(), written);
+    }
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <unordered_map>
 
 namespace quarle {
 
@@ -818,7 +819,14 @@ private:
         if (sequenceGroup_ == 0 && anim != &spareAnim_) {
             host_.AddAnimation(anim->Name);
         }
-        anim->SmdFile = Unquoted(NextToken(rest_, pos));
+        const std::string file = NextToken(rest_, pos);
+        if (file == "{") {
+            // $sequence "run" { "run" fps 30 ... }: the file comes inside.
+            seq_.Depth = 1;
+            seq_.FileInside = true;
+        } else {
+            anim->SmdFile = Unquoted(file);
+        }
         if (seq_.KeepLines) {
             Keep();
         } else {
@@ -847,7 +855,7 @@ private:
             if (token.starts_with("//")) {
                 break; // a comment to the end of the line
             }
-            const std::string t = NoQuotes(token);
+            const std::string t = token.find('"') == std::string::npos ? token : NoQuotes(token);
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);
@@ -968,64 +976,152 @@ private:
         }
     }
 
+    enum class Word {
+        Other,
+        Fps,
+        Loop,
+        Frame,
+        Origin,
+        LX,
+        LY,
+        LZ,
+        Motion,
+        Rotate,
+        Scale,
+        Blend,
+        OneArgument,
+        TwoArguments,
+        ThreeArguments,
+        Open,
+        OpenEvent,
+        Event,
+        Close
+    };
+
+    // The option words, compared in upper case (they are all ASCII).
+    static Word WordOf(const std::string& t, std::string& upper) {
+        static const std::unordered_map<std::string, Word> words = {
+            {"FPS", Word::Fps},
+            {"LOOP", Word::Loop},
+            {"FRAME", Word::Frame},
+            {"ORIGIN", Word::Origin},
+            {"LX", Word::LX},
+            {"LY", Word::LY},
+            {"LZ", Word::LZ},
+            {"X", Word::Motion},
+            {"Y", Word::Motion},
+            {"Z", Word::Motion},
+            {"XR", Word::Motion},
+            {"YR", Word::Motion},
+            {"ZR", Word::Motion},
+            {"AX", Word::Motion},
+            {"AY", Word::Motion},
+            {"AZ", Word::Motion},
+            {"AXR", Word::Motion},
+            {"AYR", Word::Motion},
+            {"AZR", Word::Motion},
+            {"ROTATE", Word::Rotate},
+            {"SCALE", Word::Scale},
+            {"BLEND", Word::Blend},
+            {"NODE", Word::OneArgument},
+            {"ANIMATION", Word::OneArgument},
+            {"TRANSITION", Word::TwoArguments},
+            {"RTRANSITION", Word::TwoArguments},
+            {"PIVOT", Word::ThreeArguments},
+            {"{", Word::Open},
+            {"{EVENT", Word::OpenEvent},
+            {"EVENT", Word::Event},
+            {"}", Word::Close}};
+        upper = t;
+        for (char& c : upper) {
+            if (c >= 'a' && c <= 'z') {
+                c = static_cast<char>(c - 'a' + 'A');
+            }
+        }
+        const auto it = words.find(upper);
+        return it == words.end() ? Word::Other : it->second;
+    }
+
     void Keyword(AnimRec& anim, const std::string& token, const std::string& t) {
-        static const std::set<std::string, std::less<>> motion = {
-            "X", "Y", "Z", "XR", "YR", "ZR", "AX", "AY", "AZ", "AXR", "AYR", "AZR"};
-        const std::string word = ToUpper(t);
         if (t.empty()) {
             return; // blanks in a row
         }
-        if (word == "FPS") {
+        std::string upper;
+        switch (WordOf(t, upper)) {
+        case Word::Fps:
             parseState_ = 1;
-        } else if (word == "LOOP") {
+            break;
+        case Word::Loop:
             anim.Loop = 1;
-        } else if (word == "FRAME") {
+            break;
+        case Word::Frame:
             anim.FrameLimit = 1;
             parseState_ = 2;
-        } else if (word == "ORIGIN") {
+            break;
+        case Word::Origin:
             anim.OriginOn = 1;
             parseState_ = 4;
-        } else if (word == "LX") {
+            break;
+        case Word::LX:
             anim.LX = 1;
-        } else if (word == "LY") {
+            break;
+        case Word::LY:
             anim.LY = 1;
-        } else if (word == "LZ") {
+            break;
+        case Word::LZ:
             anim.LZ = 1;
-        } else if (motion.contains(word)) {
+            break;
+        case Word::Motion:
             KeepOption(token, 0);
-        } else if (word == "ROTATE") {
+            break;
+        case Word::Rotate:
             parseState_ = 17;
-        } else if (word == "SCALE") {
+            break;
+        case Word::Scale:
             parseState_ = 16;
-        } else if (word == "BLEND" && !seq_.Blend) {
-            seq_.Blend = true;
-            seq_.BlendText = token;
-            parseState_ = 13;
-        } else if (word == "BLEND") {
-            KeepOption(token, 3);
-        } else if (word == "NODE" || word == "ANIMATION") {
+            break;
+        case Word::Blend:
+            if (seq_.Blend) {
+                KeepOption(token, 3);
+            } else {
+                seq_.Blend = true;
+                seq_.BlendText = token;
+                parseState_ = 13;
+            }
+            break;
+        case Word::OneArgument:
             KeepOption(token, 1);
-        } else if (word == "TRANSITION" || word == "RTRANSITION") {
+            break;
+        case Word::TwoArguments:
             KeepOption(token, 2);
-        } else if (word == "PIVOT") {
+            break;
+        case Word::ThreeArguments:
             KeepOption(token, 3);
-        } else if (word == "{") {
+            break;
+        case Word::Open:
             ++seq_.Depth;
-        } else if (word == "{EVENT") {
+            break;
+        case Word::OpenEvent:
             ++seq_.Depth;
             parseState_ = 9;
-        } else if (word == "EVENT") {
+            break;
+        case Word::Event:
             parseState_ = 9;
-        } else if (word == "}") {
+            break;
+        case Word::Close:
             CloseBrace();
-        } else if (word.starts_with("ACT_") && anim.ActivityId.empty()) {
-            anim.ActivityId = t;
-            parseState_ = 7;
-        } else if (word.starts_with("ACT_")) {
-            KeepOption(token, 0);
-        } else {
-            // Anything else is one more .smd file for the compiler.
-            seq_.Files.push_back(token);
+            break;
+        case Word::Other:
+            if (upper.starts_with("ACT_") && anim.ActivityId.empty()) {
+                anim.ActivityId = t;
+                parseState_ = 7;
+            } else if (upper.starts_with("ACT_")) {
+                KeepOption(token, 0);
+            } else {
+                // Anything else is one more .smd file for the compiler.
+                seq_.Files.push_back(token);
+            }
+            break;
         }
     }
 
@@ -1034,6 +1130,10 @@ private:
     void EndSequence() {
         AnimRec& anim = *seq_.Anim;
         std::size_t file = 0;
+        if (seq_.FileInside && !seq_.Files.empty()) {
+            anim.SmdFile = NoQuotes(seq_.Files.front());
+            seq_.Files.erase(seq_.Files.begin());
+        }
         const bool rotation = IsRotation(seq_.BlendAxis);
         if (seq_.Blend && rotation) {
             anim.BlendAxis = AxisOr(seq_.BlendAxis, anim.BlendAxis);
@@ -1080,10 +1180,11 @@ private:
     // The sequence being read, across the lines of its braces.
     struct SequenceRead {
         AnimRec* Anim = nullptr;
-        bool KeepLines = false; // its lines are kept as they stand
-        int Depth = 0;          // braces open
-        bool Blend = false;     // the first blend option was read
-        std::string BlendText;  // as written
+        bool KeepLines = false;  // its lines are kept as they stand
+        int Depth = 0;           // braces open
+        bool FileInside = false; // the first file stands inside the braces
+        bool Blend = false;      // the first blend option was read
+        std::string BlendText;   // as written
         std::string BlendAxis;
         f32 BlendMin = 0.0f;
         f32 BlendMax = 0.0f;

@@ -241,11 +241,11 @@ private:
         }
     }
 
-    // The $sequencegroup line stands only before a slot 0 in use; the lines
-    // kept behind it stand in any case.
+    // The $sequencegroup line stands before a slot 0 in use, and for a group
+    // that a script named; the lines kept behind it stand in any case.
     void GroupStart(int g, bool slotZeroUsed) {
-        if (g > 0 && slotZeroUsed) {
-            const std::string& name = doc_.SequenceGroupNames[Index(g)];
+        const std::string& name = doc_.SequenceGroupNames[Index(g)];
+        if (g > 0 && (slotZeroUsed || !name.empty())) {
             Line();
             Line("$sequencegroup " + (name.empty() ? "seqgroup" + IntToText(g) : name));
         }
