@@ -107,9 +107,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const ProcessFolder& folder = Folder();
     quarle::Document& doc = FreshDocument();
     doc.QcFile = folder.Write("fuzz.qc", script);
-    FuzzHost host(doc, static_cast<int>(size % 7), (size / 7) % 2 == 1);
-    quarle::ReadQcFile(doc, host, folder.Path());
+    const bool modelFolder = (size / 7) % 2 == 1;
+    FuzzHost host(doc, static_cast<int>(size % 7), modelFolder);
+    const bool loaded = quarle::ReadQcFile(doc, host, folder.Path()) == quarle::ReadOutcome::Loaded;
     std::ostringstream out;
     quarle::WriteQcScript(doc, out, (size & 8) != 0 ? ',' : '.');
+    if (!loaded) {
+        return 0;
+    }
+    // The script a save writes, read and written again twice: the second
+    // save gives the first one's bytes back.
+    std::string saved = out.str();
+    std::string again;
+    for (int round = 0; round < 2; ++round) {
+        quarle::Document& next = FreshDocument();
+        next.QcFile = folder.Write("again.qc", saved);
+        FuzzHost quiet(next, 0, modelFolder);
+        if (quarle::ReadQcFile(next, quiet, folder.Path()) != quarle::ReadOutcome::Loaded) {
+            return 0;
+        }
+        std::ostringstream written;
+        quarle::WriteQcScript(next, written, '.');
+        again = saved;
+        saved = written.str();
+    }
+    if (again != saved) {
+        __builtin_trap();
+    }
     return 0;
 }

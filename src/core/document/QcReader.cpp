@@ -855,7 +855,13 @@ private:
             if (token.starts_with("//")) {
                 break; // a comment to the end of the line
             }
-            const std::string t = token.find('"') == std::string::npos ? token : NoQuotes(token);
+            // Most tokens have no quotes: they are read as they are.
+            std::string unquoted;
+            const bool quoted = token.find('"') != std::string::npos;
+            if (quoted) {
+                unquoted = NoQuotes(token);
+            }
+            const std::string& t = quoted ? unquoted : token;
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);

@@ -253,7 +253,9 @@ private:
     }
 
     std::string SequenceLine(const AnimRec& a) const {
-        std::string line = "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
+        std::string line;
+        line.reserve(256);
+        line += "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
         if (a.BlendOn == 1) {
             line += " " + Quoted(a.BlendFile);
         }
@@ -296,9 +298,14 @@ private:
         }
         for (int e = 1; e <= a.EventCount; ++e) {
             const AnimEventRec& event = a.Events[e];
-            line += " { event " + IntToText(event.EventId) + " " + IntToText(event.Frame);
+            line += " { event ";
+            line += IntToText(event.EventId);
+            line += ' ';
+            line += IntToText(event.Frame);
             if (!event.Parameter.empty()) {
-                line += " " + Quoted(event.Parameter);
+                line += " \"";
+                line += event.Parameter;
+                line += '"';
             }
             line += " }";
         }
