@@ -232,10 +232,10 @@ private:
                 if (s == 0) {
                     GroupStart(g, !anim.Name.empty());
                 }
-                if (anim.Name.empty()) {
-                    continue;
+                if (!anim.Name.empty()) {
+                    Line(SequenceLine(anim));
                 }
-                Line(SequenceLine(anim));
+                // What followed a sequence without a name stays too.
                 Lines(anim.KeptAfter);
             }
         }
