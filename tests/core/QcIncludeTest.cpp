@@ -58,20 +58,17 @@ TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
     EXPECT_TRUE(l.Host.Questions.empty());
 }
 
-TEST(QcInclude, ARelativeIncludeIsAlwaysAskedFor) {
+TEST(QcInclude, ARelativeIncludeIsTakenFromBesideTheScriptAndAskedForOnlyWhenMissing) {
     Model l;
     l.Dir.Write("inc.qc", "beside\n");
-    l.Dir.Write("other/inc.qc", "picked\n");
     l.Dir.Write("other/sub/inc.qc", "nested\n");
     l.Dir.Write("parts/inc.qc", "kept\n");
     const auto script = l.Dir.Write(
         "a.qc", "$include \"inc.qc\"\n$include sub/inc.qc\n$include \"parts\\inc.qc\"\n");
-    l.Host.Answer(l.Dir / "other");
     l.Host.Answer(l.Dir / "other/sub");
-    l.Host.KeepUnanswered = true; // the third answer keeps the relative path: the script's folder
-    EXPECT_EQ(Buffer(l, script).Text, "picked\r\nnested\r\nkept\r\n");
-    ASSERT_EQ(l.Host.Questions.size(), 3u);
-    EXPECT_EQ(l.Host.Questions[0].Path, "inc.qc");
+    EXPECT_EQ(Buffer(l, script).Text, "beside\r\nnested\r\nkept\r\n");
+    ASSERT_EQ(l.Host.Questions.size(), 1u);
+    EXPECT_EQ(l.Host.Questions[0].Path, "sub/inc.qc");
     EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_INCLUDEFILE>");
     EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
 }

@@ -28,22 +28,27 @@ TEST(QcReader, TheWorkingFileHoldsTheFlattenedScriptAndStaysBehind) {
     EXPECT_TRUE(l.Host.Problems.empty());
 }
 
-TEST(QcReader, FolderDirectivesPassOnlyForAbsoluteFoldersWithFiles) {
+TEST(QcReader, RelativeFoldersAreFoundBesideTheScriptAndWrittenRelativeAgain) {
     Model l;
     std::filesystem::create_directory(l.Dir / "empty");
-    l.Host.Answer(l.Dir / "tex"); // $cd .
-    l.Host.Answer(l.M());         // $CD ".\"
-    l.Host.Answer(l.Dir / "tex"); // the empty folder
-    l.Load("$cd .\n$CD \".\\\"\n$cdtexture \"" + l.Dir / "empty" + "\"\n$cdtexture \"" +
-           l.Dir / "tex" + "\"\n$Cdtexture " + l.Dir / "tex\n");
-    ASSERT_EQ(l.Host.Questions.size(), 3u);
-    EXPECT_EQ(l.Host.Questions[0].Path, ".");
+    l.Host.Answer(l.M()); // the empty folder
+    l.Load("$cd \"" + l.Dir / "empty" +
+           "\"\n$cd .\n$modelname \".\\m\\x.mdl\"\n"
+           "$cdtexture \".\\tex\"\n$cdtexture \"..\\shared\"\n$cdtexture m\n");
+    ASSERT_EQ(l.Host.Questions.size(), 1u);
     EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_MODELPATH>");
-    EXPECT_EQ(l.Host.Questions[1].Path, ".\\");
-    EXPECT_EQ(l.Host.Questions[2].Extra, "<IDS_TEXTUREPATH>");
-    EXPECT_EQ(l.Host.Questions[2].What, FolderQuestion::TexturePath);
-    EXPECT_EQ(l.Doc->ModelPath, l.M());
+    EXPECT_EQ(l.Doc->ModelPath, l.Dir.Path());
     EXPECT_EQ(l.Doc->TexturePath, l.Dir / "tex");
+    // Saved beside the script, the folders are relative again, and the
+    // further texture folders stand in their order.
+    EXPECT_EQ(LinesOf(l.Written(), "$"), "$modelname \".\\m\\x.mdl\"\n$cd \".\"\n"
+                                         "$cdtexture \".\\tex\"\n$cdtexture \"..\\shared\"\n"
+                                         "$cdtexture m\n");
+    // Saved elsewhere, they name the folders themselves.
+    l.Doc->QcFile = l.Dir / "empty/moved.qc";
+    EXPECT_EQ(LinesOf(l.Written(), "$c"), "$cd \"" + l.Dir.Path() + "\"\n$cdtexture \"" +
+                                              l.Dir / "tex" +
+                                              "\"\n$cdtexture \"..\\shared\"\n$cdtexture m\n");
 }
 
 TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
@@ -83,9 +88,15 @@ TEST(QcReader, DirectiveWordsLineLogicAndNumbers) {
            "{\nstudio \"head\"\n}\n");
     // Quotes around a number read as 0, halves go to the even neighbour, and
     // with no body directive the group "body" of the reset is gone too.
+    // Unknown directives are kept in their order, with their blocks.
     EXPECT_EQ(LinesOf(l.Written(), "$"), "$modelname \"\"\n$cd \"\"\n$cdtexture \"\"\n$scale 2.5\n"
                                          "$externaltextures\n$eyeposition 1.5 0 -3\n"
-                                         "$sequencegroupsize 64\n");
+                                         "$gamma\t2.2\n$origin 1 2 3\n"
+                                         "$hbox 0 \"Bip01\" -1 -1 -1 1 1 1\n"
+                                         "$bbox -16 -16 0 16 16 72\n$flags 0\n$cliptotextures\n"
+                                         "$BODYGROUPX arms\n$sequencegroupsize 64\n");
+    EXPECT_NE(l.Written().find("$BODYGROUPX arms\r\n{\r\nstudio \"head\"\r\n}\r\n"),
+              std::string::npos);
     EXPECT_TRUE(l.Host.Questions.empty());
 }
 
@@ -105,24 +116,27 @@ TEST(QcReader, BodyGroupsAndTheirPartLines) {
                        "}\n"
                        "$bodygroup legs {\n"
                        "studio \"leg\" reverse }\n"
-                       "studio \"head\"\n" // behind the block: dropped
+                       "studio \"head\"\n" // behind the block: kept as a line
                        "$bodygroup \"quoted\"\n"
                        "{ }\n"
                        "$bodygroup tail\n"
                        "{ studio \"arm\"\n"
                        "\tstudio \"leg\"}\n");
-    // Groups of one part are written as $body; "legs " keeps the blank that
-    // stood before its cut brace, "quoted" its quotes.
+    // A $body keeps its words; a group of one reversed part stays a block;
+    // "legs " keeps the blank that stood before its cut brace, "quoted" its
+    // quotes.
     EXPECT_EQ(LinesOf(l.Written(), "$b") + LinesOf(l.Written(), "studio") +
                   LinesOf(l.Written(), "blank"),
-              "$body head \"head\"\n"
+              "$body head \"head\" reverse\n"
               "$bodygroup arms\n"
-              "$body legs  \"leg\"\n"
+              "$bodygroup legs \n"
               "$bodygroup \"quoted\"\n"
               "$bodygroup tail\n"
               "studio \"arm\" reverse\n"
               "studio \"leg\"\n" // the pattern ignores case
               "studio \"arm REVERSE\"\n"
+              "studio \"leg\" reverse\n"
+              "studio \"head\"\n"
               "studio \"arm\"\n"
               "studio \"leg\"\n"
               "blank\n"
@@ -203,27 +217,31 @@ TEST(QcReader, AttachmentsAndControllers) {
            "$attachment -1 \"Bone\" 1 2 3\n"
            "$controller 1 \"Bip01 Head\" yr -30 30.5\n"
            "$controller 2 bone ZR 1 2\n"
-           "$controller 2 bone WR 5 6\n" // an unknown axis word changes nothing
+           "$controller 2 bone WR 5 6\n" // an axis the forms lack: kept as it stands
            "$controller 9 bone XR 1 2\n");
     const std::string written = l.Written();
     EXPECT_EQ(LinesOf(written, "$attachment"), "$attachment 0 \"Bip01 R Hand\" 10 0.5 -2\n"
                                                "$attachment 3 \"bone\" 1 0 0\n");
     EXPECT_EQ(LinesOf(written, "$controller"), "$controller 1 \"Bip01 Head\" YR -30 30.5\n"
-                                               "$controller 2 \"bone\" ZR 5 6\n");
+                                               "$controller 2 \"bone\" ZR 1 2\n"
+                                               "$controller 2 bone WR 5 6\n");
     EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::AttachmentIndex), 1);
     EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::ControllerIndex), 1);
     EXPECT_EQ(l.Host.Finished, 1);
 }
 
 TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
-    // Before any part: the scan finds nothing, and later parts are not scanned.
+    // Before any part: the scan finds nothing, and later parts are not
+    // scanned; the lines are kept as they stand.
     Model early;
     early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
                                "$texrendermode \"a.bmp\" additive\n");
-    EXPECT_EQ(LinesOf(early.Written(), "$texrendermode"), "");
+    EXPECT_EQ(LinesOf(early.Written(), "$texrendermode"),
+              "$texrendermode \"a.bmp\" masked\n$texrendermode \"a.bmp\" additive\n");
 
-    // Names match exactly; any word but "masked" is additive; an empty name
-    // matches the first empty slot, a line without one nothing.
+    // Names match exactly; an empty name matches the first empty slot; what
+    // the forms cannot hold (another mode, a texture the parts lack, a line
+    // without a name) is kept behind the textures.
     Model l;
     l.Load(l.Paths() + "$body head \"head\"\n$bodygroup arms\n{\nstudio \"arm\"\nblank\n}\n"
                        "$texrendermode \"b.bmp\" MASKED\n"
@@ -233,8 +251,9 @@ TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
                        "$texrendermode\n"
                        "$texrendermode \"\" masked\n");
     EXPECT_EQ(LinesOf(l.Written(), "$texrendermode"),
-              "$texrendermode \"b.bmp\" masked\n$texrendermode \"c.bmp\" additive\n"
-              "$texrendermode \"\" masked\n");
+              "$texrendermode \"b.bmp\" masked\n$texrendermode \"\" masked\n"
+              "$texrendermode c.bmp chrome\n$texrendermode \"B.BMP\" additive\n"
+              "$texrendermode \"zzz.bmp\" masked\n$texrendermode\n");
     EXPECT_EQ(l.Doc->TextureModes[1].Name, "a.bmp");
     EXPECT_EQ(l.Doc->TextureCount, 0); // render modes do not fill the base row
 }
@@ -278,13 +297,14 @@ TEST(QcReader, ATextureGroupsBraceMayStandOnItsOwnLineOrBehindTheName) {
     EXPECT_EQ(rows[1], rows[0]);
 }
 
-TEST(QcReader, ATextureGroupBeforeTheBodiesFindsNoBaseRow) {
+TEST(QcReader, ATextureGroupBeforeTheBodiesFindsNoBaseRowAndIsKept) {
     Model l;
     l.Load(l.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
                        "$body head \"head\"\n");
     EXPECT_EQ(l.Doc->TextureCount, 0);
     EXPECT_EQ(l.Doc->TextureVariations[2][1], Blank);
-    EXPECT_EQ(l.Doc->TextureVariations[2][0], "x.bmp"); // column 0: read by nothing
+    EXPECT_NE(l.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
+              std::string::npos);
 }
 
 TEST(QcReader, APartFileThatIsGoneWhenTexturesAreScannedIsReported) {

@@ -1,6 +1,10 @@
 #include "ScriptTestSupport.h"
+#include "document/Paths.h"
+#include "document/QcInclude.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace quarle {
 namespace {
@@ -18,7 +22,7 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
         const char* written;
     } cases[] = {
         // The writer's own lines; option words in any case; whole numbers round
-        // halves to the even neighbour; dropped words start no activity.
+        // halves to the even neighbour; motion flags are kept in their order.
         {"$sequence \"a\" \"a\" fps 30 \n"
          "$sequence \"b\" \"b\" fps 30  LX\n"
          "$sequence \"c\" \"c\" FPS 24 Loop\n"
@@ -29,19 +33,19 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence \"b\" \"b\" fps 30  LX\n"
          "$sequence \"c\" \"c\" fps 24 loop \n"
          "$sequence \"d\" \"d\" fps 24 loop frame 2 20 origin 2 -2 3  LY LZ\n"
-         "$sequence \"e\" \"e\" fps 30 rotate -90.5  scale 0.25\n"
+         "$sequence \"e\" \"e\" fps 30 rotate -90.5  scale 0.25 X AX AY AZR x\n"
          "$sequence \"f\" \"f\" fps 30 ACT_ARM 1 LX\n"},
         // Events: "{event" is one word, a brace in the parameter's place closes
-        // the event; events on the following lines are dropped.
+        // the event; braces that open after the line has ended are no longer
+        // the sequence's.
         {"$sequence \"a\" \"a\" { event 5001 3 \"12\" } {event 5002 4 } { event 5003 5 }"
          " { event 5004 6 \"x y\" } { EVENT 1 2.5 \"a\" } fps 12\n"
          "$sequence \"b\" \"b\" fps 20\n{ event 1 2 }\n{\n event 3 4\n}\n",
          "$sequence \"a\" \"a\" fps 12  { event 5001 3 \"12\" } { event 5002 4 } { event 5003 5 }"
          " { event 5004 6 \"x y\" } { event 1 2 \"a\" }\n"
          "$sequence \"b\" \"b\" fps 20 \n"},
-        // Blends need the second file in lower case at the start of a word: a
-        // capital (in cp1252, so not "\xFC") or a digit starts an activity, which
-        // swallows the next word ("fps"), and a number behind it starts a new one.
+        // A further file is the blend's second only with blend; without, it is
+        // kept where it stood, as a blend without a file is kept.
         {"$sequence \"walk\" \"walk\" \"walk2\" fps 24 blend XR -45 45\n"
          "$sequence \"walk\" \"walk\" \"Walk2\" fps 24\n"
          "$sequence \"look\" \"look\" blend zr -90 90.5\n"
@@ -49,15 +53,15 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence \"run\" \"run\" _side Loop\n"
          "$sequence \"swim\" \"swim\" \"\xFC\" fps 24 blend XR -45 45\n",
          "$sequence \"walk\" \"walk\" \"walk2\" fps 24  blend XR -45 45\n"
-         "$sequence \"walk\" \"walk\" fps 30 24\n"
-         "$sequence \"look\" \"look\" fps 30 \n"
-         "$sequence \"aim\" \"aim\" fps 30 10\n"
-         "$sequence \"run\" \"run\" fps 30 _side Loop\n"
+         "$sequence \"walk\" \"walk\" \"Walk2\" fps 24 \n"
+         "$sequence \"look\" \"look\" fps 30  blend zr -90 90.5\n"
+         "$sequence \"aim\" \"aim\" 2aim fps 10 \n"
+         "$sequence \"run\" \"run\" _side fps 30 loop \n"
          "$sequence \"swim\" \"swim\" \"\xFC\" fps 24  blend XR -45 45\n"},
-        // The tokeniser: the name behind a quoted one is cut at its blank, three
-        // blanks make an empty token, a tab stays in front of the next token,
-        // "$sequence\t" is no $sequence, quotes come off a number, slots without
-        // a name are not written.
+        // The tokeniser: the name behind a quoted one is cut at its blank (the
+        // rest is one more file), empty tokens are no options, a tab stays in
+        // front of the next token, "$sequence\t" is no $sequence (and is kept),
+        // quotes come off a number, slots without a name are not written.
         {"$sequence \"big walk\" \"walk 2\" fps 20\n"
          "$sequence \"three\" \"three\" fps 20   loop\n"
          "$sequence \"two\" \"two\" fps 20  loop\n"
@@ -67,16 +71,17 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence idle idle fps 8\n"
          "$sequence\n"
          "$sequence \"\" \"\"\n",
-         "$sequence \"big walk\" \"walk\" fps 30 20\n"
-         "$sequence \"three\" \"three\" fps 20  loop\n"
+         "$sequence \"big walk\" \"walk\" 2\" fps 20 \n"
+         "$sequence \"three\" \"three\" fps 20 loop \n"
          "$sequence \"two\" \"two\" fps 20 loop \n"
          "$sequence \"tab\" \"\ttab\" fps 12 \n"
+         "$sequence\t\"tabword\" \"x\"\n"
          "$sequence \"q\" \"q\" fps 24 \n"
          "$sequence \"idle\" \"idle\" fps 8 \n"},
-        // Groups number in script order, whatever their names.
+        // Groups number in script order and keep their names.
         {"$sequence \"a\" \"a\"\n$sequencegroup legs\n$sequence \"b\" \"b\"\n"
          "$sequence \"c\" \"c\"\n$SequenceGroup\n$sequence \"d\" \"d\"\n",
-         "$sequence \"a\" \"a\" fps 30 \n$sequencegroup seqgroup1\n$sequence \"b\" \"b\" fps 30 \n"
+         "$sequence \"a\" \"a\" fps 30 \n$sequencegroup legs\n$sequence \"b\" \"b\" fps 30 \n"
          "$sequence \"c\" \"c\" fps 30 \n$sequencegroup seqgroup2\n$sequence \"d\" \"d\" fps 30 "
          "\n"},
     };
@@ -116,7 +121,7 @@ TEST(QcSequence, AWrittenScriptReadsBackIntoTheSameScript) {
     EXPECT_EQ(again.Written(), first);
 
     const Document& d = *again.Doc;
-    EXPECT_EQ(d.BodyGroups[1].Reverse[1], 0);    // a one-part group loses its reverse
+    EXPECT_EQ(d.BodyGroups[1].Reverse[1], -1);   // a one-part group keeps its reverse
     EXPECT_EQ(d.BodyGroups[2].Reverse[1], -1);   // in a block it stays
     EXPECT_EQ(d.Anims[0][1].Rotate, 0.3333333f); // seven digits
     EXPECT_NE(d.Anims[0][1].Rotate, 1.0f / 3.0f);
@@ -162,9 +167,95 @@ TEST(QcSequence, AForeignScriptKeepsWhatTheDialectCanSay) {
     ASSERT_EQ(look.Name, "look");
     EXPECT_EQ(look.BlendAxis, 1.0f);
     EXPECT_EQ(look.BlendMin, -90.0f);
-    // The folders stay as written, and the parts were found beside the script.
-    EXPECT_EQ(l.Doc->ModelPath, ".\\");
+    // The folders were found beside the script, and the parts in them.
+    EXPECT_EQ(l.Doc->ModelPath, folder);
     EXPECT_EQ(l.Doc->TextureCount, 5);
+}
+
+// A script from elsewhere, opened and saved: every line the compiler reads
+// comes back, each once, and relative folders found beside it ask nothing.
+TEST(QcSequence, AScriptFromElsewhereSavesEveryLineTheCompilerReadsOnce) {
+    const std::string keep = std::string(QUARLE_TEST_DATA) + "/qc/keep/decompiled.qc";
+    const struct {
+        std::string file; // a script of the test data, or
+        std::string text; // one written beside the test's model folder
+        std::vector<std::string> lines;
+    } cases[] = {
+        {keep,
+         "",
+         {"$modelname \".\\soldier.mdl\"",
+          "$cd \".\"",
+          "$cdtexture \".\\textures\"",
+          "$cdtexture \".\\shared_textures\"",
+          "$externaltextures",
+          "$cliptotextures",
+          "$body body \"body\"",
+          "$bodygroup weapon",
+          "studio \"gun\" reverse",
+          "$body extra \"body\" reverse",
+          "$flags 512",
+          "$eyeposition 0 0 64",
+          "$origin 0 0 36",
+          "$attachment 0 \"Bip01 R Hand\" 10 0 2",
+          "$controller 0 \"Bip01 Spine\" XR -30 30",
+          "$controller 1 \"Bip01 Head\" X 0 10",
+          "$hbox 3 \"Bip01 Pelvis\" -7.0 -5.0 -4.0 5.0 6.0 4.0",
+          "$hbox 1 \"Bip01 Head\" -1.25 -6.0 -3.0 9.0 4.0 4.0",
+          "$bbox 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000",
+          "$cbox 0.000000 0.000000 0.000000 0.000000 0.000000 0.000000",
+          "$texrendermode \"chrome.bmp\" fullbright",
+          "$texrendermode \"outside.bmp\" masked",
+          "{ \"skin.bmp\" \"gun.bmp\" }",
+          "{ \"skin10.bmp\" \"gun.bmp\" }",
+          "{ \"skin12.bmp\" \"gun.bmp\" }",
+          "$sequencegroupsize 64",
+          "$sequence \"idle\" \"idle\" fps 15 loop ACT_IDLE 1",
+          "$sequence \"walk\" \"walk\" fps 30 loop ACT_WALK 1 X { event 1004 3 "
+          "\"common/npc_step1.wav\" } { event 1004 13 \"common/npc_step2.wav\" }",
+          "$sequence \"run\" \"run\" fps 40 loop ACT_RUN 1 LX AX AY AZR node 2",
+          "$sequence \"trans\" \"trans\" fps 30  transition 1 2",
+          "$sequence \"back\" \"trans\" fps 30  rtransition 1 2",
+          "$sequence \"aim\" \"aim_down\" \"aim_up\" fps 30  blend XR -45 45",
+          "$sequence \"shoot\" \"shoot\" \"shoot_b\" fps 30  { event 5001 0 \"31\" }",
+          "$sequence \"die\" \"die\" fps 24 ACT_DIESIMPLE 1 { event 2001 1 }",
+          "$sequence \"crouch\" \"crouch\" fps 20 loop ACT_CROUCH 1 AZR",
+          "$sequencegroup \"extras\"",
+          "$sequence \"wave\" \"wave\" fps 12  { event 1008 2 }"}},
+        {"",
+         testing::Repeat(0, 101, [](auto i) { return "$sequence s" + i + " walk\n"; }) +
+             "$sequence s102 walk fps 10 {\n{ event 1 2 }\n}\n$sequencegroup legs\n$origin 1 2 3\n",
+         {"$sequence \"s100\" \"walk\" fps 30 ", "$sequence s101 walk",
+          "$sequence s102 walk fps 10 {", "{ event 1 2 }", "$sequencegroup legs", "$origin 1 2 3"}},
+    };
+    for (const auto& c : cases) {
+        Model m;
+        // The data folder is copied, so that the saved script can stand in it.
+        std::string script = m.Dir / "model.qc";
+        if (c.file.empty()) {
+            m.Dir.Write("model.qc", "$modelname \"" + m.Dir / "x.mdl\"\n" + m.Paths() + c.text);
+        } else {
+            std::filesystem::copy(paths::ToFsPath(paths::FolderOf(c.file)),
+                                  paths::ToFsPath(m.Dir / "keep"),
+                                  std::filesystem::copy_options::recursive);
+            script = m.Dir / ("keep/" + paths::FileNameOf(c.file));
+        }
+        ASSERT_EQ(m.LoadFile(script), ReadOutcome::Loaded);
+        EXPECT_TRUE(m.Host.Questions.empty());
+        EXPECT_TRUE(m.Host.Problems.empty());
+        EXPECT_TRUE(m.Findings.empty()) << m.Findings.front().Text;
+        const std::string written = m.Written();
+        std::map<std::string, int> count;
+        for (std::string_view line : SplitLines(written)) {
+            ++count[std::string(line)];
+        }
+        for (const std::string& line : c.lines) {
+            EXPECT_EQ(count[line], 1) << line;
+        }
+        // Saved over the script, it reads back into itself.
+        testing::WriteFile(script, written);
+        ASSERT_EQ(m.LoadFile(script), ReadOutcome::Loaded);
+        EXPECT_EQ(m.Written(), written);
+    }
 }
 
 } // namespace

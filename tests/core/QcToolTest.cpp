@@ -86,11 +86,12 @@ TEST(RoundtripCommand, KeepsMissingFoldersAndPartsButNotTheirTextures) {
     const std::string in = dir.Write("in.qc", Example("c:\\m", "c:\\m\\tex"));
     const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc", "--missing=keep"}, dir.Path());
     EXPECT_EQ(run.Status, 0);
-    // No part file to scan: the render mode and the texture group are lost.
+    // No part file to scan: the render mode and the texture group are kept
+    // as they stand (the empty line between them goes).
     EXPECT_NE(run.Err.find("part file is missing"), std::string::npos) << run.Err;
     std::string expected = Example("c:\\m", "c:\\m\\tex");
-    const std::size_t from = expected.find("$texrendermode");
-    expected.erase(from, expected.find("\r\n// Animations") - from);
+    const std::size_t from = expected.find("masked\r\n\r\n") + 8;
+    expected.erase(from, 2);
     EXPECT_EQ(ReadFile(dir / "out.qc"), expected);
 }
 

@@ -72,7 +72,10 @@ $attachment 0 "Bip01 R Hand" 1.5 0 -2
 $attachment 2 "Bone2" 0 0 0
 $controller 1 "Bip01 Head" ZR -30 30,5
 $controller 3 "Bone3" XR -1,5 0
-$body head "head"
+$bodygroup head
+{
+studio "head" reverse
+}
 $bodygroup arms
 {
 studio "arm" reverse

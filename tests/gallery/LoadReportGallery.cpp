@@ -1,6 +1,6 @@
 // The message after a load of a script from elsewhere, in each language, as
 // the desktop's message box shows it:
-//   LoadReport.png   a decompiled script with four kinds of findings
+//   LoadReport.png   a decompiled script with two kinds of findings
 #include "GallerySupport.h"
 
 #include <QDir>
@@ -15,11 +15,11 @@ void LoadReportGallery(const QString& folder, const char* languageFile) {
     quarle::ui::FrmMain& form = window.Start();
     form.WorkFolder = models.path();
     const QByteArray m = models.path().toUtf8();
-    QByteArray script = "$cd \"" + m + "\"\r\n$cdtexture \"" + m + "/tex\"\r\n$cdtexture \"" + m +
-                        "\"\r\n$cliptotextures\r\n$body body \"ref\"\r\n"
+    QByteArray script = "$cd \"" + m + "/tex\"\r\n$cd \"" + m + "\"\r\n$cdtexture \"" + m +
+                        "/tex\"\r\n$cliptotextures\r\n$body body \"ref\"\r\n"
                         "$sequence \"idle\" \"idle\" fps 30 node 3 transition 1 2\r\n";
     for (int i = 1; i < 130; ++i) {
-        script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 30\r\n";
+        script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 29.97\r\n";
     }
     QDir(models.path()).mkpath(QStringLiteral("tex"));
     for (const char* name : {"ref.smd", "tex/a.bmp", "barney.qc"}) {

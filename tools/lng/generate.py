@@ -610,7 +610,7 @@ GERMAN_MESSAGES = {
     "MSG_FINDING_FRACTION_ROUNDED": "Eine Kommazahl in einem Feld für ganze Zahlen wird gerundet",
     "MSG_FINDING_TEXTURE_NOT_IN_PARTS": "Eine Textur, die kein Teil benutzt, fällt weg",
     "MSG_FINDING_RENDER_MODE_CHANGED": "Ein anderer Render-Modus als masked oder additive wird zu additive",
-    "MSG_FINDING_TEXTURE_ROW_DROPPED": "Eine Zeile einer Texturgruppe, die nichts ändert oder nach der zehnten steht, fällt weg",
+    "MSG_FINDING_TEXTURE_ROW_DROPPED": "Eine Zeile einer Texturgruppe, die nichts ändert, fällt weg",
     "MSG_FINDING_PART_READ_AS_BLANK": "Eine Teil-Zeile ohne studio und einen Namen in Anführungszeichen wird zu einem leeren Teil",
     "MSG_FINDING_AXIS_NOT_KEPT": "Eine andere Achse als XR, YR oder ZR wird nicht übernommen",
     "MSG_FINDING_PLACE": "%1, Zeile %2: %3",

@@ -4,6 +4,7 @@
 #include "document/QcReader.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <system_error>
@@ -81,12 +82,30 @@ private:
     int rows_ = 0;
 };
 
+// Where the working file goes: the folder TMPDIR names, else a folder kept
+// in memory (the session's runtime folder, /dev/shm), else the system's
+// temporary folder. A file that lives only for one command then costs no
+// disk writes, and its removal no wait for them.
+fs::path WorkBase(std::error_code& ec) {
+    const char* tmpdir = std::getenv("TMPDIR");
+    if (tmpdir == nullptr || *tmpdir == '\0') {
+        for (const char* memory :
+             {static_cast<const char*>(std::getenv("XDG_RUNTIME_DIR")), "/dev/shm"}) {
+            std::error_code ignored;
+            if (memory != nullptr && *memory != '\0' && fs::is_directory(memory, ignored)) {
+                return memory;
+            }
+        }
+    }
+    return fs::temp_directory_path(ec);
+}
+
 // A fresh folder for the working file, removed again at the end.
 class WorkFolder {
 public:
     WorkFolder() {
         std::error_code ec;
-        const fs::path base = fs::temp_directory_path(ec);
+        const fs::path base = WorkBase(ec);
         std::random_device random;
         for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
             const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));

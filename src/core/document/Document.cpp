@@ -66,6 +66,9 @@ void InitVars(Document& doc) {
             a.LX = 0;
             a.ActivityId.clear();
             a.Rotate = 0.0f;
+            a.KeptFiles.clear();
+            a.KeptOptions.clear();
+            a.KeptAfter.clear();
         }
     }
     // 2. attachments and controllers
@@ -108,11 +111,25 @@ void InitVars(Document& doc) {
             bg.Parts[static_cast<std::size_t>(p)].clear();
             bg.Reverse[static_cast<std::size_t>(p)] = 0;
         }
+        bg.KeptWords.clear();
+        bg.KeptAfter.clear();
     }
     // 9. one empty group named "body"
     doc.BodyGroupCount = 1;
     doc.BodyGroups[1].PartCount = 0;
     doc.BodyGroups[1].Name = "body";
+    // 10. what the forms do not show
+    doc.ModelNameAsWritten.clear();
+    doc.ModelPathAsWritten.clear();
+    doc.TexturePathAsWritten.clear();
+    doc.KeptCdTextures.clear();
+    doc.KeptBeforeBody.clear();
+    doc.KeptAfterTextures.clear();
+    doc.KeptTextureRows = 0;
+    for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+        doc.SequenceGroupNames[static_cast<std::size_t>(g)].clear();
+        doc.KeptAtGroupStart[static_cast<std::size_t>(g)].clear();
+    }
 }
 
 std::size_t DocumentFootprint(const Document& doc) {

@@ -100,6 +100,14 @@ struct AnimRec {
     std::string Name; // empty: the slot is free
     std::string ActivityId;
     f32 Rotate = 0.0f;
+    // What the forms do not show, kept as the script wrote it: further .smd
+    // files (written right behind the ones above), options such as motion
+    // flags, node and transitions (written behind the known ones), and the
+    // lines that followed the sequence up to the next one (written behind
+    // its line).
+    std::string KeptFiles{};
+    std::string KeptOptions{};
+    std::vector<std::string> KeptAfter{};
 };
 
 // One $body or $bodygroup.
@@ -108,6 +116,11 @@ struct BodyGroupRec {
     u8 PartCount = 0;
     std::array<std::string, limits::LastPart + 1> Parts{};
     std::array<i16, limits::LastPart + 1> Reverse{}; // -1 on, tested for non-zero
+    // Kept as the script wrote them: the words behind the two names of a
+    // $body (such as reverse), and the lines that followed the group up to
+    // the next body group, texture directive or sequence.
+    std::string KeptWords{};
+    std::vector<std::string> KeptAfter{};
 };
 
 struct AttachmentRec {
@@ -162,6 +175,27 @@ struct Document {
         TextureVariations{};
     std::array<TextureModeRec, limits::LastTextureMode + 1> TextureModes{};
     i16 SmdFrameCount = 0;
+
+    // What the forms do not show, kept as the script wrote it and written
+    // back at its place:
+    // - a $cd or $cdtexture that was relative, as written, while it still
+    //   names the folder the document holds, seen from the script's folder;
+    std::string ModelNameAsWritten;
+    std::string ModelPathAsWritten;
+    std::string TexturePathAsWritten;
+    // - the $cdtexture lines behind the first, in order;
+    std::vector<std::string> KeptCdTextures;
+    // - lines before the first body group, and lines behind the render
+    //   modes and the texture group (before the first sequence);
+    std::vector<std::string> KeptBeforeBody;
+    std::vector<std::string> KeptAfterTextures;
+    // - the texture rows beyond the tenth that a load read (table rows
+    //   11 and up, as many as this);
+    int KeptTextureRows = 0;
+    // - the names of the sequence groups, and the lines between a
+    //   $sequencegroup and its first sequence.
+    std::array<std::string, limits::LastSequenceGroup + 1> SequenceGroupNames{};
+    std::array<std::vector<std::string>, limits::LastSequenceGroup + 1> KeptAtGroupStart{};
 };
 
 // The document part of the new-document reset, in its order. The main

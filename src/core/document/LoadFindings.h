@@ -19,23 +19,25 @@
 
 namespace quarle {
 
+// What the forms cannot show is kept and written back (see Document), so the
+// kinds marked "kept" are no longer found; they stay for their messages.
 enum class FindingKind {
-    UnknownDirective,      // a directive the reader does not know, with the lines under it
-    LineNotRead,           // a line outside every block (a tab in front, stray text)
-    LineAfterSequence,     // a line behind a $sequence, such as an event block
-    MotionFlagDropped,     // X, AX, AY or AZR on a $sequence
-    SequenceOptionMisread, // an unknown option taken for a blend file or an activity
-    BlendWithoutFile,      // blend without a second file: neither is written
-    BodyWordsLost,         // words behind the two names of a $body, such as reverse
-    BodyGroupReverseLost,  // a $bodygroup of one reversed part becomes a $body
-    PathReplaced,          // a $cd or $cdtexture that a later one replaces
-    SequenceNotWritten,    // a sequence beyond the 101 of a group that a save writes
+    UnknownDirective,      // (kept) a directive the reader does not know, with the lines under it
+    LineNotRead,           // (kept) a line outside every block (a tab in front, stray text)
+    LineAfterSequence,     // (kept) a line behind a $sequence, such as an event block
+    MotionFlagDropped,     // (kept) X, AX, AY or AZR on a $sequence
+    SequenceOptionMisread, // (kept) an unknown option taken for a blend file or an activity
+    BlendWithoutFile,      // (kept) blend without a second file: neither is written
+    BodyWordsLost,         // (kept) words behind the two names of a $body, such as reverse
+    BodyGroupReverseLost,  // (kept) a $bodygroup of one reversed part becomes a $body
+    PathReplaced,          // a $cd that a later one replaces
+    SequenceNotWritten,    // (kept) a sequence beyond the 101 of a group that a save writes
     FractionRounded,       // a fraction in a whole-number field, as in fps 29.97
-    TextureNotInParts,     // a texture of $texrendermode or $texturegroup the parts lack
-    RenderModeChanged,     // a render mode other than masked or additive
-    TextureRowDropped,     // a $texturegroup row that changes nothing, or beyond the tenth
+    TextureNotInParts,     // a texture of a $texturegroup row the parts lack
+    RenderModeChanged,     // (kept) a render mode other than masked or additive
+    TextureRowDropped,     // a $texturegroup row that changes nothing
     PartReadAsBlank,       // a part line without studio "..." (studio arm, without quotes)
-    AxisNotKept,           // a controller or blend axis other than XR, YR, ZR
+    AxisNotKept,           // (kept) a controller or blend axis other than XR, YR, ZR
 };
 inline constexpr int FindingKinds = static_cast<int>(FindingKind::AxisNotKept) + 1;
 

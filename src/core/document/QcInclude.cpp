@@ -59,6 +59,32 @@ std::string DiskPath(std::string_view scriptPath, const std::string& baseFolder)
     return paths::Resolve(path).value_or(path);
 }
 
+std::string FolderBeside(const std::string& scriptFolder, std::string_view folder) {
+    const std::string path = paths::ToStyle(folder);
+    if (paths::IsAbsolute(path)) {
+        return path;
+    }
+    // A script named without a folder stands in the working folder.
+    std::error_code ec;
+    const std::string base =
+        scriptFolder.empty() ? paths::FromFsPath(std::filesystem::current_path(ec)) : scriptFolder;
+    std::string normal =
+        paths::FromFsPath(paths::ToFsPath(paths::Join(base, path)).lexically_normal());
+    while (normal.size() > 1 && paths::IsSeparator(normal.back()) &&
+           !(normal.size() == 3 && normal[1] == ':')) {
+        normal.pop_back();
+    }
+    return paths::Resolve(normal).value_or(normal);
+}
+
+std::string FolderToWrite(const std::string& held, const std::string& asWritten,
+                          const std::string& scriptFolder) {
+    if (asWritten.empty() || held.empty()) {
+        return held;
+    }
+    return FolderBeside(scriptFolder, asWritten) == held ? asWritten : held;
+}
+
 namespace {
 
 // One file of the chain of open includes, by its canonical path.
@@ -115,7 +141,9 @@ private:
         const std::string name = paths::FileNameOf(path);
         std::string disk = DiskPath(path, baseFolder_);
 
-        if (!paths::IsAbsolute(path) || !paths::FileExists(disk)) {
+        // A relative include is looked for beside the script first, as the
+        // compiler finds it.
+        if (!paths::FileExists(disk)) {
             const std::string answer =
                 host_.NewDir(path, host_.Text(IDS_INCLUDEFILE), FolderQuestion::IncludeFile);
             if (answer == Refused) {

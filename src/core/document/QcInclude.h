@@ -41,4 +41,15 @@ BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
 // relative path taken from baseFolder (when there is one).
 std::string DiskPath(std::string_view scriptPath, const std::string& baseFolder);
 
+// A relative folder of a script as the compiler finds it: taken from the
+// script's folder, without "." and ".." steps, in its spelling on disk when
+// it exists there. An absolute folder comes back in this machine's style.
+std::string FolderBeside(const std::string& scriptFolder, std::string_view folder);
+
+// The folder to write for a $cd or $cdtexture: the relative text the script
+// had, while it still names the folder held, seen from the script's folder;
+// else the folder held.
+std::string FolderToWrite(const std::string& held, const std::string& asWritten,
+                          const std::string& scriptFolder);
+
 } // namespace quarle

@@ -17,6 +17,7 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <unordered_map>
 
 namespace quarle {
 
@@ -31,7 +32,7 @@ std::string DescribeProblem(ReadProblem kind, const std::string& detail,
 
 namespace {
 
-enum class BlockKind { None, BodyGroup, TextureGroup };
+enum class BlockKind { None, BodyGroup, TextureGroup, Sequence };
 
 // Position (from 1) of the last folder separator, with the quirk of FindLast:
 // the last character is not looked at. Both separators on a POSIX host.
@@ -65,10 +66,6 @@ std::string TrimmedFolder(std::string path) {
     return path;
 }
 
-bool HasUpperStart(const std::string& token) {
-    return token.empty() || ToUpper(token.substr(0, 1)) == token.substr(0, 1);
-}
-
 class Reader {
 public:
     Reader(Document& doc, ReaderHost& host, ProblemOnce& report, const SourceMap& map)
@@ -82,12 +79,17 @@ public:
         doc_.BodyGroupCount = 0;
         doc_.BodyGroups[1].PartCount = 0;
         doc_.BodyGroups[1].Name.clear();
+        ForgetKeptRows();
+        anchor_ = &doc_.KeptBeforeBody;
         lines_ = SplitLines(text);
         for (index_ = 0; index_ < lines_.size(); ++index_) {
             const std::string_view line = Trim(lines_[index_]);
             FollowComments(line);
             if (!line.empty() && line.front() == '$') {
                 heldDirective_ = true;
+                if (block_ == BlockKind::Sequence) {
+                    EndSequence(); // a block that never closed ends here
+                }
                 Directive(line);
             } else {
                 BlockLine(line);
@@ -96,7 +98,9 @@ public:
                 return false;
             }
         }
-        NoteBodyGroupsOfOneReversedPart();
+        if (block_ == BlockKind::Sequence) {
+            EndSequence();
+        }
         return true;
     }
 
@@ -143,10 +147,23 @@ private:
         return false;
     }
 
-    // The folder check; false when the user refused.
-    bool CheckFolder(std::string& folder, Ids key, FolderQuestion what) {
+    // The folder check; false when the user refused. A relative folder is
+    // looked for beside the script first, as the compiler does; found there,
+    // it becomes that folder and asWritten keeps the script's text.
+    bool CheckFolder(std::string& folder, Ids key, FolderQuestion what,
+                     std::string* asWritten = nullptr) {
         if (FolderPasses(folder)) {
             return true;
+        }
+        if (!folder.empty() && !paths::IsAbsolute(paths::ToStyle(folder))) {
+            std::string beside = FolderBeside(qcFolder_, folder);
+            if (FolderPasses(beside)) {
+                if (asWritten != nullptr) {
+                    *asWritten = folder;
+                }
+                folder = std::move(beside);
+                return true;
+            }
         }
         const std::string answer = host_.NewDir(folder, host_.Text(key), what);
         if (answer == Refused) {
@@ -231,17 +248,23 @@ private:
 
     // A line that no directive reads. Lines under a directive that is left
     // out go with it.
+    // It is kept, as it stands, at the place of the last body group, texture
+    // directive or sequence before it. Only empty lines go.
     void UnreadLine(std::string_view line) {
-        if (line.empty() || commentLine_) {
-            return;
+        if (!line.empty()) {
+            Keep();
         }
-        // A directive behind a tab is no directive here, under any other.
-        const std::size_t start = line.find_first_not_of(" \t");
-        if (linesGoWithDirective_ && (start == std::string_view::npos || line[start] != '$')) {
-            return;
+    }
+
+    void Keep() { anchor_->emplace_back(lines_[index_]); }
+
+    // Rows beyond the tenth are the load's own: none of an earlier load.
+    void ForgetKeptRows() {
+        for (int r = limits::LastWrittenTextureRow + 1; r <= limits::LastTextureRow; ++r) {
+            for (auto& cell : doc_.TextureVariations[static_cast<std::size_t>(r)]) {
+                cell = Blank;
+            }
         }
-        Note(ToUpper(directive_) == "$SEQUENCE" ? FindingKind::LineAfterSequence
-                                                : FindingKind::LineNotRead);
     }
 
     // A $cd or $cdtexture whose folder a later one replaces.
@@ -251,16 +274,6 @@ private:
             NoteAt(FindingKind::PathReplaced, *lastLine);
         }
         lastLine = index_;
-    }
-
-    // The writer puts a group of one part as $body, without its reverse.
-    void NoteBodyGroupsOfOneReversedPart() {
-        for (const auto& [group, index] : bodyGroupLines_) {
-            const BodyGroupRec& g = doc_.BodyGroups[static_cast<std::size_t>(group)];
-            if (g.PartCount == 1 && g.Reverse[1] != 0) {
-                NoteAt(FindingKind::BodyGroupReverseLost, index);
-            }
-        }
     }
 
     // --- numbers ----------------------------------------------------------
@@ -321,8 +334,12 @@ private:
         if (upper == "ZR") {
             return 2.0f;
         }
-        Note(FindingKind::AxisNotKept);
         return old;
+    }
+
+    static bool IsRotation(const std::string& word) {
+        const std::string upper = ToUpper(word);
+        return upper == "XR" || upper == "YR" || upper == "ZR";
     }
 
     // --- directives -------------------------------------------------------
@@ -341,22 +358,29 @@ private:
             rest_ = std::string(Trim(tail));
         }
         block_ = BlockKind::None;
-        linesGoWithDirective_ = false;
 
         const std::string word = ToUpper(directive_);
         if (word == "$MODELNAME") {
             ModelName();
         } else if (word == "$CD") {
             std::string folder = NoQuotes(rest_);
-            if (CheckFolder(folder, IDS_MODELPATH, FolderQuestion::ModelPath)) {
+            std::string asWritten;
+            if (CheckFolder(folder, IDS_MODELPATH, FolderQuestion::ModelPath, &asWritten)) {
                 NotePathReplaced(cdLine_, doc_.ModelPath, folder);
                 doc_.ModelPath = folder;
+                doc_.ModelPathAsWritten = asWritten;
             }
+        } else if (word == "$CDTEXTURE" && cdTextureLine_) {
+            // The compiler looks for textures in each folder, in order: the
+            // forms hold the first, the others are kept.
+            doc_.KeptCdTextures.emplace_back(lines_[index_]);
         } else if (word == "$CDTEXTURE") {
             std::string folder = NoQuotes(rest_);
-            if (CheckFolder(folder, IDS_TEXTUREPATH, FolderQuestion::TexturePath)) {
-                NotePathReplaced(cdTextureLine_, doc_.TexturePath, folder);
+            std::string asWritten;
+            if (CheckFolder(folder, IDS_TEXTUREPATH, FolderQuestion::TexturePath, &asWritten)) {
+                cdTextureLine_ = index_;
                 doc_.TexturePath = folder;
+                doc_.TexturePathAsWritten = asWritten;
             }
         } else if (word == "$SCALE") {
             doc_.ModelScale = Float(TextToNumber(rest_));
@@ -389,15 +413,18 @@ private:
             sequenceSlot_ = -1;
             if (sequenceGroup_ > limits::LastSequenceGroup) {
                 report_(ReadProblem::TooManySequenceGroups, line_);
+                Keep();
+            } else {
+                const auto g = static_cast<std::size_t>(sequenceGroup_);
+                doc_.SequenceGroupNames[g] = rest_;
+                anchor_ = &doc_.KeptAtGroupStart[g];
             }
         } else if (word == "$SEQUENCE") {
             Sequence();
         } else {
-            // $ORIGIN and every other directive: nothing, and no block follows.
-            if (!commentLine_) {
-                Note(FindingKind::UnknownDirective);
-            }
-            linesGoWithDirective_ = true;
+            // $origin, $hbox and every other directive, with the block that
+            // follows it: kept as they stand.
+            Keep();
         }
     }
 
@@ -418,9 +445,11 @@ private:
             sep = rest[static_cast<std::size_t>(at - 1)];
         }
         std::string checked = folder;
-        if (!CheckFolder(checked, IDS_MODELNAME, FolderQuestion::ModelName)) {
+        std::string asWritten;
+        if (!CheckFolder(checked, IDS_MODELNAME, FolderQuestion::ModelName, &asWritten)) {
             return;
         }
+        doc_.ModelNameAsWritten = asWritten.empty() ? std::string() : rest;
         if (sep == '\0' || checked != folder) {
             // A folder of this machine (the script's own, or the user's pick).
             sep = paths::Separator();
@@ -456,10 +485,16 @@ private:
             return;
         }
         const auto i = static_cast<std::size_t>(index);
+        const std::string bone = Unquoted(NextToken(rest_, pos));
+        const std::string axis = NextToken(rest_, pos);
+        if (!IsRotation(axis)) {
+            Keep(); // a moving controller (X, Y, Z): the forms turn only
+            return;
+        }
         ControllerRec& c = doc_.Controllers[i];
         c.Active = 1;
-        doc_.ControllerBones[i] = Unquoted(NextToken(rest_, pos));
-        c.Axis = AxisOr(NextToken(rest_, pos), c.Axis);
+        doc_.ControllerBones[i] = bone;
+        c.Axis = AxisOr(axis, c.Axis);
         c.LimitMin = Float(TextToNumber(NextToken(rest_, pos)));
         c.LimitMax = Float(TextToNumber(NextToken(rest_, pos)));
     }
@@ -470,6 +505,7 @@ private:
     BodyGroupRec* NewBodyGroup() {
         if (doc_.BodyGroupCount >= limits::LastBodyGroup) {
             report_(ReadProblem::TooManyBodyGroups, line_);
+            Keep();
             return nullptr;
         }
         ++doc_.BodyGroupCount;
@@ -477,6 +513,7 @@ private:
         // 10 are not reset and would carry parts of an earlier load.
         BodyGroupRec& group = doc_.BodyGroups[doc_.BodyGroupCount];
         group = BodyGroupRec{};
+        anchor_ = &group.KeptAfter;
         return &group;
     }
 
@@ -489,8 +526,10 @@ private:
         group->Name = Unquoted(NextToken(rest_, pos));
         group->Parts[1] = Unquoted(NextToken(rest_, pos));
         group->PartCount = 1;
-        if (NextToken(rest_, pos) != NoToken) {
-            Note(FindingKind::BodyWordsLost);
+        // reverse, scale and the like: kept for the $body line.
+        if (pos <= static_cast<int>(rest_.size())) {
+            group->KeptWords = std::string(
+                Trim(std::string_view(rest_).substr(static_cast<std::size_t>(pos - 1))));
         }
         CheckPart(group->Parts[1]);
     }
@@ -499,12 +538,10 @@ private:
         parseState_ = 1;
         BodyGroupRec* group = NewBodyGroup();
         if (group == nullptr) {
-            directive_.clear(); // its block lines are dropped with it
-            linesGoWithDirective_ = true;
+            directive_.clear(); // its block lines are kept with it
             return;
         }
         block_ = BlockKind::BodyGroup;
-        bodyGroupLines_.emplace_back(doc_.BodyGroupCount, index_);
         std::string name = rest_;
         if (!name.empty() && name.back() == '{') {
             parseState_ = 2;
@@ -607,27 +644,35 @@ private:
         // A line without a name matches nothing; an empty name ("") matches
         // the first slot without a texture.
         const std::string texture = NoQuotes(NextToken(rest_, pos));
-        const std::string mode = Unquoted(NextToken(rest_, pos));
-        for (int i = 1; i <= limits::LastTexture; ++i) {
-            TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
-            if (slot.Name == texture) {
-                slot.Mode = ToUpper(mode) == "MASKED" ? 1 : 2;
-                if (slot.Mode == 2 && ToUpper(mode) != "ADDITIVE") {
-                    Note(FindingKind::RenderModeChanged);
+        const std::string mode = ToUpper(Unquoted(NextToken(rest_, pos)));
+        anchor_ = &doc_.KeptAfterTextures;
+        if (mode == "MASKED" || mode == "ADDITIVE") {
+            for (int i = 1; i <= limits::LastTexture; ++i) {
+                TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
+                if (slot.Name == texture) {
+                    slot.Mode = mode == "MASKED" ? 1 : 2;
+                    return;
                 }
-                return;
             }
         }
-        Note(FindingKind::TextureNotInParts);
+        // A texture the parts lack, or a mode the forms do not offer.
+        Keep();
     }
 
     void TextureGroup() {
+        anchor_ = &doc_.KeptAfterTextures;
         block_ = BlockKind::TextureGroup;
         parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
         int count = doc_.TextureCount;
         ScanParts(doc_.TextureVariations[1], count);
         doc_.TextureCount = static_cast<u8>(count);
         textureRow_ = 0;
+        if (count == 0) {
+            // No texture of the parts to map the rows onto: the group is
+            // kept as it stands, with its block.
+            block_ = BlockKind::None;
+            Keep();
+        }
     }
 
     void TextureGroupLine(std::string_view line) {
@@ -660,6 +705,10 @@ private:
         }
         const auto row = static_cast<std::size_t>(stored ? textureRow_ : 0);
         auto& cells = doc_.TextureVariations;
+        if (stored && textureRow_ > limits::LastWrittenTextureRow) {
+            doc_.KeptTextureRows =
+                std::max(doc_.KeptTextureRows, textureRow_ - limits::LastWrittenTextureRow);
+        }
         if (stored && textureRow_ > 1) {
             for (int c = 1; c <= doc_.TextureCount; ++c) {
                 cells[row][static_cast<std::size_t>(c)] = Blank;
@@ -706,7 +755,7 @@ private:
     }
 
     // A row that the writer leaves out: one that changes nothing (no skin of
-    // its own then), or one after the rows it writes.
+    // its own then).
     void NoteDroppedTextureRow(std::size_t row) {
         if (textureRow_ < 2 || row == 0) {
             return;
@@ -714,7 +763,7 @@ private:
         const auto& cells = doc_.TextureVariations[row];
         const bool changes = std::any_of(cells.begin() + 1, cells.begin() + 1 + doc_.TextureCount,
                                          [](const std::string& cell) { return cell != Blank; });
-        if (!changes || textureRow_ > limits::LastWrittenTextureRow) {
+        if (!changes) {
             Note(FindingKind::TextureRowDropped);
         }
     }
@@ -727,6 +776,9 @@ private:
         case BlockKind::TextureGroup:
             TextureGroupLine(line);
             break;
+        case BlockKind::Sequence:
+            SequenceLine(line);
+            break;
         case BlockKind::None:
             UnreadLine(line);
             break;
@@ -734,48 +786,85 @@ private:
     }
 
     // --- sequences --------------------------------------------------------
+    //
+    // The compiler's grammar: behind the two names it reads tokens to the end
+    // of the line or, once a brace is open, across lines until the braces
+    // balance. What the record holds goes there; other options (motion
+    // flags, node, transitions, ...) and further files are kept in order.
 
     void Sequence() {
         parseState_ = 0;
         ++sequenceSlot_;
+        seq_ = SequenceRead{};
+        AnimRec* anim = &spareAnim_;
         if (sequenceGroup_ > limits::LastSequenceGroup) {
-            return; // reported at its $sequencegroup
-        }
-        if (sequenceSlot_ > limits::LastAnimSlot) {
+            seq_.KeepLines = true; // reported at its $sequencegroup
+        } else if (sequenceSlot_ > limits::LastAnimSlot) {
             report_(ReadProblem::TooManySequences, line_);
-            return;
+            seq_.KeepLines = true;
+        } else {
+            anim = &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
+                              [static_cast<std::size_t>(sequenceSlot_)];
+            // The forms hold 101 sequences of a group; the record of one
+            // beyond is read, and its lines are kept to be written.
+            seq_.KeepLines = sequenceSlot_ > limits::LastWrittenAnimSlot;
         }
-        if (sequenceSlot_ > limits::LastWrittenAnimSlot) {
-            Note(FindingKind::SequenceNotWritten);
-        }
-        options_ = SequenceOptions{};
-        AnimRec& anim = doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
-                                  [static_cast<std::size_t>(sequenceSlot_)];
+        seq_.Anim = anim;
         // Each slot is read once per load; start it from a fresh record, so
         // nothing of an earlier load survives in slots and events that the
         // reset does not reach.
-        anim = AnimRec{};
+        *anim = AnimRec{};
         int pos = 1;
-        anim.Name = Unquoted(NextToken(rest_, pos));
-        if (sequenceGroup_ == 0) {
-            host_.AddAnimation(anim.Name);
+        anim->Name = Unquoted(NextToken(rest_, pos));
+        if (sequenceGroup_ == 0 && anim != &spareAnim_) {
+            host_.AddAnimation(anim->Name);
         }
-        anim.SmdFile = Unquoted(NextToken(rest_, pos));
+        const std::string file = NextToken(rest_, pos);
+        if (file == "{") {
+            // $sequence "run" { "run" fps 30 ... }: the file comes inside.
+            seq_.Depth = 1;
+            seq_.FileInside = true;
+        } else {
+            anim->SmdFile = Unquoted(file);
+        }
+        if (seq_.KeepLines) {
+            Keep();
+        } else {
+            anchor_ = &anim->KeptAfter;
+        }
+        SequenceTokens(rest_, pos);
+    }
 
-        AnimEventRec spare;
-        AnimEventRec* event = &spare;
+    // A line inside the braces of a sequence.
+    void SequenceLine(std::string_view line) {
+        if (seq_.KeepLines && !line.empty()) {
+            Keep();
+        }
+        SequenceTokens(line, 1);
+    }
+
+    void SequenceTokens(std::string_view text, int pos) {
+        block_ = BlockKind::Sequence;
+        AnimRec& anim = *seq_.Anim;
         for (;;) {
             const int before = pos;
-            const std::string token = NextToken(rest_, pos);
+            const std::string token = NextToken(text, pos);
             if (token == NoToken || pos <= before) {
-                NoteSequenceOptions(anim);
-                return;
+                break;
             }
-            const std::string t = NoQuotes(token);
-            ++options_.Tokens;
+            if (token.starts_with("//")) {
+                break; // a comment to the end of the line
+            }
+            // Most tokens have no quotes: they are read as they are.
+            std::string unquoted;
+            const bool quoted = token.find('"') != std::string::npos;
+            if (quoted) {
+                unquoted = NoQuotes(token);
+            }
+            const std::string& t = quoted ? unquoted : token;
             switch (parseState_) {
             case 0:
-                Keyword(anim, t);
+                Keyword(anim, token, t);
                 break;
             case 1:
                 anim.Fps = Whole(TextToNumber(t));
@@ -802,58 +891,54 @@ private:
                 parseState_ = 0;
                 break;
             case 7:
-                // An activity is a name of the game's, ACT_..., and a weight.
-                // An empty token (blanks in a row) takes an empty one with it.
-                if (anim.ActivityId.empty()
-                        ? !t.empty()
-                        : !ToUpper(anim.ActivityId).starts_with("ACT_") || !StrictNumber(t, '.')) {
-                    Note(FindingKind::SequenceOptionMisread);
-                }
-                anim.ActivityId += ' ';
-                anim.ActivityId += t;
+                // The weight of an activity, when a number follows it.
                 parseState_ = 0;
-                break;
-            case 8:
-                parseState_ = 9;
+                if (StrictNumber(t, '.')) {
+                    anim.ActivityId += ' ';
+                    anim.ActivityId += t;
+                } else {
+                    Keyword(anim, token, t);
+                }
                 break;
             case 9:
                 if (anim.EventCount >= limits::MaxEvents) {
                     report_(ReadProblem::TooManyEvents, anim.Name);
-                    spare = AnimEventRec{};
-                    event = &spare;
+                    spareEvent_ = AnimEventRec{};
+                    event_ = &spareEvent_;
                 } else {
                     ++anim.EventCount;
-                    event = &anim.Events[anim.EventCount];
-                    *event = AnimEventRec{};
+                    event_ = &anim.Events[anim.EventCount];
+                    *event_ = AnimEventRec{};
                 }
-                event->EventId = Whole(TextToNumber(t));
+                event_->EventId = Whole(TextToNumber(t));
                 parseState_ = 10;
                 break;
             case 10:
-                event->Frame = Whole(TextToNumber(t));
+                event_->Frame = Whole(TextToNumber(t));
                 parseState_ = 11;
                 break;
             case 11:
+                // The options of an event, when they stand on its line.
+                parseState_ = 0;
                 if (Trim(t) == "}") {
-                    parseState_ = 0;
+                    CloseBrace();
                 } else {
-                    event->Parameter = std::string(Trim(t));
-                    parseState_ = 12;
+                    event_->Parameter = std::string(Trim(t));
                 }
                 break;
-            case 12:
-                parseState_ = 0;
-                break;
             case 13:
-                anim.BlendAxis = AxisOr(t, anim.BlendAxis);
+                seq_.BlendText += ' ' + token;
+                seq_.BlendAxis = t;
                 parseState_ = 14;
                 break;
             case 14:
-                anim.BlendMin = Float(TextToNumber(t));
+                seq_.BlendText += ' ' + token;
+                seq_.BlendMin = Float(TextToNumber(t));
                 parseState_ = 15;
                 break;
             case 15:
-                anim.BlendMax = Float(TextToNumber(t));
+                seq_.BlendText += ' ' + token;
+                seq_.BlendMax = Float(TextToNumber(t));
                 parseState_ = 0;
                 break;
             case 16:
@@ -864,72 +949,220 @@ private:
                 anim.Rotate = Float(TextToNumber(t));
                 parseState_ = 0;
                 break;
+            case 20:
+                // An argument of a kept option.
+                seq_.Options += ' ' + token;
+                parseState_ = --seq_.Arguments > 0 ? 20 : 0;
+                break;
             default:
                 parseState_ = 0;
                 break;
             }
         }
+        if (parseState_ == 7 || parseState_ == 11) {
+            parseState_ = 0; // an activity without weight, an event without options
+        }
+        if (seq_.Depth <= 0) {
+            EndSequence();
+        }
     }
 
-    void Keyword(AnimRec& anim, const std::string& t) {
-        const std::string word = ToUpper(t);
-        if (word == "FPS") {
+    void CloseBrace() {
+        if (seq_.Depth > 0) {
+            --seq_.Depth;
+        }
+    }
+
+    // An option the record does not hold, with its arguments.
+    void KeepOption(const std::string& token, int arguments) {
+        seq_.Options += ' ' + token;
+        seq_.Arguments = arguments;
+        if (arguments > 0) {
+            parseState_ = 20;
+        }
+    }
+
+    enum class Word {
+        Other,
+        Fps,
+        Loop,
+        Frame,
+        Origin,
+        LX,
+        LY,
+        LZ,
+        Motion,
+        Rotate,
+        Scale,
+        Blend,
+        OneArgument,
+        TwoArguments,
+        ThreeArguments,
+        Open,
+        OpenEvent,
+        Event,
+        Close
+    };
+
+    // The option words, compared in upper case (they are all ASCII).
+    static Word WordOf(const std::string& t, std::string& upper) {
+        static const std::unordered_map<std::string, Word> words = {
+            {"FPS", Word::Fps},
+            {"LOOP", Word::Loop},
+            {"FRAME", Word::Frame},
+            {"ORIGIN", Word::Origin},
+            {"LX", Word::LX},
+            {"LY", Word::LY},
+            {"LZ", Word::LZ},
+            {"X", Word::Motion},
+            {"Y", Word::Motion},
+            {"Z", Word::Motion},
+            {"XR", Word::Motion},
+            {"YR", Word::Motion},
+            {"ZR", Word::Motion},
+            {"AX", Word::Motion},
+            {"AY", Word::Motion},
+            {"AZ", Word::Motion},
+            {"AXR", Word::Motion},
+            {"AYR", Word::Motion},
+            {"AZR", Word::Motion},
+            {"ROTATE", Word::Rotate},
+            {"SCALE", Word::Scale},
+            {"BLEND", Word::Blend},
+            {"NODE", Word::OneArgument},
+            {"ANIMATION", Word::OneArgument},
+            {"TRANSITION", Word::TwoArguments},
+            {"RTRANSITION", Word::TwoArguments},
+            {"PIVOT", Word::ThreeArguments},
+            {"{", Word::Open},
+            {"{EVENT", Word::OpenEvent},
+            {"EVENT", Word::Event},
+            {"}", Word::Close}};
+        upper = t;
+        for (char& c : upper) {
+            if (c >= 'a' && c <= 'z') {
+                c = static_cast<char>(c - 'a' + 'A');
+            }
+        }
+        const auto it = words.find(upper);
+        return it == words.end() ? Word::Other : it->second;
+    }
+
+    void Keyword(AnimRec& anim, const std::string& token, const std::string& t) {
+        if (t.empty()) {
+            return; // blanks in a row
+        }
+        std::string upper;
+        switch (WordOf(t, upper)) {
+        case Word::Fps:
             parseState_ = 1;
-        } else if (word == "LOOP") {
+            break;
+        case Word::Loop:
             anim.Loop = 1;
-        } else if (word == "FRAME") {
+            break;
+        case Word::Frame:
             anim.FrameLimit = 1;
             parseState_ = 2;
-        } else if (word == "ORIGIN") {
+            break;
+        case Word::Origin:
             anim.OriginOn = 1;
             parseState_ = 4;
-        } else if (word == "LX") {
+            break;
+        case Word::LX:
             anim.LX = 1;
-        } else if (word == "LY") {
+            break;
+        case Word::LY:
             anim.LY = 1;
-        } else if (word == "LZ") {
+            break;
+        case Word::LZ:
             anim.LZ = 1;
-        } else if (word == "X" || word == "AX" || word == "AY" || word == "AZR") {
-            Note(FindingKind::MotionFlagDropped);
-        } else if (word == "ROTATE") {
+            break;
+        case Word::Motion:
+            KeepOption(token, 0);
+            break;
+        case Word::Rotate:
             parseState_ = 17;
-        } else if (word == "SCALE") {
+            break;
+        case Word::Scale:
             parseState_ = 16;
-        } else if (word == "BLEND") {
-            options_.Blend = true;
-            parseState_ = 13;
-        } else if (word == "{") {
-            parseState_ = 8;
-        } else if (word == "{EVENT") {
+            break;
+        case Word::Blend:
+            if (seq_.Blend) {
+                KeepOption(token, 3);
+            } else {
+                seq_.Blend = true;
+                seq_.BlendText = token;
+                parseState_ = 13;
+            }
+            break;
+        case Word::OneArgument:
+            KeepOption(token, 1);
+            break;
+        case Word::TwoArguments:
+            KeepOption(token, 2);
+            break;
+        case Word::ThreeArguments:
+            KeepOption(token, 3);
+            break;
+        case Word::Open:
+            ++seq_.Depth;
+            break;
+        case Word::OpenEvent:
+            ++seq_.Depth;
             parseState_ = 9;
-        } else if (HasUpperStart(t)) {
-            // An activity; the next token, whatever it is, is its second word.
-            if (!Trim(anim.ActivityId).empty()) {
-                Note(FindingKind::SequenceOptionMisread); // the first one is lost
+            break;
+        case Word::Event:
+            parseState_ = 9;
+            break;
+        case Word::Close:
+            CloseBrace();
+            break;
+        case Word::Other:
+            if (upper.starts_with("ACT_") && anim.ActivityId.empty()) {
+                anim.ActivityId = t;
+                parseState_ = 7;
+            } else if (upper.starts_with("ACT_")) {
+                KeepOption(token, 0);
+            } else {
+                // Anything else is one more .smd file for the compiler.
+                seq_.Files.push_back(token);
             }
-            anim.ActivityId = t;
-            parseState_ = 7;
-        } else {
-            // A word with a lower-case start: the second file of a blend.
-            // Only the file right behind the first one is one.
-            if (options_.Tokens != 1 || anim.BlendOn == 1) {
-                options_.StrayFile = true;
-            }
-            anim.BlendFile = t;
-            anim.BlendOn = 1;
+            break;
         }
     }
 
-    // At the end of a $sequence line: a second file stands only with blend
-    // (the writer adds "blend XR 0 0" to one without), and blend only with a
-    // second file (the writer leaves out one without).
-    void NoteSequenceOptions(const AnimRec& anim) {
-        if (options_.StrayFile || (anim.BlendOn == 1 && !options_.Blend)) {
-            Note(FindingKind::SequenceOptionMisread);
+    // A sequence is read: the first further file with blend is the blend's
+    // second file; other files, and a blend without one, are kept.
+    void EndSequence() {
+        AnimRec& anim = *seq_.Anim;
+        std::size_t file = 0;
+        if (seq_.FileInside && !seq_.Files.empty()) {
+            anim.SmdFile = NoQuotes(seq_.Files.front());
+            seq_.Files.erase(seq_.Files.begin());
         }
-        if (options_.Blend && anim.BlendOn != 1) {
-            Note(FindingKind::BlendWithoutFile);
+        const bool rotation = IsRotation(seq_.BlendAxis);
+        if (seq_.Blend && rotation) {
+            anim.BlendAxis = AxisOr(seq_.BlendAxis, anim.BlendAxis);
+            anim.BlendMin = seq_.BlendMin;
+            anim.BlendMax = seq_.BlendMax;
         }
+        if (seq_.Blend && rotation && !seq_.Files.empty()) {
+            anim.BlendOn = 1;
+            anim.BlendFile = NoQuotes(seq_.Files.front());
+            file = 1;
+        } else if (seq_.Blend) {
+            seq_.Options = ' ' + seq_.BlendText + seq_.Options;
+        }
+        for (; file < seq_.Files.size(); ++file) {
+            if (!anim.KeptFiles.empty()) {
+                anim.KeptFiles += ' ';
+            }
+            anim.KeptFiles += seq_.Files[file];
+        }
+        anim.KeptOptions = std::string(Trim(seq_.Options));
+        block_ = BlockKind::None;
+        parseState_ = 0;
+        seq_.Depth = 0;
     }
 
     Document& doc_;
@@ -944,18 +1177,31 @@ private:
     std::size_t index_ = 0;               // of the line being read
     std::vector<std::pair<std::size_t, LoadFinding>> noted_;
     std::set<std::pair<std::size_t, int>> notedKinds_;
-    bool linesGoWithDirective_ = false;
     bool inComment_ = false;
     bool commentLine_ = false;
     std::optional<std::size_t> cdLine_;
     std::optional<std::size_t> cdTextureLine_;
-    std::vector<std::pair<int, std::size_t>> bodyGroupLines_;
-    struct SequenceOptions {
-        int Tokens = 0;         // behind the two names
-        bool Blend = false;     // the blend keyword was read
-        bool StrayFile = false; // a second file not right behind the first
+    // Where lines that no record holds are kept.
+    std::vector<std::string>* anchor_ = nullptr;
+    // The sequence being read, across the lines of its braces.
+    struct SequenceRead {
+        AnimRec* Anim = nullptr;
+        bool KeepLines = false;  // its lines are kept as they stand
+        int Depth = 0;           // braces open
+        bool FileInside = false; // the first file stands inside the braces
+        bool Blend = false;      // the first blend option was read
+        std::string BlendText;   // as written
+        std::string BlendAxis;
+        f32 BlendMin = 0.0f;
+        f32 BlendMax = 0.0f;
+        std::vector<std::string> Files; // further files, as written
+        std::string Options;            // kept options, as written, each behind a blank
+        int Arguments = 0;              // still to come of the last kept option
     };
-    SequenceOptions options_;
+    SequenceRead seq_;
+    AnimRec spareAnim_;
+    AnimEventRec spareEvent_;
+    AnimEventRec* event_ = &spareEvent_;
 
     std::string line_; // the directive line, for reports
     std::string directive_;

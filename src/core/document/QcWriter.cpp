@@ -2,6 +2,7 @@
 
 #include "document/NumberText.h"
 #include "document/Paths.h"
+#include "document/QcInclude.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -54,17 +55,40 @@ public:
         BodyGroups();
         RenderModes();
         TextureGroup();
+        KeptAfterTextures();
         Animations();
     }
 
 private:
     void Line(std::string_view text = {}) { out_ << text << Eol; }
+    // Lines kept from a script, as they stood.
+    void Lines(const std::vector<std::string>& lines) {
+        for (const std::string& line : lines) {
+            Line(line);
+        }
+    }
     // Point form and locale form of a float.
     std::string Point(f32 v) const { return FloatToPointText(v); }
     std::string Local(f32 v) const { return FloatToText(v, separator_); }
 
+    // $modelname as the script wrote it, while its relative folder still
+    // names the model's folder, seen from the script's folder.
+    std::string ModelNameToWrite() const {
+        const std::string& written = doc_.ModelNameAsWritten;
+        if (written.empty()) {
+            return doc_.ModelName;
+        }
+        const std::string folder =
+            FolderToWrite(paths::FolderOf(doc_.ModelName), paths::FolderOf(written),
+                          paths::FolderOf(doc_.QcFile));
+        return folder == paths::FolderOf(written) &&
+                       paths::FileNameOf(written) == paths::FileNameOf(doc_.ModelName)
+                   ? written
+                   : doc_.ModelName;
+    }
+
     void Head() {
-        Line("// QC-File for Half-Life Model: " + Quoted(doc_.ModelName));
+        Line("// QC-File for Half-Life Model: " + Quoted(ModelNameToWrite()));
         Line("// Createt with \"Quarle 0.8.4\"");
         Line(MakersNotice);
         Line();
@@ -72,9 +96,12 @@ private:
 
     void Paths() {
         Line("// Pathdata");
-        Line("$modelname " + Quoted(doc_.ModelName));
-        Line("$cd " + Quoted(doc_.ModelPath));
-        Line("$cdtexture " + Quoted(doc_.TexturePath));
+        Line("$modelname " + Quoted(ModelNameToWrite()));
+        const std::string scriptFolder = paths::FolderOf(doc_.QcFile);
+        Line("$cd " + Quoted(FolderToWrite(doc_.ModelPath, doc_.ModelPathAsWritten, scriptFolder)));
+        Line("$cdtexture " +
+             Quoted(FolderToWrite(doc_.TexturePath, doc_.TexturePathAsWritten, scriptFolder)));
+        Lines(doc_.KeptCdTextures);
         Line();
     }
 
@@ -108,6 +135,7 @@ private:
                      Local(c.LimitMax));
             }
         }
+        Lines(doc_.KeptBeforeBody);
     }
 
     void BodyGroups() {
@@ -115,9 +143,11 @@ private:
         for (int g = 1; g <= groups; ++g) {
             const BodyGroupRec& group = doc_.BodyGroups[Index(g)];
             const int parts = std::min<int>(group.PartCount, limits::LastPart);
-            if (parts == 1) {
-                // A lone part, even "<blank>", stands as it is; its Reverse is lost.
-                Line("$body " + group.Name + " " + Quoted(group.Parts[1]));
+            if (parts == 1 && group.Reverse[1] == 0) {
+                // A lone part, even "<blank>", stands as it is.
+                Line("$body " + group.Name + " " + Quoted(group.Parts[1]) +
+                     (group.KeptWords.empty() ? "" : " " + group.KeptWords));
+                Lines(group.KeptAfter);
                 continue;
             }
             Line("$bodygroup " + group.Name);
@@ -132,6 +162,7 @@ private:
                 }
             }
             Line("}");
+            Lines(group.KeptAfter);
         }
     }
 
@@ -153,7 +184,10 @@ private:
         }
         const auto& base = doc_.TextureVariations[1];
         bool opened = false;
-        for (int r = 2; r <= limits::LastWrittenTextureRow; ++r) {
+        const int rows = limits::LastWrittenTextureRow +
+                         std::clamp(doc_.KeptTextureRows, 0,
+                                    limits::LastTextureRow - limits::LastWrittenTextureRow);
+        for (int r = 2; r <= rows; ++r) {
             const auto& row = doc_.TextureVariations[Index(r)];
             const bool used = std::any_of(row.begin() + 1, row.begin() + 1 + columns,
                                           [](const std::string& cell) { return cell != Blank; });
@@ -174,6 +208,8 @@ private:
         }
     }
 
+    void KeptAfterTextures() { Lines(doc_.KeptAfterTextures); }
+
     // { "a.bmp" "b.bmp" }: a "<blank>" cell is the base texture of its column.
     template <typename Row> void RowLine(const Row& row, const Row& base, int columns) {
         std::string text = "{";
@@ -193,22 +229,38 @@ private:
         for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
             for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
                 const AnimRec& anim = doc_.Anims[Index(g)][Index(s)];
-                if (anim.Name.empty()) {
-                    continue;
+                if (s == 0) {
+                    GroupStart(g, !anim.Name.empty());
                 }
-                if (g > 0 && s == 0) {
-                    Line();
-                    Line("$sequencegroup seqgroup" + IntToText(g));
+                if (!anim.Name.empty()) {
+                    Line(SequenceLine(anim));
                 }
-                Line(SequenceLine(anim));
+                // What followed a sequence without a name stays too.
+                Lines(anim.KeptAfter);
             }
         }
     }
 
+    // The $sequencegroup line stands before a slot 0 in use, and for a group
+    // that a script named; the lines kept behind it stand in any case.
+    void GroupStart(int g, bool slotZeroUsed) {
+        const std::string& name = doc_.SequenceGroupNames[Index(g)];
+        if (g > 0 && (slotZeroUsed || !name.empty())) {
+            Line();
+            Line("$sequencegroup " + (name.empty() ? "seqgroup" + IntToText(g) : name));
+        }
+        Lines(doc_.KeptAtGroupStart[Index(g)]);
+    }
+
     std::string SequenceLine(const AnimRec& a) const {
-        std::string line = "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
+        std::string line;
+        line.reserve(256);
+        line += "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
         if (a.BlendOn == 1) {
             line += " " + Quoted(a.BlendFile);
+        }
+        if (!a.KeptFiles.empty()) {
+            line += " " + a.KeptFiles;
         }
         line += " fps " + IntToText(a.Fps);
         if (a.Loop == 1) {
@@ -241,11 +293,19 @@ private:
             line += " blend " + std::string(AxisWord(a.BlendAxis)) + " " + Local(a.BlendMin) + " " +
                     Local(a.BlendMax);
         }
+        if (!a.KeptOptions.empty()) {
+            line += " " + a.KeptOptions;
+        }
         for (int e = 1; e <= a.EventCount; ++e) {
             const AnimEventRec& event = a.Events[e];
-            line += " { event " + IntToText(event.EventId) + " " + IntToText(event.Frame);
+            line += " { event ";
+            line += IntToText(event.EventId);
+            line += ' ';
+            line += IntToText(event.Frame);
             if (!event.Parameter.empty()) {
-                line += " " + Quoted(event.Parameter);
+                line += " \"";
+                line += event.Parameter;
+                line += '"';
             }
             line += " }";
         }

@@ -1,6 +1,8 @@
 // The .qc writer: the document as a script in the compiler's dialect, CR LF,
 // byte for byte as the format says. The whole file is rewritten from the
-// document; nothing of an old file is kept.
+// document; what a load kept of a script from elsewhere (the lines and
+// options the forms cannot show, relative folders) is written back at its
+// place.
 //
 // Beyond the format's own rules:
 // - the third head line, the maker's notice, is MakersNotice;

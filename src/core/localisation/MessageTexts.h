@@ -292,7 +292,7 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_FINDING_RENDER_MODE_CHANGED, "MSG_FINDING_RENDER_MODE_CHANGED",
      "A render mode other than masked or additive becomes additive"},
     {MSG_FINDING_TEXTURE_ROW_DROPPED, "MSG_FINDING_TEXTURE_ROW_DROPPED",
-     "A texture group row that changes nothing, or comes after the tenth, is left out"},
+     "A texture group row that changes nothing is left out"},
     {MSG_FINDING_PART_READ_AS_BLANK, "MSG_FINDING_PART_READ_AS_BLANK",
      "A body part line without studio and a name in quotes becomes a blank part"},
     {MSG_FINDING_AXIS_NOT_KEPT, "MSG_FINDING_AXIS_NOT_KEPT",

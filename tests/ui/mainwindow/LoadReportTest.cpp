@@ -23,10 +23,11 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
     OpenSampleModel();
     WriteFile(InWork("old.bmp"), "BM");
     const QByteArray m = models.path().toUtf8();
-    QByteArray script = "// from a decompiler\r\n$cd \"" + m + "\"\r\n$cdtexture \"" +
-                        work.path().toUtf8() + "\"\r\n$cdtexture \"" + m +
+    QByteArray script = "// from a decompiler\r\n$cd \"" + work.path().toUtf8() + "\"\r\n$cd \"" +
+                        m + "\"\r\n$cdtexture \"" + work.path().toUtf8() + "\"\r\n$cdtexture \"" +
+                        m +
                         "\"\r\n$cliptotextures\r\n$body body \"robot_ref\"\r\n"
-                        "$sequence \"s0\" \"idle\" fps 30 node 3\r\n";
+                        "$sequence \"s0\" \"idle\" fps 29.97 node 3\r\n";
     for (int i = 1; i < 130; ++i) {
         script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 30\r\n";
     }
@@ -42,23 +43,18 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
     const auto& box = services.Prompts()[1];
     EXPECT_EQ(box.Title, "What a save will change");
     EXPECT_EQ(box.Icon, Icon::Exclamation);
+    // What the forms cannot show is kept: only what a save really changes
+    // is named.
     EXPECT_EQ(box.Text,
-              "Quarle cannot keep everything in this script: 32 places will change the model "
+              "Quarle cannot keep everything in this script: 2 places will change the model "
               "when the script is saved.\n\n"
-              "1 × A directive that Quarle does not know is left out\n"
-              "1 × A sequence option that Quarle does not know is read as a blend file or an "
-              "activity\n"
               "1 × A $cd or $cdtexture line is replaced by a later one\n"
-              "29 × A sequence beyond the 101st of its group is left out\n\n"
+              "1 × A fraction in a whole-number field is rounded\n\n"
               "The first places:\n"
-              "done.qc, line 3: $cdtexture \"" +
+              "done.qc, line 2: $cd \"" +
                   work.path() +
                   "\"\n"
-                  "done.qc, line 5: $cliptotextures\n"
-                  "done.qc, line 7: $sequence \"s0\" \"idle\" fps 30 node 3\n"
-                  "done.qc, line 108: $sequence \"s101\" \"idle\" fps 30\n"
-                  "done.qc, line 109: $sequence \"s102\" \"idle\" fps 30\n"
-                  "... and 27 more.\n\n"
+                  "done.qc, line 8: $sequence \"s0\" \"idle\" fps 29.97 node 3\n\n"
                   "The first save keeps the original script beside it as \"done.qc.orig2\".");
     EXPECT_EQ(form->LstAnimations->count(), 130);
 
@@ -66,7 +62,8 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
     EXPECT_EQ(services.Prompts().size(), 2) << "a save asks nothing";
     EXPECT_EQ(ReadFile(qc + ".orig2"), script);
     EXPECT_EQ(ReadFile(qc + ".orig"), "older");
-    EXPECT_FALSE(ReadFile(qc).contains("$cliptotextures"));
+    EXPECT_TRUE(ReadFile(qc).contains("\r\n$cliptotextures\r\n"));
+    EXPECT_TRUE(ReadFile(qc).contains("\r\n$sequence \"s129\" \"idle\" fps 30\r\n"));
     EXPECT_EQ(state->Settings.RecentFiles[0], qc.toStdString()) << "the script, not its copy";
 
     // Later saves write over the script only.
@@ -99,9 +96,10 @@ TEST_F(LoadReportTest, AFileWithoutADirectiveIsToldAndItsOriginalKept) {
         ASSERT_EQ(services.Prompts().size(), before + 2) << file.Bytes.toStdString();
         const auto& box = services.Prompts().back();
         EXPECT_EQ(box.Icon, Icon::Exclamation);
-        EXPECT_EQ(box.Text, "\"x.qc\" holds no directive: it is not a model script, or it is empty. "
-                            "Quarle has read nothing from it." +
-                                (file.Kept ? kept : QString()));
+        EXPECT_EQ(box.Text,
+                  "\"x.qc\" holds no directive: it is not a model script, or it is empty. "
+                  "Quarle has read nothing from it." +
+                      (file.Kept ? kept : QString()));
         EXPECT_EQ(QcFile(), qc);
 
         form->MnuDateiSpeichern->trigger();
