@@ -54,7 +54,12 @@ Found Locate(const std::string& path) {
         return {Found::Exact, path};
     }
     if (const auto other = paths::Resolve(path); other && paths::FileExists(*other)) {
-        return {Found::OtherCase, *other};
+        // The program names files without their ending, so an ending in
+        // other capitals ("Shoot.SMD") is no one's mistake.
+        const std::size_t stem = path.size() >= 4 ? path.size() - 4 : 0;
+        const bool onlyEnding = other->size() == path.size() &&
+                                other->compare(0, stem, path, 0, stem) == 0;
+        return {onlyEnding ? Found::Exact : Found::OtherCase, *other};
     }
     return {};
 }
