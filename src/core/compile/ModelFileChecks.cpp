@@ -14,7 +14,6 @@
 #include <memory>
 #include <optional>
 #include <set>
-#include <unordered_set>
 
 namespace quarle::compile {
 
@@ -65,26 +64,24 @@ Found Locate(const std::string& path) {
 }
 
 // A vertex or normal of a part, as the compiler tells them apart: the same
-// place on the same bone is one.
+// place on the same bone is one. Counted by sorting, which is far cheaper
+// than a hash set for the tens of thousands of corners of a large part.
 struct PointKey {
     int Bone;
-    std::array<float, 3> At;
-    bool operator==(const PointKey&) const = default;
+    std::array<std::uint32_t, 3> At; // the bits of the floats
+
+    auto operator<=>(const PointKey&) const = default;
 };
-struct PointHash {
-    std::size_t operator()(const PointKey& k) const {
-        std::size_t h = static_cast<std::size_t>(k.Bone) * 0x9E3779B97F4A7C15ull;
-        for (float f : k.At) {
-            h = (h ^ std::bit_cast<std::uint32_t>(f)) * 0x100000001B3ull;
-        }
-        return h;
+PointKey Key(int bone, const std::array<float, 3>& at) {
+    PointKey key{bone, {}};
+    for (std::size_t k = 0; k < 3; ++k) {
+        key.At[k] = std::bit_cast<std::uint32_t>(at[k] + 0.0f); // -0 and 0 are one place
     }
-};
-PointKey Key(int bone, std::array<float, 3> at) {
-    for (float& f : at) {
-        f += 0.0f; // -0 and 0 are one place
-    }
-    return {bone, at};
+    return key;
+}
+std::size_t Distinct(std::vector<PointKey>& keys) {
+    std::sort(keys.begin(), keys.end());
+    return static_cast<std::size_t>(std::unique(keys.begin(), keys.end()) - keys.begin());
 }
 
 // How much of each texture the triangles use.
@@ -195,13 +192,15 @@ private:
         for (const SmdNode& node : model->Nodes) {
             modelBones_.insert(Upper(node.Name));
         }
-        std::unordered_set<PointKey, PointHash> vertices;
-        std::unordered_set<PointKey, PointHash> normals;
+        std::vector<PointKey> vertices;
+        std::vector<PointKey> normals;
+        vertices.reserve(model->Triangles.size() * 3);
+        normals.reserve(model->Triangles.size() * 3);
         for (const SmdTriangle& tri : model->Triangles) {
             TextureUse& use = Texture(tri.Texture, shown);
             for (const SmdVertex& v : tri.Vertices) {
-                vertices.insert(Key(v.Bone, v.Position));
-                normals.insert(Key(v.Bone, v.Normal));
+                vertices.push_back(Key(v.Bone, v.Position));
+                normals.push_back(Key(v.Bone, v.Normal));
                 if (!use.Any) {
                     use.MinU = use.MaxU = v.Uv[0];
                     use.MinV = use.MaxV = v.Uv[1];
@@ -213,9 +212,9 @@ private:
                 use.MaxV = std::max(use.MaxV, v.Uv[1]);
             }
         }
-        Limit(shown, vertices.size(), studio::MaxVertices, MSG_CHECK_TOO_MANY_VERTICES,
+        Limit(shown, Distinct(vertices), studio::MaxVertices, MSG_CHECK_TOO_MANY_VERTICES,
               MSG_CHECK_WORD_VERTICES);
-        Limit(shown, normals.size(), studio::MaxNormals, MSG_CHECK_TOO_MANY_NORMALS,
+        Limit(shown, Distinct(normals), studio::MaxNormals, MSG_CHECK_TOO_MANY_NORMALS,
               MSG_CHECK_WORD_NORMALS);
         Limit(shown, model->Triangles.size(), studio::MaxTriangles, MSG_CHECK_TOO_MANY_TRIANGLES,
               MSG_CHECK_WORD_TRIANGLES);

@@ -15,9 +15,9 @@ bool IsSpace(char c) {
 }
 
 // Words of a line; a word in double quotes runs to the closing quote (or the
-// line end) and loses its quotes.
-std::vector<std::string_view> Words(std::string_view line) {
-    std::vector<std::string_view> words;
+// line end) and loses its quotes. The vector is reused from line to line.
+void SplitWords(std::string_view line, std::vector<std::string_view>& words) {
+    words.clear();
     std::size_t i = 0;
     while (i < line.size()) {
         while (i < line.size() && IsSpace(line[i])) {
@@ -43,7 +43,6 @@ std::vector<std::string_view> Words(std::string_view line) {
             words.push_back(line.substr(start, i - start));
         }
     }
-    return words;
 }
 
 std::optional<int> Int(std::string_view word) {
@@ -103,7 +102,7 @@ public:
         const std::string_view line = Trimmed(raw);
         if (first_) {
             first_ = false;
-            const auto words = Words(line);
+            const auto& words = Words(line);
             m_.Version1 = words.size() == 2 && words[0] == "version" && words[1] == "1";
             if (!m_.Version1) {
                 Problem(SmdProblemKind::NotVersion1, number);
@@ -146,10 +145,15 @@ public:
     }
 
 private:
+    const std::vector<std::string_view>& Words(std::string_view line) {
+        SplitWords(line, words_);
+        return words_;
+    }
+
     void Problem(SmdProblemKind kind, int line) { m_.Problems.push_back({kind, line}); }
 
     void Open(std::string_view line, int number) {
-        const auto words = Words(line);
+        const auto& words = Words(line);
         const std::string_view word = words.empty() ? std::string_view() : words[0];
         if (word == "nodes") {
             block_ = Block::Nodes;
@@ -175,7 +179,7 @@ private:
     }
 
     void Node(std::string_view line, int number) {
-        const auto words = Words(line);
+        const auto& words = Words(line);
         const auto index = words.size() >= 3 ? Int(words[0]) : std::nullopt;
         const auto parent = words.size() >= 3 ? Int(words[2]) : std::nullopt;
         if (!index || !parent) {
@@ -186,7 +190,7 @@ private:
     }
 
     void Skeleton(std::string_view line, int number) {
-        const auto words = Words(line);
+        const auto& words = Words(line);
         if (!words.empty() && words[0] == "time") {
             const auto time = words.size() >= 2 ? Int(words[1]) : std::nullopt;
             if (!time) {
@@ -210,7 +214,7 @@ private:
     }
 
     void Triangle(std::string_view line, int number) {
-        const auto words = Words(line);
+        const auto& words = Words(line);
         SmdVertex v;
         const auto bone = words.size() >= 9 ? Int(words[0]) : std::nullopt;
         const bool vertex = bone && Floats(words, 1, v.Position) && Floats(words, 4, v.Normal) &&
@@ -252,6 +256,7 @@ private:
     }
 
     SmdModel& m_;
+    std::vector<std::string_view> words_;
     bool first_ = true;
     Block block_ = Block::None;
     bool frameOpen_ = false;
