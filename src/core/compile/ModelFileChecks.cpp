@@ -56,8 +56,8 @@ Found Locate(const std::string& path) {
         // The program names files without their ending, so an ending in
         // other capitals ("Shoot.SMD") is no one's mistake.
         const std::size_t stem = path.size() >= 4 ? path.size() - 4 : 0;
-        const bool onlyEnding = other->size() == path.size() &&
-                                other->compare(0, stem, path, 0, stem) == 0;
+        const bool onlyEnding =
+            other->size() == path.size() && other->compare(0, stem, path, 0, stem) == 0;
         return {onlyEnding ? Found::Exact : Found::OtherCase, *other};
     }
     return {};
@@ -127,7 +127,9 @@ private:
     std::string Text(Msg id, const std::vector<std::string>& args) const {
         return FormatMessage(texts_[static_cast<std::size_t>(id)], args);
     }
-    void Error(Msg id, const std::vector<std::string>& args) { add_(Text(id, args), RowKind::Error); }
+    void Error(Msg id, const std::vector<std::string>& args) {
+        add_(Text(id, args), RowKind::Error);
+    }
     void Warning(Msg id, const std::vector<std::string>& args) {
         add_(Text(id, args), RowKind::Warning);
     }
@@ -221,8 +223,7 @@ private:
     }
 
     // Over the limit: an error; from nine tenths of it on: a warning.
-    void Limit(const std::string& shown, std::size_t count, int limit, Msg over,
-               Msg word) {
+    void Limit(const std::string& shown, std::size_t count, int limit, Msg over, Msg word) {
         const auto n = static_cast<long>(count);
         if (n > limit) {
             Error(over, {shown, std::to_string(n), std::to_string(limit)});
@@ -284,8 +285,10 @@ private:
             for (const SmdBonePose& pose : frame.Bones) {
                 auto& c = channels[pose.Bone];
                 for (int k = 0; k < 3; ++k) {
-                    c[static_cast<std::size_t>(k)].push_back(pose.Position[static_cast<std::size_t>(k)]);
-                    c[static_cast<std::size_t>(k) + 3].push_back(pose.Rotation[static_cast<std::size_t>(k)]);
+                    c[static_cast<std::size_t>(k)].push_back(
+                        pose.Position[static_cast<std::size_t>(k)]);
+                    c[static_cast<std::size_t>(k) + 3].push_back(
+                        pose.Rotation[static_cast<std::size_t>(k)]);
                 }
             }
         }
@@ -370,8 +373,10 @@ private:
             // of 4 bytes.
             const double spanU = static_cast<double>(use.MaxU) - use.MinU;
             const double spanV = static_cast<double>(use.MaxV) - use.MinV;
-            const auto skinW = static_cast<std::int64_t>(std::ceil(spanU * static_cast<double>(width) - 1e-6));
-            const auto skinH = static_cast<std::int64_t>(std::ceil(spanV * static_cast<double>(height) - 1e-6));
+            const auto skinW =
+                static_cast<std::int64_t>(std::ceil(spanU * static_cast<double>(width) - 1e-6));
+            const auto skinH =
+                static_cast<std::int64_t>(std::ceil(spanV * static_cast<double>(height) - 1e-6));
             const std::int64_t rounded = (skinW + 3) / 4 * 4;
             if (rounded * skinH + studio::PaletteBytes > studio::MaxSkinBytes) {
                 Error(MSG_CHECK_TEXTURE_TOO_LARGE,
@@ -405,9 +410,9 @@ private:
     const Document& doc_;
     const MessageTexts& texts_;
     const AddRowFn& add_;
-    std::set<std::string> seen_;                              // files read, by the path in capitals
-    std::set<std::string> counted_;                           // reference parts already counted
-    std::set<std::string> modelBones_;                        // in capitals
+    std::set<std::string> seen_;       // files read, by the path in capitals
+    std::set<std::string> counted_;    // reference parts already counted
+    std::set<std::string> modelBones_; // in capitals
     bool allPartsRead_ = true;
     std::vector<TextureUse> textures_;
     std::map<std::string, std::size_t> textureIndex_;

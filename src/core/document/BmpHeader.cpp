@@ -28,16 +28,19 @@ std::uint16_t U16(std::string_view b, std::size_t at) {
 std::uint32_t BmpHeader::PaletteRoom() const {
     const std::uint64_t start = FileHeaderSize + static_cast<std::uint64_t>(InfoSize);
     const std::uint64_t end = std::min<std::uint64_t>(PixelOffset, FileSize);
-    return end > start ? static_cast<std::uint32_t>(std::min<std::uint64_t>((end - start) / 4, 1u << 16))
-                       : 0;
+    return end > start
+               ? static_cast<std::uint32_t>(std::min<std::uint64_t>((end - start) / 4, 1u << 16))
+               : 0;
 }
 
 bool BmpHeader::PixelsComplete() const {
     if (!Bitmap || Compression != 0) {
         return false;
     }
-    const std::uint64_t width = static_cast<std::uint64_t>(Width < 0 ? -static_cast<std::int64_t>(Width) : Width);
-    const std::uint64_t height = static_cast<std::uint64_t>(Height < 0 ? -static_cast<std::int64_t>(Height) : Height);
+    const std::uint64_t width =
+        static_cast<std::uint64_t>(Width < 0 ? -static_cast<std::int64_t>(Width) : Width);
+    const std::uint64_t height =
+        static_cast<std::uint64_t>(Height < 0 ? -static_cast<std::int64_t>(Height) : Height);
     const std::uint64_t stride = (width * BitsPerPixel + 31) / 32 * 4;
     return static_cast<std::uint64_t>(PixelOffset) + stride * height <= FileSize;
 }

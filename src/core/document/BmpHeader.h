@@ -17,7 +17,7 @@ struct BmpHeader {
     std::int32_t Width = 0;
     std::int32_t Height = 0; // negative: rows from the top
     std::uint16_t BitsPerPixel = 0;
-    std::uint32_t Compression = 0; // 0: none; 1, 2: RLE
+    std::uint32_t Compression = 0;    // 0: none; 1, 2: RLE
     std::uint32_t PaletteColours = 0; // as the header gives it; 0 means all of them
 
     // The palette's entries the file holds between the headers and the pixels.

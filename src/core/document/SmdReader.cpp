@@ -71,7 +71,8 @@ std::optional<float> Float(std::string_view word) {
 
 // Reads words[first..first+N) as numbers into out; false if any is not one.
 template <std::size_t N>
-bool Floats(const std::vector<std::string_view>& words, std::size_t first, std::array<float, N>& out) {
+bool Floats(const std::vector<std::string_view>& words, std::size_t first,
+            std::array<float, N>& out) {
     for (std::size_t k = 0; k < N; ++k) {
         const auto v = Float(words[first + k]);
         if (!v) {
@@ -287,7 +288,8 @@ SmdModel ReadSmdText(std::string_view text) {
             ++end;
         }
         reader.Line(text.substr(start, end - start), ++number);
-        if (end < text.size() && text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') {
+        if (end < text.size() && text[end] == '\r' && end + 1 < text.size() &&
+            text[end + 1] == '\n') {
             ++end;
         }
         start = end + 1;

@@ -1,7 +1,6 @@
 // Checks 10 on: a small model that passes, broken in one way per row.
-#include "compile/CheckModelData.h"
-
 #include "../TestFiles.h"
+#include "compile/CheckModelData.h"
 #include "localisation/GlobalStrings.h"
 
 #include <filesystem>
@@ -20,8 +19,14 @@ std::string Bmp(int w, int h, int bits = 8, int info = 40, int compression = 0, 
     const int palette = bits == 8 ? 1024 : 0;
     const int offset = 14 + info + palette;
     std::string b;
-    auto u16 = [&b](int v) { b += static_cast<char>(v & 255); b += static_cast<char>((v >> 8) & 255); };
-    auto u32 = [&](int v) { u16(v & 0xFFFF); u16((v >> 16) & 0xFFFF); };
+    auto u16 = [&b](int v) {
+        b += static_cast<char>(v & 255);
+        b += static_cast<char>((v >> 8) & 255);
+    };
+    auto u32 = [&](int v) {
+        u16(v & 0xFFFF);
+        u16((v >> 16) & 0xFFFF);
+    };
     b += "BM";
     u32(offset + stride * h);
     u32(0);
@@ -44,7 +49,10 @@ std::string Bmp(int w, int h, int bits = 8, int info = 40, int compression = 0, 
 std::string Nodes(int count, const std::string& twice = "") {
     std::string s = "nodes\n";
     for (int i = 0; i < count; ++i) {
-        s += std::to_string(i) + " \"" + (i == 0 ? "root" : i == 1 ? "arm" : "b" + std::to_string(i)) +
+        s += std::to_string(i) + " \"" +
+             (i == 0   ? "root"
+              : i == 1 ? "arm"
+                       : "b" + std::to_string(i)) +
              "\" " + std::to_string(i - 1) + "\n";
     }
     if (!twice.empty()) {
@@ -60,7 +68,8 @@ std::string Skeleton(int bones, int frames, bool moving = false) {
         s += "time " + std::to_string(t) + "\n";
         for (int b = 0; b < bones; ++b) {
             const std::string v = moving ? std::to_string(t + b) : "0";
-            s += std::to_string(b) + " " + v + " " + v + " " + v + " " + v + " " + v + " " + v + "\n";
+            s += std::to_string(b) + " " + v + " " + v + " " + v + " " + v + " " + v + " " + v +
+                 "\n";
         }
     }
     return s + "end\n";
@@ -141,12 +150,12 @@ TEST(ModelFileChecks, EachRefusalGivesOneRowOfItsKindNamingTheFile) {
         {"part missing", [](TempDir&, Document& d) { d.BodyGroups[1].Parts[1] = "gone"; }, E,
          "gone.smd"},
         {"part in other capitals",
-         [](TempDir& t, Document&) {
-             std::filesystem::rename(t / "body.smd", t / "Body.smd");
-         },
-         W, "Body.smd"},
+         [](TempDir& t, Document&) { std::filesystem::rename(t / "body.smd", t / "Body.smd"); }, W,
+         "Body.smd"},
         {"no version line",
-         [](TempDir& t, Document&) { t.Write("body.smd", Reference(Triangle("skin.bmp")).substr(10)); },
+         [](TempDir& t, Document&) {
+             t.Write("body.smd", Reference(Triangle("skin.bmp")).substr(10));
+         },
          E, "body.smd"},
         {"bone twice",
          [](TempDir& t, Document&) {
@@ -154,16 +163,18 @@ TEST(ModelFileChecks, EachRefusalGivesOneRowOfItsKindNamingTheFile) {
          },
          E, "\"arm\""},
         {"animation without a frame",
-         [](TempDir& t, Document&) { t.Write("walk.smd", "version 1\n" + Nodes(2) + "skeleton\nend\n"); },
+         [](TempDir& t, Document&) {
+             t.Write("walk.smd", "version 1\n" + Nodes(2) + "skeleton\nend\n");
+         },
          E, "walk.smd"},
         {"texture not a bitmap",
          [](TempDir& t, Document&) { t.Write("body.smd", Reference(Triangle("skin.tga"))); }, E,
          "skin.tga"},
-        {"texture missing",
-         [](TempDir& t, Document&) { std::filesystem::remove(t / "skin.bmp"); }, E, "skin.bmp"},
+        {"texture missing", [](TempDir& t, Document&) { std::filesystem::remove(t / "skin.bmp"); },
+         E, "skin.bmp"},
         {"texture in other capitals",
-         [](TempDir& t, Document&) { std::filesystem::rename(t / "skin.bmp", t / "SKIN.bmp"); },
-         W, "SKIN.bmp"},
+         [](TempDir& t, Document&) { std::filesystem::rename(t / "skin.bmp", t / "SKIN.bmp"); }, W,
+         "SKIN.bmp"},
         {"24 bits", [](TempDir& t, Document&) { t.Write("skin.bmp", Bmp(64, 64, 24)); }, E,
          "skin.bmp"},
         {"RLE", [](TempDir& t, Document&) { t.Write("skin.bmp", Bmp(64, 64, 8, 40, 1)); }, E,
@@ -180,8 +191,8 @@ TEST(ModelFileChecks, EachRefusalGivesOneRowOfItsKindNamingTheFile) {
          [](TempDir& t, Document&) { t.Write("skin.bmp", Bmp(1024, 512)); }, E, "skin.bmp"},
         {"UVs tile to a skin too large",
          [](TempDir& t, Document&) {
-             t.Write("body.smd", Reference(Triangle("skin.bmp", {0, 0, 0, 0}, {1, 0, 12, 0},
-                                                    {2, 0, 0, 9})));
+             t.Write("body.smd",
+                     Reference(Triangle("skin.bmp", {0, 0, 0, 0}, {1, 0, 12, 0}, {2, 0, 0, 9})));
          },
          E, "skin.bmp"},
         {"129 bones",
@@ -212,8 +223,11 @@ TEST(ModelFileChecks, EachRefusalGivesOneRowOfItsKindNamingTheFile) {
          E, "101"},
         {"attachment on no bone", [](TempDir&, Document& d) { d.AttachmentBones[0] = "hand"; }, E,
          "\"hand\""},
-        {"controller on no bone", [](TempDir&, Document& d) { d.ControllerBones[1] = "jaw";
-                                                              d.Controllers[1].Active = 1; },
+        {"controller on no bone",
+         [](TempDir&, Document& d) {
+             d.ControllerBones[1] = "jaw";
+             d.Controllers[1].Active = 1;
+         },
          E, "\"jaw\""},
         {"sequence over 64 KB",
          [](TempDir& t, Document&) {
@@ -243,7 +257,8 @@ TEST(ModelFileChecks, TheSampleModelGivesNoRow) {
         std::filesystem::copy(entry.path(), dir_ / entry.path().filename().string(),
                               std::filesystem::copy_options::overwrite_existing);
     }
-    for (const char* texture : {"robot_body.bmp", "robot_face.bmp", "Robot_Eyes.BMP", "helmet.bmp"}) {
+    for (const char* texture :
+         {"robot_body.bmp", "robot_face.bmp", "Robot_Eyes.BMP", "helmet.bmp"}) {
         dir_.Write(texture, Bmp(64, 64));
     }
     const char* parts[] = {"robot_ref", "robot_head", "robot_helmet"};
