@@ -158,7 +158,7 @@ TEST_F(CheckCommand, ModelWithoutAnimationsPassesAndItsScriptStaysAsItWas) {
     const std::string before = ReadFile(qc);
     const ToolRun run = RunTool({"check", qc, "--language", lng_});
     EXPECT_EQ(run.Status, 0);
-    EXPECT_EQ(run.Out, "text 38\n"); // IDS_WARNING_IDLEANIMATION
+    EXPECT_EQ(run.Out, "warning: text 38\n"); // IDS_WARNING_IDLEANIMATION
     EXPECT_EQ(ReadFile(qc), before);
 }
 
@@ -167,15 +167,18 @@ TEST_F(CheckCommand, ErrorsGiveStatusOneAndRowsInTheirOrder) {
                               "$sequence walk \"robot_ref\" fps 0 ACT_WALK\r\n");
     const ToolRun run = RunTool({"check", qc, "--language", lng_});
     EXPECT_EQ(run.Status, 1);
-    // The only group holds a blank part: no reference; then the animation's two warnings.
-    EXPECT_EQ(run.Out, "text 37\n"
-                       "text 44 walk text 45\n"
-                       "text 46 walk\n");
+    // The only group holds a blank part: no reference; then the animation's
+    // two warnings; then the file of the animation, which has no frame.
+    EXPECT_EQ(run.Out, "error: text 37\n"
+                       "warning: text 44 walk text 45\n"
+                       "warning: text 46 walk\n"
+                       "error: The animation file \"" +
+                           dir_ / "robot_ref.smd" + "\" has no frame in its skeleton.\n");
 
     const ToolRun compiler =
         RunTool({"check", qc, "--language", lng_, "--studiomdl", dir_ / "missing.exe"});
     EXPECT_EQ(compiler.Status, 1);
-    EXPECT_EQ(compiler.Out.substr(0, compiler.Out.find('\n')), "text 29");
+    EXPECT_EQ(compiler.Out.substr(0, compiler.Out.find('\n')), "error: text 29");
 
     // Usage errors and files that cannot be read.
     EXPECT_EQ(RunTool({"check"}).Status, 2);

@@ -1,8 +1,10 @@
 // check IN.qc [--language FILE] [--studiomdl PATH]: loads IN as the editor's
 // open command does, keeping every folder and part that cannot be found as
 // the script wrote it, and runs the checks ahead of a compile. Prints their
-// rows as the compile dialog lists them, one a line, in the texts of
-// english.lng beside this program (or of FILE). The compiler is looked at
+// rows as the compile dialog lists them, one a line, each behind "error: "
+// or "warning: " (the compiler's path under its error row stands indented
+// on a line of its own), in the texts of english.lng beside this program (or
+// of FILE). The compiler is looked at
 // only when PATH is given. The script itself is not changed: a model without
 // animations shows its warning, but no idle line is appended.
 //
@@ -24,6 +26,7 @@
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
 #include "localisation/LanguageFile.h"
+#include "localisation/MessageTexts.h"
 
 namespace quarle::qc {
 
@@ -91,6 +94,7 @@ int RunCheck(const Args& args) {
     // Texts: a file named on the command line must be there; without one,
     // english.lng beside the program, and the keys themselves when it is gone.
     compile::IdsTextTable texts{};
+    MessageTexts messages = DefaultMessageTexts();
     const bool named = !language.empty();
     const fs::path languageFile =
         named ? paths::ToFsPath(language) : ProgramFolder() / "english.lng";
@@ -98,6 +102,7 @@ int RunCheck(const Args& args) {
     if (lines) {
         StderrLanguageHost host(languageFile.string());
         ReadGlobalStrings(*lines, texts, host);
+        ReadMessageTexts(*lines, messages);
     } else if (named) {
         std::fprintf(stderr, "quarle-qc: cannot read the language file %s\n", language.c_str());
         return 2;
@@ -119,9 +124,13 @@ int RunCheck(const Args& args) {
     input.AnimationRows = loaded.AnimationRows;
     input.Texts = &texts;
     input.AppendIdleLine = false;
+    input.Messages = &messages;
     const compile::CheckResult result = compile::CheckModelData(*loaded.Doc, input);
     for (const compile::CheckRow& row : result.Rows) {
-        std::printf("%s\n", row.Text.c_str());
+        const char* kind = row.Kind == compile::RowKind::Error     ? "error: "
+                           : row.Kind == compile::RowKind::Warning ? "warning: "
+                                                                   : "";
+        std::printf("%s%s\n", kind, row.Text.c_str());
     }
     return result.ErrorCount > 0 ? 1 : 0;
 }

@@ -1,6 +1,7 @@
 #include "compile/CheckModelData.h"
 
 #include "compile/CompileFiles.h"
+#include "compile/ModelFileChecks.h"
 #include "document/Paths.h"
 #include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
@@ -165,6 +166,13 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
             }
             CheckAnimation(c, anim);
         }
+    }
+
+    // 10 on: the meshes, animations and bitmaps, against what the compiler
+    // takes.
+    if (input.CheckFiles) {
+        CheckModelFiles(doc, input.Messages ? *input.Messages : EnglishMessageTexts(),
+                        [&c](std::string text, RowKind kind) { c.Add(std::move(text), kind); });
     }
 
     return c.Take();

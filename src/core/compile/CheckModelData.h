@@ -7,6 +7,7 @@
 
 #include "AppState.h"
 #include "document/Document.h"
+#include "localisation/MessageTexts.h"
 
 #include <array>
 #include <string>
@@ -36,6 +37,11 @@ struct CheckInput {
     // Append the idle sequence to Doc.QcFile when there is no animation.
     // Off for a dry run that must leave the script as it is.
     bool AppendIdleLine = true;
+    // Texts of the messages in the active language; English when unset.
+    const MessageTexts* Messages = nullptr;
+    // Read the model's meshes, animations and bitmaps (checks 10 on). Off
+    // for a check of the document alone.
+    bool CheckFiles = true;
 };
 
 // Receives each row the moment it is found, so a form can show the rows one
@@ -51,7 +57,8 @@ struct CheckResult {
     int ErrorCount = 0;
 };
 
-// Runs every check in its order and returns all rows. doc.TexturePath may
+// Runs every check in its order and returns all rows: those of the document,
+// then those of the model's files (ModelFileChecks.h). doc.TexturePath may
 // change (the empty texture folder takes the model folder). A script that
 // cannot take the idle line gives an error row of its own.
 CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* host = nullptr);

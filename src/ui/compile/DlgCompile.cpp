@@ -270,6 +270,7 @@ void DlgCompile::TmrCompile_Timer() {
     input.StudioMdlPath = &state_.Settings.StudioMdlPath;
     input.AnimationRows = animationRows_;
     input.Texts = &state_.IdsTexts;
+    input.Messages = &state_.MsgTexts;
     RowHost host(*this);
     const compile::CheckResult checks = compile::CheckModelData(state_.Doc, input, &host);
     outcome_ = {};

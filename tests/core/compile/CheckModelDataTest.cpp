@@ -44,6 +44,7 @@ protected:
         input_.StudioMdlPath = &compiler_;
         input_.Texts = &texts_;
         input_.AnimationRows = 1;
+        input_.CheckFiles = false; // the checks of the document alone
     }
 
     // A model that passes every check.
