@@ -155,6 +155,11 @@ TEST(QcSequence, ADecimalCommaIsCutOnTheNextLoad) {
 }
 
 TEST(QcSequence, AForeignScriptKeepsWhatTheDialectCanSay) {
+#ifdef _WIN32
+    // The script's folders are POSIX paths here; on Windows a relative
+    // folder is resolved against a drive path the expectations do not name.
+    GTEST_SKIP() << "relative folders are compared as POSIX paths";
+#endif
     Model l;
     l.Host.KeepUnanswered = true;
     const std::string folder = std::string(QUARLE_TEST_DATA) + "/qc/wild";
