@@ -7,6 +7,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <string_view>
 
 namespace quarle::compile {
 namespace {
@@ -239,6 +240,12 @@ TEST(ModelFileChecks, EachRefusalGivesOneRowOfItsKindNamingTheFile) {
     EXPECT_EQ(Model().Rows(), std::vector<CheckRow>()) << "the unbroken model";
     for (const Case& c : cases) {
         SCOPED_TRACE(c.What);
+#ifdef _WIN32
+        // A file system that ignores case finds the other capitals itself.
+        if (std::string_view(c.What).find("capitals") != std::string_view::npos) {
+            continue;
+        }
+#endif
         Model fresh;
         c.Break(fresh.dir_, *fresh.doc_);
         const std::vector<CheckRow> rows = fresh.Rows();
