@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QSettings>
 
+#include <QImage>
+
 namespace quarle::ui {
 namespace {
 
@@ -24,6 +26,14 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
     for (const char* smd : {"ref.smd", "run.smd"}) {
         ASSERT_TRUE(
             QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd, InModels(smd)));
+    }
+    // The bitmaps of the reference, as the compiler takes them: 8 bits with
+    // a palette, so the checks ahead of the compile find nothing to refuse.
+    for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
+        QImage image(16, 16, QImage::Format_Indexed8);
+        image.setColorCount(256);
+        image.fill(0);
+        ASSERT_TRUE(image.save(InModels(bitmap), "BMP"));
     }
     test::WriteFile(InModels("start.qc"),
                     "// written by hand\r\n$modelname \"start.mdl\"\r\n$cd \"" +
