@@ -3,6 +3,7 @@
 #include "document/BmpHeader.h"
 #include "document/Paths.h"
 #include "document/SmdReader.h"
+#include "document/Text.h"
 #include "localisation/Cp1252.h"
 
 #include <algorithm>
@@ -23,18 +24,8 @@ std::string Shown(const std::string& documentText) {
     return Cp1252ToUtf8(documentText);
 }
 
-std::string Upper(std::string_view text) {
-    std::string out(text);
-    for (char& c : out) {
-        if (c >= 'a' && c <= 'z') {
-            c = static_cast<char>(c - 'a' + 'A');
-        }
-    }
-    return out;
-}
-
 bool EndsWithBmp(std::string_view name) {
-    return name.size() > 4 && Upper(name.substr(name.size() - 4)) == ".BMP";
+    return name.size() > 4 && ToUpper(name.substr(name.size() - 4)) == ".BMP";
 }
 
 bool PowerOfTwo(std::int64_t n) {
@@ -144,7 +135,7 @@ private:
     // its rows come once; the files are not all held at the same time.
     std::unique_ptr<SmdModel> Load(const std::string& name) {
         const std::string path = SmdPath(name);
-        const bool first = seen_.insert(Upper(path)).second;
+        const bool first = seen_.insert(ToUpper(path)).second;
         const Found found = Locate(path);
         if (found.How == Found::Missing) {
             if (first) {
@@ -187,12 +178,12 @@ private:
     void Reference(const std::string& part) {
         const std::unique_ptr<SmdModel> model = Load(part);
         allPartsRead_ = allPartsRead_ && model != nullptr;
-        if (!model || !counted_.insert(Upper(SmdPath(part))).second) {
+        if (!model || !counted_.insert(ToUpper(SmdPath(part))).second) {
             return;
         }
         const std::string shown = Shown(SmdPath(part));
         for (const SmdNode& node : model->Nodes) {
-            modelBones_.insert(Upper(node.Name));
+            modelBones_.insert(ToUpper(node.Name));
         }
         std::vector<PointKey> vertices;
         std::vector<PointKey> normals;
@@ -234,7 +225,7 @@ private:
     }
 
     TextureUse& Texture(const std::string& name, const std::string& smd) {
-        const std::string key = Upper(name);
+        const std::string key = ToUpper(name);
         const auto it = textureIndex_.find(key);
         if (it != textureIndex_.end()) {
             return textures_[it->second];
@@ -394,14 +385,14 @@ private:
         for (int i = 0; i <= limits::LastAttachment; ++i) {
             const std::string& bone = doc_.AttachmentBones[static_cast<std::size_t>(i)];
             if (doc_.Attachments[static_cast<std::size_t>(i)].Active == 1 &&
-                !modelBones_.contains(Upper(bone))) {
+                !modelBones_.contains(ToUpper(bone))) {
                 Error(MSG_CHECK_ATTACHMENT_BONE, {std::to_string(i), Shown(bone)});
             }
         }
         for (int i = 0; i <= limits::LastController; ++i) {
             const std::string& bone = doc_.ControllerBones[static_cast<std::size_t>(i)];
             if (doc_.Controllers[static_cast<std::size_t>(i)].Active == 1 &&
-                !modelBones_.contains(Upper(bone))) {
+                !modelBones_.contains(ToUpper(bone))) {
                 Error(MSG_CHECK_CONTROLLER_BONE, {std::to_string(i), Shown(bone)});
             }
         }

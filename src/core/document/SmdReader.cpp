@@ -45,11 +45,12 @@ void SplitWords(std::string_view line, std::vector<std::string_view>& words) {
     }
 }
 
-std::optional<int> Int(std::string_view word) {
+// The whole word as a number (a leading '+' allowed), or nothing.
+template <class T> std::optional<T> Number(std::string_view word) {
     if (!word.empty() && word.front() == '+') {
         word.remove_prefix(1);
     }
-    int value = 0;
+    T value{};
     const auto [end, ec] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (ec != std::errc() || end != word.data() + word.size()) {
         return std::nullopt;
@@ -57,16 +58,12 @@ std::optional<int> Int(std::string_view word) {
     return value;
 }
 
+std::optional<int> Int(std::string_view word) {
+    return Number<int>(word);
+}
+
 std::optional<float> Float(std::string_view word) {
-    if (!word.empty() && word.front() == '+') {
-        word.remove_prefix(1);
-    }
-    float value = 0.0f;
-    const auto [end, ec] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (ec != std::errc() || end != word.data() + word.size()) {
-        return std::nullopt;
-    }
-    return value;
+    return Number<float>(word);
 }
 
 // Reads words[first..first+N) as numbers into out; false if any is not one.
