@@ -31,6 +31,9 @@ bool HasWine(const HostEnvironment& env) {
 // The native program on the search path, then in the home's tool folders
 // the native program or the Windows one (this one only with wine).
 QString FindTool(const QString& name, const HostEnvironment& env) {
+    if (WindowsHost) {
+        return {}; // the designed places stay
+    }
     if (const QString found = FindOnPath(name, env); !found.isEmpty()) {
         return found;
     }
@@ -117,12 +120,15 @@ QString FindViewer(const HostEnvironment& env) {
 }
 
 QString FindTextEditor(const HostEnvironment& env) {
+    if (WindowsHost) {
+        return {};
+    }
     for (const QString& variable : {env.Visual, env.Editor}) {
         if (const QString editor = EditorOf(variable, env); !editor.isEmpty()) {
             return editor;
         }
     }
-    return QStringLiteral("xdg-open");
+    return {};
 }
 
 ToolState CheckTool(const QString& program, const HostEnvironment& env) {

@@ -40,10 +40,10 @@ QStringList ToolFolders(const HostEnvironment& env);
 // The first executable file of this name on the search path, or "".
 QString FindOnPath(const QString& name, const HostEnvironment& env);
 
-// The compiler and viewer found as above, or "" when there is none.
+// The compiler, viewer and text editor found as above, or "" when there is
+// none; always "" on Windows, where the designed places stay.
 QString FindCompiler(const HostEnvironment& env);
 QString FindViewer(const HostEnvironment& env);
-// The text editor as above; never empty.
 QString FindTextEditor(const HostEnvironment& env);
 
 // Whether a program's path (or a bare name looked up on the search path)

@@ -51,41 +51,21 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
     settings.ModelViewerPath = CorePath(store.Get(QStringLiteral("ModelViewer")));
     settings.LanguageFile = store.Get(QStringLiteral("Language")).toStdString();
     settings.TextEditorPath = CorePath(store.Get(QStringLiteral("TextEditor")));
-#ifdef Q_OS_WIN
-    (void)env;
-    const QString compiler = DefaultStudioMdlPath(programFolder);
-    const QString viewer = DefaultModelViewerPath(programFolder);
-    const QString editor = DefaultTextEditorPath();
-#else
-    // Looked up only for what the store leaves empty. A place that the
-    // settings' code page cannot name counts as not found.
-    const auto found = [](const QString& path, const QString& fallback) {
-        return path.isEmpty() || !platform::ToCp1252(path) ? fallback : path;
+    // What the store leaves empty is looked for on the host first. A place
+    // that the settings' code page cannot name counts as not found.
+    const auto orDefault = [](const QString& found, const QString& fallback) {
+        return CorePath(found.isEmpty() || !platform::ToCp1252(found) ? fallback : found);
     };
-    const QString compiler =
-        settings.StudioMdlPath.empty()
-            ? found(platform::FindCompiler(env), DefaultStudioMdlPath(programFolder))
-            : QString();
-    const QString viewer =
-        settings.ModelViewerPath.empty()
-            ? found(platform::FindViewer(env), DefaultModelViewerPath(programFolder))
-            : QString();
-#ifdef Q_OS_MACOS
-    const QString editor = DefaultTextEditorPath();
-#else
-    const QString editor = settings.TextEditorPath.empty()
-                               ? found(platform::FindTextEditor(env), DefaultTextEditorPath())
-                               : QString();
-#endif
-#endif
     if (settings.StudioMdlPath.empty()) {
-        settings.StudioMdlPath = CorePath(compiler);
+        settings.StudioMdlPath =
+            orDefault(platform::FindCompiler(env), DefaultStudioMdlPath(programFolder));
     }
     if (settings.ModelViewerPath.empty()) {
-        settings.ModelViewerPath = CorePath(viewer);
+        settings.ModelViewerPath =
+            orDefault(platform::FindViewer(env), DefaultModelViewerPath(programFolder));
     }
     if (settings.TextEditorPath.empty()) {
-        settings.TextEditorPath = CorePath(editor);
+        settings.TextEditorPath = orDefault(platform::FindTextEditor(env), DefaultTextEditorPath());
     }
     if (settings.LanguageFile.empty()) {
         settings.LanguageFile = DefaultLanguage;
