@@ -21,7 +21,6 @@ using test::ModalScript;
 
 TEST(Services, FiltersAsTheFormsWriteThem) {
     EXPECT_EQ(QtFileFilter("Bitmap|*.bmp"), "Bitmap (*.bmp)");
-    EXPECT_EQ(QtFileFilter("Model|*.smd"), "Model (*.smd)");
     // "*.*" is every file, also those without an extension.
     EXPECT_EQ(QtFileFilter("*.*|*.*"), "*.* (*)");
     EXPECT_EQ(QtFileFilter("QC|*.qc|Alle|*.*"), "QC (*.qc);;Alle (*)");

@@ -50,16 +50,7 @@ TEST(WindowShape, KeepsTheRunsOfOtherColoursThanTheTopLeftPixel) {
         for (const QRect& r : c.kept) {
             expected += r;
         }
-        const QRegion built = BuildShapeRegion(Picture(c.rows));
-        EXPECT_EQ(built, expected) << c.name;
-        // The region answers the mouse exactly on the kept pixels.
-        const QImage picture = Picture(c.rows);
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                EXPECT_EQ(built.contains(QPoint(x, y)), expected.contains(QPoint(x, y)))
-                    << c.name << " at " << x << "," << y;
-            }
-        }
+        EXPECT_EQ(BuildShapeRegion(Picture(c.rows)), expected) << c.name;
     }
 }
 

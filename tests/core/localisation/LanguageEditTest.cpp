@@ -203,12 +203,6 @@ TEST(LanguageEdit, NewLanguageCopiesUnderANewHeader) {
     EXPECT_EQ(LanguageFileName(" fran cais "), "francais.lng");
 }
 
-} // namespace
-} // namespace quarle
-
-namespace quarle {
-namespace {
-
 TEST(LanguageEdit, HeaderForDisplay) {
     struct Row {
         Lines File;

@@ -93,25 +93,6 @@ TEST(LanguageFile, Cp1252RoundTripsEveryByte) {
     EXPECT_EQ(Utf8ToCp1252("\xE2\x86\x92|\xF0\x9F\x98\x80|\xC3|\xC0\x80|\xE4"), "?|?|?|??|?");
 }
 
-TEST(LanguageFile, ReadsTheGlobalStringsOfAGoodFileSilently) {
-    Lines lines = {
-        "Version = 0.8.4",       "InfoForThis = Deutsch", "FrmMain", "Titel = Quarle", "",
-        "----------------------"};
-    for (const auto& line : StringsBlock(93, {})) {
-        lines.push_back(line);
-    }
-    lines[lines.size() - 2] = "String92 = a = b"; // keys are not compared
-    Texts texts;
-    texts[0] = "kept";
-    RecordingHost host;
-    EXPECT_TRUE(ReadGlobalStrings(lines, texts, host));
-    EXPECT_EQ(host.Incomplete + host.Outdated, 0);
-    EXPECT_EQ(texts[0], "kept");
-    EXPECT_EQ(texts[IDS_VERSION], "text 1");
-    EXPECT_EQ(texts[92], "a = b");
-    EXPECT_EQ(texts[IDS_VERYOLD], "text 93");
-}
-
 TEST(LanguageFile, VersionLinesWarnAsOutdated) {
     struct Case {
         Lines Head;
@@ -134,14 +115,20 @@ TEST(LanguageFile, VersionLinesWarnAsOutdated) {
         EXPECT_EQ(host.Incomplete, 0);
         EXPECT_EQ(texts[93], "text 93") << "the texts are applied all the same";
     }
-    // Behind "Global Strings" a "Version" line is just a text.
-    Lines lines = StringsBlock(93);
-    lines[4] = "Version = 1.0";
+    // Sections ahead of "Global Strings" are passed over, behind it a
+    // "Version" line is just a text (keys are not compared), and slot 0 is
+    // no string of the file.
+    Lines lines = StringsBlock(
+        93, {"Version = 0.8.4", "FrmMain", "Titel = Quarle", "", "----------------------"});
+    lines[8] = "Version = 1.0 = a";
     Texts texts;
+    texts[0] = "kept";
     RecordingHost host;
-    ReadGlobalStrings(lines, texts, host);
-    EXPECT_EQ(host.Outdated, 0);
-    EXPECT_EQ(texts[2], "1.0");
+    EXPECT_TRUE(ReadGlobalStrings(lines, texts, host));
+    EXPECT_EQ(host.Outdated + host.Incomplete, 0);
+    EXPECT_EQ(texts[0], "kept");
+    EXPECT_EQ(texts[1], "text 1");
+    EXPECT_EQ(texts[2], "1.0 = a");
 }
 
 TEST(LanguageFile, IncompleteFilesWarnAndKeepWhatTheyDoNotReach) {
