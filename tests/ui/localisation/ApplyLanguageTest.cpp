@@ -163,8 +163,7 @@ TEST_F(ApplyLanguageTest, MainFormTakesStringsCaptionsTipsAndRecentFiles) {
 // language without them says them in English again.
 TEST_F(ApplyLanguageTest, MessagesFollowTheLanguageOfTheMainForm) {
     Write("deutsch.lng",
-          WithMessages(Complete("de"), {"MSG_PARTS_FULL = Schon %1 Teile",
-                                        "msg_one_error = 1 Fehler", "MSG_GONE = skipped"}));
+          WithMessages(Complete("de"), {"MSG_PARTS_FULL = Schon %1 Teile", "MSG_GONE = skipped"}));
     Write("english.lng", Complete("en"));
     EXPECT_EQ(state->MsgTexts, EnglishMessageTexts()) << "English from the start";
 
@@ -176,8 +175,6 @@ TEST_F(ApplyLanguageTest, MessagesFollowTheLanguageOfTheMainForm) {
     TestForm main("FrmMain");
     ApplyLanguage(*state, services, &main.form);
     EXPECT_EQ(state->MsgTexts[MSG_PARTS_FULL], "Schon %1 Teile");
-    EXPECT_EQ(state->MsgTexts[MSG_ONE_ERROR], "1 Fehler");
-    EXPECT_EQ(state->MsgTexts[MSG_ONE_WARNING], "1 warning");
     // The section is no form's, and the reader has nothing to warn about.
     EXPECT_EQ(main.Cmd->text(), "Build model");
     EXPECT_EQ(state->IdsTexts[IDS_VERYOLD], "de 93");
