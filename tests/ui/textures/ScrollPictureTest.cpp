@@ -25,8 +25,6 @@ TEST(ScrollPictureTest, BarsShowOnlyWhenThePictureIsLargerThanTheViewport) {
     control.resize(ToPixels(4500), ToPixels(3300)); // viewport 4200 x 3000 twips
     control.show();
     ASSERT_EQ(control.Picture1->geometry(), QRect(0, 0, 280, 200));
-    EXPECT_EQ(control.VScroll1->geometry(), QRect(281, 0, 17, 200));
-    EXPECT_EQ(control.HScroll1->geometry(), QRect(0, 201, 280, 17));
 
     const struct {
         int width, height; // pixels
@@ -48,7 +46,6 @@ TEST(ScrollPictureTest, BarsShowOnlyWhenThePictureIsLargerThanTheViewport) {
         EXPECT_EQ(control.VScroll1->maximum(), row.vMax) << at.toStdString();
         EXPECT_EQ(control.HScroll1->maximum(), row.hMax) << at.toStdString();
         EXPECT_EQ(control.VScroll1->pageStep(), row.height * 15 / 4) << at.toStdString();
-        EXPECT_EQ(control.HScroll1->singleStep(), 120) << at.toStdString();
         EXPECT_EQ(control.Picture2->geometry(), QRect(0, 0, row.width, row.height));
         // The viewport never grows into a hidden bar.
         EXPECT_EQ(control.Picture1->size(), QSize(280, 200));

@@ -109,7 +109,6 @@ TEST_F(TextureDialogsTest, TwoSkinsGoIntoTheTextureGroup) {
         EXPECT_EQ(Items(dlg.LstTexture), textures) << "one entry per name, any case";
         EXPECT_EQ(Items(dlg.FileChangeTo),
                   (QStringList{"face.bmp", "Face_blood.bmp", "grate.BMP", "skin_red.bmp"}));
-        EXPECT_FALSE(dlg.FileChangeTo->isEnabled());
 
         // Variation 1: the face gets blood. Ticking takes the first bitmap
         // at once, then the user picks another.
@@ -121,12 +120,10 @@ TEST_F(TextureDialogsTest, TwoSkinsGoIntoTheTextureGroup) {
         SelectText(dlg.FileChangeTo, "Face_blood.bmp");
         EXPECT_EQ(Doc().TextureVariations[2][3], "Face_blood.bmp");
         EXPECT_EQ(dlg.ScrPicPreview->Picture().size(), QSize(64, 32));
-        EXPECT_EQ(dlg.ScrPicPreview->Tag, "0");
 
         // Variation 2: a red skin. The change of variation shows the first
         // texture, unchanged there; the wide bitmap brings the horizontal bar.
         dlg.CmdVarPfeilr->click();
-        EXPECT_EQ(dlg.TxtVarNr->text(), "2");
         EXPECT_EQ(dlg.LstTexture->currentRow(), 0);
         EXPECT_FALSE(dlg.ChkChangeTo->isChecked());
         dlg.ChkChangeTo->click();
