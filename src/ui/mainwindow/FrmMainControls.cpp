@@ -21,8 +21,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolTip>
 #include <QVBoxLayout>
@@ -96,6 +98,23 @@ protected:
 
 private:
     QLineEdit* field_;
+};
+
+// The tabs of the pages, as narrow as their captions allow: the mascot parks
+// above the right end of the tab row, and the style's wide tabs would reach
+// under it.
+class NarrowTabs : public QProxyStyle {
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override {
+        if (metric == PM_TabBarTabHSpace) {
+            return TabPadding;
+        }
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+
+private:
+    static constexpr int TabPadding = 6;  // pixels beside a caption, both sides together
 };
 
 QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString& tip = {}) {
@@ -237,6 +256,9 @@ void FrmMain::BuildControls() {
     TabSmd->addTab(modelPage, QStringLiteral("Modeldateien"));
     TabSmd->addTab(animPage, QStringLiteral("Animationsdateien"));
     TabSmd->setCurrentIndex(0);
+    auto* narrowTabs = new NarrowTabs;
+    narrowTabs->setParent(TabSmd);
+    TabSmd->tabBar()->setStyle(narrowTabs);
 
     auto* buttons = new QVBoxLayout;
     buttons->setSpacing(8);

@@ -48,6 +48,15 @@ TEST_F(Assistant, PoseTimersWithFixedRandomNumbers) {
     // Parked after the start, resting, waiting for its first draw.
     ASSERT_EQ(form->ImgLstWizAnims.size(), 10);
     EXPECT_EQ(Mascot(), QPoint(6000, 825)); // 820 twips, on whole pixels
+    // ... where its figure leaves both tabs of the pages free.
+    const QTabBar* tabs = form->TabSmd->findChild<QTabBar*>();
+    const QRegion figure = form->PicWiz->mask().translated(form->PicWiz->pos());
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        const QRect rect(tabs->mapTo(form->PicWiz->parentWidget(), tabs->tabRect(tab).topLeft()),
+                         tabs->tabRect(tab).size());
+        EXPECT_FALSE(figure.intersects(rect)) << "tab " << tab << " " << rect.right() << " "
+                                              << figure.boundingRect().left();
+    }
     EXPECT_EQ(Frame(), 0);
     EXPECT_EQ(form->TmrAnimTag, "NEW");
     EXPECT_EQ(form->TmrAnim->interval(), 500);
