@@ -340,7 +340,7 @@ void SkinMesh(const Mesh& mesh, const std::vector<BoneMatrix>& pose, float scale
 }
 
 int FrameAt(const AnimRec& anim, int frameCount, double seconds) {
-    if (frameCount <= 0 || anim.Fps <= 0 || !(seconds > 0) || !std::isfinite(seconds)) {
+    if (frameCount <= 0 || anim.Fps <= 0) {
         return 0;
     }
     int first = 0;
@@ -353,7 +353,8 @@ int FrameAt(const AnimRec& anim, int frameCount, double seconds) {
         }
     }
     const double span = last - first + 1;
-    double step = std::floor(seconds * anim.Fps);
+    // Before the start, or at no time at all, the range's first frame shows.
+    double step = seconds > 0 && std::isfinite(seconds) ? std::floor(seconds * anim.Fps) : 0;
     if (anim.Loop == 1) {
         step = std::fmod(step, span);
     } else if (!(step < span)) {
