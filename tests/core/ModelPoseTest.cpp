@@ -9,7 +9,8 @@ namespace {
 // bone and position, three to a triangle; a corner's normal is the
 // direction of its position.
 using Corner = std::pair<int, Vec3>;
-std::string Smd(std::string_view nodes, std::string_view frame, const std::vector<Corner>& corners) {
+std::string Smd(std::string_view nodes, std::string_view frame,
+                const std::vector<Corner>& corners) {
     std::string text = "version 1\nnodes\n" + std::string(nodes) + "end\nskeleton\ntime 0\n" +
                        std::string(frame) + "end\ntriangles\n";
     for (std::size_t i = 0; i < corners.size(); ++i) {
@@ -39,35 +40,65 @@ const std::string TwoBonesSwapped = "0 \"child\" 1\n1 \"root\" -1\n";
 
 TEST(ModelPose, CornersFollowTheirBonesToHandWorkedPoses) {
     const std::string rest = Smd(OneBone, "0 0 0 0 0 0 0\n", UnitCorners);
-    const std::string chain =
-        Smd(TwoBones, "0 0 0 0 0 0 0\n1 10 0 0 0 0 0\n", {{1, {10, 1, 0}}, {1, {10, 0, 0}}, {0, {1, 0, 0}}});
+    const std::string chain = Smd(TwoBones, "0 0 0 2 0 0 0\n1 10 0 0 0 0 0\n",
+                                  {{1, {10, 1, 2}}, {1, {10, 0, 2}}, {0, {1, 0, 2}}});
     // 3-4-5 triangles: turned about X by (cos 0.6, sin 0.8), then about Z by
     // (cos 0.8, sin 0.6).
     const std::string twoAxes = "0 0 0 0 0.92729522 0 0.64350111\n";
     const std::vector<PoseCase> cases{
-        {"quarter turn about x", rest, Smd(OneBone, "0 0 0 0 1.57079633 0 0\n", {}), 1,
-         {{1, 0, 0}, {0, 0, 1}, {0, -1, 0}}, true},
-        {"quarter turn about y", rest, Smd(OneBone, "0 0 0 0 0 1.57079633 0\n", {}), 1,
-         {{0, 0, -1}, {0, 1, 0}, {1, 0, 0}}, true},
-        {"quarter turn about z", rest, Smd(OneBone, "0 0 0 0 0 0 1.57079633\n", {}), 1,
-         {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}}, true},
-        {"two axes", Smd(OneBone, "0 0 0 0 0 0 0\n", {{0, {5, 0, 0}}, {0, {0, 5, 0}}, {0, {0, 0, 5}}}),
-         Smd(OneBone, twoAxes, {}), 1, {{4, 3, 0}, {-1.8f, 2.4f, 4}, {2.4f, -3.2f, 3}}, false},
+        {"quarter turn about x",
+         rest,
+         Smd(OneBone, "0 0 0 0 1.57079633 0 0\n", {}),
+         1,
+         {{1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
+         true},
+        {"quarter turn about y",
+         rest,
+         Smd(OneBone, "0 0 0 0 0 1.57079633 0\n", {}),
+         1,
+         {{0, 0, -1}, {0, 1, 0}, {1, 0, 0}},
+         true},
+        {"quarter turn about z",
+         rest,
+         Smd(OneBone, "0 0 0 0 0 0 1.57079633\n", {}),
+         1,
+         {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
+         true},
+        {"two axes",
+         Smd(OneBone, "0 0 0 0 0 0 0\n", {{0, {5, 0, 0}}, {0, {0, 5, 0}}, {0, {0, 0, 5}}}),
+         Smd(OneBone, twoAxes, {}),
+         1,
+         {{4, 3, 0}, {-1.8f, 2.4f, 4}, {2.4f, -3.2f, 3}},
+         false},
         // The animation names only the root: the child keeps its place on it.
-        {"turn at the root carries the child", chain, Smd(OneBone, "0 0 0 0 0 0 1.57079633\n", {}),
-         1, {{-1, 10, 0}, {0, 10, 0}, {0, 1, 0}}, false},
+        {"turn at the root carries the child",
+         chain,
+         Smd(OneBone, "0 0 0 2 0 0 1.57079633\n", {}),
+         1,
+         {{-1, 10, 2}, {0, 10, 2}, {0, 1, 2}},
+         false},
         // Nodes in another order, matched by name; the child's own turn
         // comes first, then its parent's.
-        {"child turned on a turned root", chain,
-         Smd(TwoBonesSwapped, "1 0 0 0 0 0 1.57079633\n0 10 0 0 1.57079633 0 0\n", {}), 1,
-         {{0, 10, 1}, {0, 10, 0}, {0, 1, 0}}, false},
+        {"child turned on a turned root",
+         chain,
+         Smd(TwoBonesSwapped, "1 0 0 0 0 0 1.57079633\n0 10 0 0 1.57079633 0 0\n", {}),
+         1,
+         {{0, 10, 1}, {0, 10, 0}, {0, 1, 0}},
+         false},
         // Bound turned a quarter about z, posed without the turn.
         {"child turned back from its bind",
-         Smd(TwoBones, "0 0 0 0 0 0 0\n1 10 0 0 0 0 1.57079633\n", {{1, {10, 1, 0}}, {1, {10, 0, 0}}, {0, {1, 0, 0}}}),
-         Smd(TwoBones, "0 0 0 0 0 0 0\n1 10 0 0 0 0 0\n", {}), 1,
-         {{11, 0, 0}, {10, 0, 0}, {1, 0, 0}}, false},
-        {"root moved, scaled", Smd(OneBone, "0 1 0 0 0 0 0\n", {{0, {2, 0, 0}}, {0, {1, 1, 0}}, {0, {1, 0, 1}}}),
-         Smd(OneBone, "0 6 0 -2 0 0 0\n", {}), 2, {{14, 0, -4}, {12, 2, -4}, {12, 0, -2}}, false},
+         Smd(TwoBones, "0 0 0 0 0 0 0\n1 10 0 0 0 0 1.57079633\n",
+             {{1, {10, 1, 0}}, {1, {10, 0, 0}}, {0, {1, 0, 0}}}),
+         Smd(TwoBones, "0 0 0 0 0 0 0\n1 10 0 0 0 0 0\n", {}),
+         1,
+         {{11, 0, 0}, {10, 0, 0}, {1, 0, 0}},
+         false},
+        {"root moved, scaled",
+         Smd(OneBone, "0 1 0 0 0 0 0\n", {{0, {2, 0, 0}}, {0, {1, 1, 0}}, {0, {1, 0, 1}}}),
+         Smd(OneBone, "0 6 0 -2 0 0 0\n", {}),
+         2,
+         {{14, 0, -4}, {12, 2, -4}, {12, 0, -2}},
+         false},
     };
     for (const PoseCase& c : cases) {
         SCOPED_TRACE(c.Name);
@@ -122,8 +153,8 @@ TEST(ModelPose, FrameAtLoopsHoldsAndKeepsToItsLimits) {
 }
 
 void Put(std::string& b, std::uint32_t v, int bytes) {
-    for (int i = 0; i < bytes; ++i) {
-        b += static_cast<char>((v >> (8 * i)) & 0xFF);
+    for (int i = 0; i < bytes; ++i, v >>= 8) {
+        b += static_cast<char>(v & 0xFF);
     }
 }
 
@@ -155,7 +186,7 @@ std::string Bmp(int width, int height, int bits, const std::vector<std::string>&
 }
 
 TEST(ModelPose, DecodeBmp8GivesRgbaRowsFromTheTop) {
-    const std::vector<std::uint8_t> square{255, 0, 0, 255, 0,   255, 0,   255,
+    const std::vector<std::uint8_t> square{255, 0, 0,   255, 0,   255, 0,   255,
                                            0,   0, 255, 255, 255, 255, 255, 255};
     const std::string bottomUp = Bmp(2, 2, 8, {{"\x03\xff\xff\xff", 4}, {"\x01\x02\xff\xff", 4}});
     std::vector<std::uint8_t> maskedSquare = square;
@@ -170,7 +201,7 @@ TEST(ModelPose, DecodeBmp8GivesRgbaRowsFromTheTop) {
         {"bottom-up", bottomUp, false, square},
         {"top-down", Bmp(2, -2, 8, {{"\x01\x02\0\0", 4}, {"\x03\xff\0\0", 4}}), false, square},
         {"rows padded", Bmp(3, 2, 8, {{"\x03\x03\x03\xff", 4}, {"\x01\x01\x02\xff", 4}}), false,
-         std::vector<std::uint8_t>{255, 0, 0,   255, 255, 0, 0,   255, 0, 255, 0, 255,
+         std::vector<std::uint8_t>{255, 0, 0,   255, 255, 0, 0,   255, 0, 255, 0,   255,
                                    0,   0, 255, 255, 0,   0, 255, 255, 0, 0,   255, 255}},
         {"masked 255", bottomUp, true, maskedSquare},
         {"truncated", bottomUp.substr(0, bottomUp.size() - 1), false, std::nullopt},

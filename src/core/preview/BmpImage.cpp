@@ -7,8 +7,8 @@ namespace quarle::preview {
 
 std::optional<TextureImage> DecodeBmp8(std::string_view bytes, bool masked) {
     const BmpHeader h = ReadBmpHeader(bytes);
-    if (!h.Bitmap || h.InfoSize < 40 || h.BitsPerPixel != 8 || h.Compression != 0 ||
-        h.Width <= 0 || h.Height == 0 || !h.PixelsComplete()) {
+    if (!h.Bitmap || h.InfoSize < 40 || h.BitsPerPixel != 8 || h.Compression != 0 || h.Width <= 0 ||
+        h.Height == 0 || !h.PixelsComplete()) {
         return std::nullopt;
     }
     const std::uint32_t colours = h.PaletteColours == 0 ? 256 : h.PaletteColours;
@@ -17,8 +17,9 @@ std::optional<TextureImage> DecodeBmp8(std::string_view bytes, bool masked) {
     }
     const std::size_t width = static_cast<std::size_t>(h.Width);
     const bool topDown = h.Height < 0;
-    const std::size_t height = topDown ? static_cast<std::size_t>(-static_cast<std::int64_t>(h.Height))
-                                       : static_cast<std::size_t>(h.Height);
+    const std::size_t height = topDown
+                                   ? static_cast<std::size_t>(-static_cast<std::int64_t>(h.Height))
+                                   : static_cast<std::size_t>(h.Height);
     const std::size_t stride = (width + 3) / 4 * 4;
     const std::size_t palette = 14 + std::size_t{h.InfoSize};
     const std::size_t pixels = h.PixelOffset;

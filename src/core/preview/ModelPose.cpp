@@ -146,9 +146,18 @@ BoneMatrix BoneMatrix::FromPose(const Vec3& position, const Vec3& rotation) {
     const double sy = std::sin(rotation[1]), cy = std::cos(rotation[1]);
     const double sz = std::sin(rotation[2]), cz = std::cos(rotation[2]);
     BoneMatrix m;
-    m.M = {float(cz * cy), float(cz * sy * sx - sz * cx), float(cz * sy * cx + sz * sx), position[0],
-           float(sz * cy), float(sz * sy * sx + cz * cx), float(sz * sy * cx - cz * sx), position[1],
-           float(-sy),     float(cy * sx),                float(cy * cx),                position[2]};
+    m.M = {float(cz * cy),
+           float(cz * sy * sx - sz * cx),
+           float(cz * sy * cx + sz * sx),
+           position[0],
+           float(sz * cy),
+           float(sz * sy * sx + cz * cx),
+           float(sz * sy * cx - cz * sx),
+           position[1],
+           float(-sy),
+           float(cy * sx),
+           float(cy * cx),
+           position[2]};
     return m;
 }
 
@@ -192,8 +201,7 @@ BoneMatrix BoneMatrix::Inverse() const {
     return inv;
 }
 
-std::vector<BoneMatrix> PoseBones(const Skeleton& skeleton, const SmdModel& animation,
-                                  int frame) {
+std::vector<BoneMatrix> PoseBones(const Skeleton& skeleton, const SmdModel& animation, int frame) {
     const std::size_t n = skeleton.Names.size();
     std::vector<int> parents(n, -1);
     for (std::size_t b = 0; b < n && b < skeleton.Parents.size(); ++b) {
