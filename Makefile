@@ -17,7 +17,7 @@ LAUNCHER   := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMP
 SANITIZE      := -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 FUZZ_SECONDS  ?= 60
-FUZZ_TARGETS  := qc_reader:qc smd_scan:smd smd_reader:smd bmp_header:bmp skeleton:skeleton language:lng
+FUZZ_TARGETS  := qc_reader:qc smd_scan:smd smd_reader:smd bmp_header:bmp bmp8:bmp skeleton:skeleton language:lng
 
 # The Qt-free core cross-built for Windows (mingw-w64) and its tests run under wine.
 WIN_PACKAGES  := g++-mingw-w64-x86-64 wine64 googletest
