@@ -26,6 +26,7 @@
 
 #include <QComboBox>
 #include <QListWidget>
+#include <type_traits>
 
 namespace quarle::ui {
 namespace {
@@ -44,8 +45,7 @@ template <class Page> std::unique_ptr<QWidget> WizardPageAlone(FormNeeds& needs)
     if constexpr (std::is_constructible_v<Page, AppState&, platform::Services&, WizardChain&,
                                           FrmMain&, QWidget*>) {
         // The last pages also write into the main window.
-        page = std::make_unique<Page>(needs.State, needs.Services, *chain, needs.Main,
-                                      &needs.Main);
+        page = std::make_unique<Page>(needs.State, needs.Services, *chain, needs.Main, &needs.Main);
     } else {
         page = std::make_unique<Page>(needs.State, needs.Services, *chain, &needs.Main);
     }
@@ -88,8 +88,8 @@ const std::vector<CataloguedForm>& FormCatalogue() {
         // must not close it.
         {"DlgName", true,
          [](FormNeeds& needs) -> std::unique_ptr<QWidget> {
-             return std::make_unique<DlgName>(needs.State, needs.Services,
-                                              needs.Main.CmbBodyGroup, &needs.Main);
+             return std::make_unique<DlgName>(needs.State, needs.Services, needs.Main.CmbBodyGroup,
+                                              &needs.Main);
          }},
         {"FrmEvents", true, WithMain<FrmEvents>},
         {"DlgAnimExt", true, WithMain<DlgAnimExt>},

@@ -77,11 +77,20 @@ QString Escaped(const std::optional<QString>& text) {
     QString out;
     for (const QChar c : *text) {
         switch (c.unicode()) {
-        case '\\': out += QStringLiteral("\\\\"); break;
-        case '\t': out += QStringLiteral("\\t"); break;
-        case '\n': out += QStringLiteral("\\n"); break;
-        case '\r': out += QStringLiteral("\\r"); break;
-        default: out += c;
+        case '\\':
+            out += QStringLiteral("\\\\");
+            break;
+        case '\t':
+            out += QStringLiteral("\\t");
+            break;
+        case '\n':
+            out += QStringLiteral("\\n");
+            break;
+        case '\r':
+            out += QStringLiteral("\\r");
+            break;
+        default:
+            out += c;
         }
     }
     return out;
@@ -163,8 +172,8 @@ int Compare(const QStringList& built, const QString& committedPath) {
     for (const auto& [key, row] : forms) {
         const auto it = committed.find(key);
         if (it == committed.end()) {
-            std::fprintf(stderr, "%s %s: not in %s\n", qPrintable(key.first),
-                         qPrintable(row.first), qPrintable(committedPath));
+            std::fprintf(stderr, "%s %s: not in %s\n", qPrintable(key.first), qPrintable(row.first),
+                         qPrintable(committedPath));
         } else if (it->second != row) {
             std::fprintf(stderr, "%s %s: the form has \"%s\", %s has %s \"%s\"\n",
                          qPrintable(key.first), qPrintable(row.first), qPrintable(row.second),
@@ -186,8 +195,9 @@ int Compare(const QStringList& built, const QString& committedPath) {
         std::fprintf(stderr, "%s: the controls are in another order than the forms create them\n",
                      qPrintable(committedPath));
     }
-    std::fprintf(stderr, "quarle-form-texts: %s is not the forms' dump; rewrite it with "
-                         "quarle-form-texts %s\n",
+    std::fprintf(stderr,
+                 "quarle-form-texts: %s is not the forms' dump; rewrite it with "
+                 "quarle-form-texts %s\n",
                  qPrintable(committedPath), qPrintable(committedPath));
     return 1;
 }
