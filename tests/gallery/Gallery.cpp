@@ -1,8 +1,12 @@
 // The form gallery: every form that exists, built, started and rendered to
 // PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
 // (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
-// language file is missing or a form asked an unexpected question.
+// language file is missing or a form asked an unexpected question. A form of
+// the catalogue that no scene below shows is rendered as it is built, so a
+// new form is in the gallery from the start.
 #include "GallerySupport.h"
+#include "ui/FormCatalogue.h"
+#include "ui/localisation/ApplyLanguage.h"
 
 #include <QAction>
 #include <QApplication>
@@ -108,6 +112,29 @@ void MainWindowLocalising(const QString& folder, const char* languageFile) {
     Save(&window.Start(), folder, QStringLiteral("FrmMain-Localisation"));
 }
 
+// Every form of the catalogue that no scene showed, built with an empty
+// document, in the language it loads with.
+void CatalogueGallery(const QString& folder, const char* languageFile) {
+    quarle::gallery::Window window(languageFile);
+    FrmMain& main = window.Start();
+    quarle::ui::FormNeeds needs{*window.State, window.Services, window.Settings.Store(), main};
+    for (const quarle::ui::CataloguedForm& catalogued : quarle::ui::FormCatalogue()) {
+        const QString name = QString::fromLatin1(catalogued.Name);
+        if (quarle::gallery::Shown(folder, name)) {
+            continue;
+        }
+        const std::unique_ptr<QWidget> form = catalogued.Make(needs);
+        if (catalogued.AppliesLanguage) {
+            quarle::ui::ApplyLanguage(*window.State, window.Services, form.get());
+        }
+        form->show();
+        Save(form.get(), folder, name);
+        form->hide();
+    }
+    quarle::gallery::ExpectNoPrompts(window.Services,
+                                     QStringLiteral("the catalogue (%1)").arg(languageFile));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -140,6 +167,7 @@ int main(int argc, char** argv) {
         AssistantGallery(folder, language.file);
         LoadReportGallery(folder, language.file);
         LocalisationGallery(folder, language.file);
+        CatalogueGallery(folder, language.file);
     }
     return quarle::gallery::Failures() == 0 ? 0 : 1;
 }

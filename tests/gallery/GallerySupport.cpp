@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QStringList>
 #include <QWidget>
 #include <cstdio>
 
@@ -10,6 +11,7 @@ namespace quarle::gallery {
 namespace {
 
 int failures = 0;
+QStringList saved; // folder/name of each picture written
 
 } // namespace
 
@@ -29,7 +31,18 @@ void Save(QWidget* form, const QString& folder, const QString& name) {
         Fail(QStringLiteral("cannot write %1").arg(path));
     } else {
         std::printf("%s\n", qPrintable(path));
+        saved << QDir(folder).filePath(name);
     }
+}
+
+bool Shown(const QString& folder, const QString& name) {
+    const QString picture = QDir(folder).filePath(name);
+    for (const QString& path : saved) {
+        if (path == picture || path.startsWith(picture + QLatin1Char('-'))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void ExpectNoPrompts(const test::ScriptedServices& services, const QString& what) {

@@ -21,6 +21,8 @@ int Failures();
 
 // Lets pending events run, then writes folder/name.png and prints its path.
 void Save(QWidget* form, const QString& folder, const QString& name);
+// Whether this run saved folder/name.png or a folder/name-*.png.
+bool Shown(const QString& folder, const QString& name);
 
 // Fails when the services recorded any question.
 void ExpectNoPrompts(const test::ScriptedServices& services, const QString& what);

@@ -1,12 +1,17 @@
 #!/usr/bin/env python3
 """Writes the language files data/deutsch.lng and data/english.lng.
 
-The tables below are the one place where the shipped texts are kept: one
-table per form that reads a language file when it loads, the German texts of
-the messages (their keys and English texts are the program's own, read from
-MessageTexts.h), and the table of the 93 global strings. Edit them here and
-run
+A form's German texts are typed once, in the form: its designed captions and
+tool tips. quarle-form-texts (built beside the program) dumps them from every
+form of the catalogue (src/ui/FormCatalogue.cpp) into tools/lng/forms.tsv,
+which is committed, so this script runs without a build. The tables below keep
+the rest: the English text of each form's entries (FORMS), the few places where
+the German file deliberately says something else than the form
+(GERMAN_DIFFERENCES), the German texts of the messages (their keys and English
+texts are the program's own, read from MessageTexts.h), and the table of the
+93 global strings. Edit them here and run
 
+    build/bin/quarle-form-texts tools/lng/forms.tsv  # after a form's texts changed
     python3 tools/lng/generate.py          # rewrite both files
     python3 tools/lng/generate.py --check  # exit 1 when a file is out of date
 
@@ -27,6 +32,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 DATA = ROOT / "data"
+FORM_TEXTS = ROOT / "tools" / "lng" / "forms.tsv"
 KEY_TABLE = ROOT / "src" / "core" / "localisation" / "GlobalStrings.h"
 MESSAGE_TABLE = ROOT / "src" / "core" / "localisation" / "MessageTexts.h"
 MESSAGES_LINE = "Quarle Messages"
@@ -34,6 +40,7 @@ MESSAGES_LINE = "Quarle Messages"
 VERSION = "0.8.4"
 SEPARATOR = "-" * 22
 NA = None  # a property the control doesn't have
+NOT_AVAILABLE = "<not available>"
 
 LANGUAGES = {
     # file name: (column, description, count line key)
@@ -42,293 +49,250 @@ LANGUAGES = {
 }
 
 
-def C(key, de, en, de_tip="", en_tip=""):
+def C(key, en, en_tip=""):
     """A control with a caption and a tool tip (label, button, frame...)."""
-    return (key, (de, en), (de_tip, en_tip))
+    return (key, en, en_tip)
 
 
-def T(key, de_tip, en_tip):
+def T(key, en_tip):
     """A control with a tool tip only (text box, list, combo box, picture)."""
-    return (key, (NA, NA), (de_tip, en_tip))
+    return (key, NA, en_tip)
 
 
-def M(key, de, en):
+def M(key, en):
     """A menu entry: a caption, no tool tip."""
-    return (key, (de, en), (NA, NA))
+    return (key, en, NA)
 
 
 def recent(key):
     """A recent-file menu entry: it always shows the file, whatever stands here."""
-    return (key, ("...", "..."), (NA, NA))
+    return (key, "...", NA)
 
 
-BACK = C("CmdZurueck", "<-- Zurück", "<-- Back")
-CANCEL_WIZARD = C("CmdAbbrechen", "Abbrechen", "Cancel")
-NEXT = C("CmdWeiter", "Weiter -->", "Next -->")
-OK = C("OKButton", "OK", "OK")
-CANCEL = C("CancelButton", "Abbrechen", "Cancel")
+BACK = C("CmdZurueck", "<-- Back")
+CANCEL_WIZARD = C("CmdAbbrechen", "Cancel")
+NEXT = C("CmdWeiter", "Next -->")
+OK = C("OKButton", "OK")
+CANCEL = C("CancelButton", "Cancel")
 
-AXIS_TIP = ("Legt die Achse fest über die Half-Life die Kontrolle übernehmen kann",
-            "Sets the axis about which Half-Life can take control")
-LIMIT_TIP = ("Um wieviel Grad an der Achse gedreht werden kann (z.B. dass der Kopf nicht "
-             "einmal um 360 Grad gedreht werden kann)",
-             "How many degrees it can turn about the axis (e.g. so that a head cannot turn "
+AXIS_TIP = "Sets the axis about which Half-Life can take control"
+LIMIT_TIP = ("How many degrees it can turn about the axis (e.g. so that a head cannot turn "
              "all the way round)")
-LX_TIP = ("($sequence - LX) - Sorgt dafür dass das Modell nach der Animation nicht wieder an "
-          "die Ausgangsposition versetzt wird",
-          "($sequence - LX) - Keeps the model from being put back to its starting position "
+LX_TIP = ("($sequence - LX) - Keeps the model from being put back to its starting position "
           "after the animation")
 
 
 def axes():
-    return [C(f"CtrlAchse({i})", f"{a}-Achse", f"{a} axis", *AXIS_TIP)
-            for i, a in enumerate("XYZ")]
+    return [C(f"CtrlAchse({i})", f"{a} axis", AXIS_TIP) for i, a in enumerate("XYZ")]
 
 
 def skeleton_views():
     """The controls that the attachment and the controller dialog share."""
     return [
-        C("Label6", "Vorderansicht (X,Y)", "Front view (X,Y)"),
-        C("Label7", "Draufsicht (X,Z)", "Top view (X,Z)"),
-        C("Frame2", "Knocheninfos", "Bone"),
-        C("Label8", "X:", "X:"),
-        C("Label9", "Y:", "Y:"),
-        C("Label10", "Z:", "Z:"),
-        C("Label11", "Parent:", "Parent:"),
+        C("Label6", "Front view (X,Y)"),
+        C("Label7", "Top view (X,Z)"),
+        C("Frame2", "Bone"),
+        C("Label8", "X:"),
+        C("Label9", "Y:"),
+        C("Label10", "Z:"),
+        C("Label11", "Parent:"),
     ]
 
 
+# The English of each form's entries, in the order of the sections and of
+# their entries in the files. The German is the form's own (forms.tsv).
 FORMS = [
-    ("FrmMain", ("Quarle", "Quarle"), [
-        C("CmdModeleinst", "Modelleinstellungen", "Model settings",
-          "Massstab, Controller, Augenpos., usw.", "Scale, controllers, eye position, etc."),
-        C("CmdCompile", "Erstelle Modell", "Build model",
-          "Was wohl?", "Saves the script and builds the model with the compiler"),
-        C("FrmPaths", "Pfade", "Paths"),
-        C("LblTexturepath", "Texturenpfad:", "Texture path:"),
-        T("TxtTexturepath",
-          "($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind",
-          "($cdtexture) - Folder that holds the textures of the model"),
-        C("CmdBrowseTexture", "...", "...", "Browse", "Browse"),
-        C("LblModelpath", "Modell-Dateienpfad:", "Model files path:"),
-        T("TxtModelpath",
-          "($cd) - Pfad in dem die mdl-Dateien für das Modell gespeichert sind",
-          "($cd) - Folder that holds the files of the model"),
-        C("CmdBrowseModel", "...", "...", "Browse", "Browse"),
-        C("FrmModelfiles", "Modelldateien", "Model files"),
-        T("LstFiles", "Zur Verfügung stehende Modell-Dateien", "Available model files"),
-        T("FileList", "Zur Verfügung stehende Modell-Dateien", "Available model files"),
-        C("CmdAdd", "", "", "Füge Animation Hinzu", "Add the selected files"),
-        C("CmdDelAnimation", "", "", "Lösche Animation", "Remove the selected entries"),
-        C("TabSmd", "Modeldateien", "Model files"),
-        T("CmbBodyGroup", "Liste der Bodypartgruppen", "Body groups of the model"),
-        C("CmdNewGroup", "Neu", "New",
-          "Fügt eine neue Bodypartgruppe hinzu", "Adds a new body group"),
-        C("CmdDel", "Del", "Delete",
-          "Löscht die markierte Bodypartgruppe", "Deletes the selected body group"),
-        C("CmdRename", "Ren", "Rename"),
-        C("LblParameter", "Parameter:", "Options:"),
-        C("ChkReverse", "Reverse", "Reverse"),
-        T("LstAnimations", "Alle Animationen für ein Modell", "All animations of the model"),
-        C("LblAnimGroup", "Animgruppe:", "Anim group:"),
-        C("LblAnimName", "Name:", "Name:"),
-        T("TxtAnimName", "($sequence) - Name der Animation",
-          "($sequence) - Name of the animation"),
-        C("LblAnimID", "Anim.-ID:", "Activity:"),
+    ("FrmMain", "Quarle", [
+        C("CmdModeleinst", "Model settings", "Scale, controllers, eye position, etc."),
+        C("CmdCompile", "Build model", "Saves the script and builds the model with the compiler"),
+        C("FrmPaths", "Paths"),
+        C("LblTexturepath", "Texture path:"),
+        T("TxtTexturepath", "($cdtexture) - Folder that holds the textures of the model"),
+        C("CmdBrowseTexture", "...", "Browse"),
+        C("LblModelpath", "Model files path:"),
+        T("TxtModelpath", "($cd) - Folder that holds the files of the model"),
+        C("CmdBrowseModel", "...", "Browse"),
+        C("FrmModelfiles", "Model files"),
+        T("LstFiles", "Available model files"),
+        T("FileList", "Available model files"),
+        C("CmdAdd", "", "Add the selected files"),
+        C("CmdDelAnimation", "", "Remove the selected entries"),
+        C("TabSmd", "Model files"),
+        T("CmbBodyGroup", "Body groups of the model"),
+        C("CmdNewGroup", "New", "Adds a new body group"),
+        C("CmdDel", "Delete", "Deletes the selected body group"),
+        C("CmdRename", "Rename"),
+        C("LblParameter", "Options:"),
+        C("ChkReverse", "Reverse"),
+        T("LstAnimations", "All animations of the model"),
+        C("LblAnimGroup", "Anim group:"),
+        C("LblAnimName", "Name:"),
+        T("TxtAnimName", "($sequence) - Name of the animation"),
+        C("LblAnimID", "Activity:"),
         T("TxtAnimID",
-          "Legt den Identifikationsnamen für Vordefinierte Standartfunktion fest, falls "
-          "vorhanden",
           "Sets the activity name of a predefined standard behaviour, if there is one"),
-        C("LblSMDFile", "SmdDatei:", "SMD file:"),
-        C("CmdAnimExt", "Erweitert", "Advanced"),
-        C("CmdWizBack", "Zurück", "Back"),
-        C("CmdNext", "Weiter", "Next"),
-        C("CmdEnd", "Ende", "End"),
-        M("MnuDatei", "&Datei", "&File"),
-        M("MnuDateiNeu", "&Neu", "&New"),
-        M("MnuDateiOeffnen", "&Öffnen", "&Open..."),
-        M("MnuDateiSpeichern", "&Speichern", "&Save"),
-        M("MnuDateiSpeichernunter", "Speichern &unter", "Save &as..."),
-        M("MnuDateiComp", "mdl-Datei &erstellen", "&Build .mdl file"),
-        M("MnuDateiView", "Model mit &Viewer öffnen", "Open model in &viewer"),
-        M("MnuDateiViewCode", "qc-Datei mit &Editor öffnen", "Open .qc file in &editor"),
+        C("LblSMDFile", "SMD file:"),
+        C("CmdAnimExt", "Advanced"),
+        C("CmdWizBack", "Back"),
+        C("CmdNext", "Next"),
+        C("CmdEnd", "End"),
+        M("MnuDatei", "&File"),
+        M("MnuDateiNeu", "&New"),
+        M("MnuDateiOeffnen", "&Open..."),
+        M("MnuDateiSpeichern", "&Save"),
+        M("MnuDateiSpeichernunter", "Save &as..."),
+        M("MnuDateiComp", "&Build .mdl file"),
+        M("MnuDateiView", "Open model in &viewer"),
+        M("MnuDateiViewCode", "Open .qc file in &editor"),
         recent("MnuDateiLast1"),
         recent("MnuDateiLast2"),
         recent("MnuDateiLast3"),
         recent("MnuDateiLast4"),
-        M("MnuDateiBeenden", "&Beenden", "E&xit"),
-        M("MnuEinstellungen", "&Einstellungen", "&Settings"),
-        M("MnuEinstModel", "&Modeleinstellungen", "&Model settings"),
-        M("MnuEinstAllg", "&Allgemeine Einstellungen", "&General settings"),
-        M("MnuWizards", "&Wizards", "&Wizards"),
-        M("MnuWizardsWizAn", "&Wizard an", "&Assistant on"),
-        M("MnuWizardsGrWiz", "&Grundeinstellungen Wizard", "&Base settings wizard"),
-        M("MnuWizardsAnimWiz", "&Animationen Wizard", "&Animation wizard"),
-        M("MnuHilfe", "&Hilfe", "&Help"),
-        M("MnuHilfeUeber", "&Über", "&About"),
+        M("MnuDateiBeenden", "E&xit"),
+        M("MnuEinstellungen", "&Settings"),
+        M("MnuEinstModel", "&Model settings"),
+        M("MnuEinstAllg", "&General settings"),
+        M("MnuWizards", "&Wizards"),
+        M("MnuWizardsWizAn", "&Assistant on"),
+        M("MnuWizardsGrWiz", "&Base settings wizard"),
+        M("MnuWizardsAnimWiz", "&Animation wizard"),
+        M("MnuHilfe", "&Help"),
+        M("MnuHilfeUeber", "&About"),
     ]),
-    ("DlgSettings", ("Allgemeine Einstellungen", "General settings"), [
-        C("FrmPaths", "Pfade", "Paths"),
-        C("LblStudioMDL", "Compiler:", "Compiler:"),
-        T("TxtStudioMDL", "Pfad des Compilers (studiomdl)", "Path of the compiler (studiomdl)"),
-        C("LblModelviewer", "Modelviewer:", "Model viewer:"),
-        T("TxtModelviewer", "Pfad des Modelviewers", "Path of the model viewer"),
-        C("LblEditor", "Texteditor:", "Text editor:"),
-        T("TxtEditor", "Pfad des Texteditors für die qc-Datei",
-          "Path of the text editor for the .qc script"),
-        C("Command1", "...", "...", "Compiler suchen", "Browse for the compiler"),
-        C("Command2", "...", "...", "Modelviewer suchen", "Browse for the model viewer"),
-        C("Command3", "...", "...", "Texteditor suchen", "Browse for the text editor"),
-        T("ImageStudioMDL", "Gefunden und startbar?", "Found, and can it be started?"),
-        T("ImageModelviewer", "Gefunden und startbar?", "Found, and can it be started?"),
-        T("ImageEditor", "Gefunden und startbar?", "Found, and can it be started?"),
-        C("FrmSprache", "Sprache", "Language"),
-        T("CmbLanguage", "Sprache des Programms; die Wahl gilt sofort",
-          "Language of the program; a pick applies at once"),
-        C("LblVersion", "Version:", "Version:"),
-        C("CmdNewLocalisation", "Neue Lokalisierung", "New localisation"),
+    ("DlgSettings", "General settings", [
+        C("FrmPaths", "Paths"),
+        C("LblStudioMDL", "Compiler:"),
+        T("TxtStudioMDL", "Path of the compiler (studiomdl)"),
+        C("LblModelviewer", "Model viewer:"),
+        T("TxtModelviewer", "Path of the model viewer"),
+        C("LblEditor", "Text editor:"),
+        T("TxtEditor", "Path of the text editor for the .qc script"),
+        C("Command1", "...", "Browse for the compiler"),
+        C("Command2", "...", "Browse for the model viewer"),
+        C("Command3", "...", "Browse for the text editor"),
+        T("ImageStudioMDL", "Found, and can it be started?"),
+        T("ImageModelviewer", "Found, and can it be started?"),
+        T("ImageEditor", "Found, and can it be started?"),
+        C("FrmSprache", "Language"),
+        T("CmbLanguage", "Language of the program; a pick applies at once"),
+        C("LblVersion", "Version:"),
+        C("CmdNewLocalisation", "New localisation"),
         # The button names what a click will do, and its click sets these
         # English words itself: the caption stays English in every language.
-        C("CmdLocalisationmode", "Localisationmode on", "Localisationmode on"),
-        C("CmdLocaliseStrings", "", "", "Globale Texte übersetzen", "Translate the global strings"),
+        C("CmdLocalisationmode", "Localisationmode on"),
+        C("CmdLocaliseStrings", "", "Translate the global strings"),
         OK,
         CANCEL,
     ]),
-    ("frmAbout", ("Über", "About"), [
-        C("lblTitle", "Quarle", "Quarle"),
+    ("frmAbout", "About", [
+        C("lblTitle", "Quarle"),
         C("lblDisclaimer",
-          "Quarle erstellt und bearbeitet qc-Dateien für Half-Life-Modelle. Benutzung auf "
-          "eigene Gefahr.",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
-        C("LblFreeware", "Freeware", "Freeware"),
+        C("LblFreeware", "Freeware"),
         # The caption is filled at load with the version string and the
         # program's version.
-        C("LblVersion", "", "", "Version des Programms", "Version of the program"),
-        C("CmdOK", "OK", "OK"),
+        C("LblVersion", "", "Version of the program"),
+        C("CmdOK", "OK"),
     ]),
-    ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
-        C("Label4", "X,Y", "X,Y"),
-        T("PicXYVer", "XY-Verschiebung", "Click to set the X and Y offset"),
-        C("Label5", "X,Z", "X,Z"),
-        T("PicXZVer", "XZ-Verschiebung", "Click to set the X and Z offset"),
-        C("Label1", "X:", "X:"),
-        T("TxtX", "X-Verschiebung", "X offset (Enter takes it)"),
-        C("Label2", "Y:", "Y:"),
-        T("TxtY", "Y-Verschiebung", "Y offset (Enter takes it)"),
-        C("Label3", "Z:", "Z:"),
-        T("TxtZ", "Z-Verschiebung", "Z offset (Enter takes it)"),
+    ("DlgOrigin", "Origin offset", [
+        C("Label4", "X,Y"),
+        T("PicXYVer", "Click to set the X and Y offset"),
+        C("Label5", "X,Z"),
+        T("PicXZVer", "Click to set the X and Z offset"),
+        C("Label1", "X:"),
+        T("TxtX", "X offset (Enter takes it)"),
+        C("Label2", "Y:"),
+        T("TxtY", "Y offset (Enter takes it)"),
+        C("Label3", "Z:"),
+        T("TxtZ", "Z offset (Enter takes it)"),
         OK,
         CANCEL,
     ]),
-    ("DlgController", ("Controller", "Controllers"), skeleton_views() + [
-        T("TxtBone", "Listet die Knochen für das Modell auf", "Lists the bones of the model"),
-        C("Label1", "Controller-Nr.:", "Controller no.:"),
-        T("CmbController", "Wähle eine Controllernummer aus", "Choose a controller number"),
-        C("ChkCtrlAktiv", "Controller an", "Controller on",
-          "Ist Controller aktiv?", "Is the controller active?"),
-        C("Label2", "Knochen an Ctrl.:", "Bone:",
-          "Knochen an dem die Bindung anhängt", "Bone that the controller turns"),
-        C("FrameCtrl", "Controllereinstellungen", "Controller settings"),
+    ("DlgController", "Controllers", skeleton_views() + [
+        T("TxtBone", "Lists the bones of the model"),
+        C("Label1", "Controller no.:"),
+        T("CmbController", "Choose a controller number"),
+        C("ChkCtrlAktiv", "Controller on", "Is the controller active?"),
+        C("Label2", "Bone:", "Bone that the controller turns"),
+        C("FrameCtrl", "Controller settings"),
         *axes(),
-        C("Label3", "Winkelgrenzen:", "Angle limits:"),
-        C("Label4", "Min:", "Min:"),
-        T("TxtLimitMin", *LIMIT_TIP),
-        C("Label5", "Max:", "Max:"),
-        T("TxtLimitMax", *LIMIT_TIP),
+        C("Label3", "Angle limits:"),
+        C("Label4", "Min:"),
+        T("TxtLimitMin", LIMIT_TIP),
+        C("Label5", "Max:"),
+        T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("Wizard2", ("Wizard - Pfade", "Wizard - Paths"), [
+    ("Wizard2", "Wizard - Paths", [
         C("LblHelpText1",
-          "Gib jetz den Pfad an in dem die Texturen für das Modell liegen sowie den Pfad in "
-          "dem die einzelnen smd-Dateien (also die Animations und Referenzdateien) liegen.",
           "Now enter the folder that holds the textures of the model, and the folder that "
           "holds its .smd files (the animation and reference files)."),
-        C("LblHelpText2", "z.B. für den Texturenpfad:", "e.g. for the texture path:"),
-        C("LblHelpText3", r'"c:\modells\meinmodell\texturen"', r'"c:\models\mymodel\textures"'),
-        C("LblHelpText4", "z.B. für den Modell-Dateienpfad:", "e.g. for the model files path:"),
-        C("LblHelpText5", r'"c:\modells\meinmodell"', r'"c:\models\mymodel"'),
-        C("LblTexturepath", "Texturenpfad:", "Texture path:"),
-        T("TxtWiz2Texturenpfad", "Pfad in dem die Texturen des Modells gespeichert sind",
-          "Folder that holds the textures of the model"),
-        C("CmdWiz2Texturenpfad", "...", "..."),
-        C("LblModelpath", "Modell-Dateienpfad:", "Model files path:"),
-        T("TxtWiz2Modelpfad", "Pfad in dem die mdl-Dateien für das Modell gespeichert sind",
-          "Folder that holds the files of the model"),
-        C("CmdWiz2Modelpfad", "...", "..."),
+        C("LblHelpText2", "e.g. for the texture path:"),
+        C("LblHelpText3", r'"c:\models\mymodel\textures"'),
+        C("LblHelpText4", "e.g. for the model files path:"),
+        C("LblHelpText5", r'"c:\models\mymodel"'),
+        C("LblTexturepath", "Texture path:"),
+        T("TxtWiz2Texturenpfad", "Folder that holds the textures of the model"),
+        C("CmdWiz2Texturenpfad", "..."),
+        C("LblModelpath", "Model files path:"),
+        T("TxtWiz2Modelpfad", "Folder that holds the files of the model"),
+        C("CmdWiz2Modelpfad", "..."),
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard3", ("Wizard - Referenzmodell", "Wizard - Reference model"), [
+    ("Wizard3", "Wizard - Reference model", [
         C("LblHelpText1",
-          "Wähle die Referenzmodelldatei, also die smd-Datei die den Körper (nicht bloss die "
-          "Knochen) des Modells enthält, aus.",
           "Choose the reference model: the .smd file that holds the body of the model, not "
           "just its bones."),
-        C("LblModelfiles", "Vorhandene Modelldateien im Modellordner:",
-          "Model files in the model folder:"),
-        C("CmdAssign", "", "", "Ausgewählte Datei als Referenzmodell übernehmen",
-          "Take the selected file as the reference model"),
-        C("LblReferencemodel", "Referenzmodell:", "Reference model:"),
+        C("LblModelfiles", "Model files in the model folder:"),
+        C("CmdAssign", "", "Take the selected file as the reference model"),
+        C("LblReferencemodel", "Reference model:"),
         BACK,
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard4", ("Wizard - Sonstige", "Wizard - Other settings"), [
-        C("FrmScale", "Maßstab", "Scale"),
+    ("Wizard4", "Wizard - Other settings", [
+        C("FrmScale", "Scale"),
         C("LblHelpText1",
-          'Gib den Maßstab in dem das Modell gespeichert werden soll an. Er kann in der Regel '
-          'auf "1" bleiben.',
           'Enter the scale at which the model is to be built. It can usually stay at "1".'),
-        C("LblScale", "Maßstab:", "Scale:"),
-        C("FrmEyes", "Augen", "Eyes"),
+        C("LblScale", "Scale:"),
+        C("FrmEyes", "Eyes"),
         C("LblHelpText2",
-          "Falls das Modell ein Monster oder ein anderes Lebewesen mit Augen ist sollte jetzt "
-          "die XYZ-Koordinate des Modells angegeben werden.",
           "If the model is a monster or another creature with eyes, enter the X, Y and Z "
           "coordinates of its eyes now."),
-        C("ChkWiz4Augen", "Augen", "Eyes"),
+        C("ChkWiz4Augen", "Eyes"),
         BACK,
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard5", ("Wizard", "Wizard"), [
-        C("LblAllRight", "Sind alle Angaben so richtig:", "Is everything right?"),
+    ("Wizard5", "Wizard", [
+        C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
-        C("CmdFertig", "Fertigstellen", "Finish"),
+        C("CmdFertig", "Finish"),
     ]),
-    ("AnimWiz1", ("Animations-Wizard", "Animation wizard"), [
+    ("AnimWiz1", "Animation wizard", [
         C("LblHelpText",
-          "Gib einen Namen für die Animation an. Mit diesem wird die Animation in der fertigen "
-          'mdl-Datei angesprochen. Für eine Sprunganimation zum Beispiel den Namen "jump".',
           "Enter a name for the animation. The finished .mdl file calls the animation by this "
           'name: for a jump, for example, "jump".'),
-        C("LblAnimationname", "Animationsname:", "Animation name:"),
+        C("LblAnimationname", "Animation name:"),
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz2", ("Animations-Wizard", "Animation wizard"), [
+    ("AnimWiz2", "Animation wizard", [
         C("LblHelpText",
-          "Wähl die Modelldatei aus in der die Animation gespeichert ist. Diese muss sich im "
-          "dem Ordner befinden, den du als Modellpfad angegeben hast. Zum Beispiel "
-          '"jump.smd".',
           "Choose the model file that holds the animation. It must lie in the folder that you "
           'gave as the model path, for example "jump.smd".'),
-        C("LblAvailableModels", "Vorhandene Modelldateien im Modellordner:",
-          "Model files in the model folder:"),
-        C("CmdAssignAnimation", "", "", "Ausgewählte Datei als Animationmodell übernehmen",
-          "Take the selected file as the animation file"),
-        C("LblAnimationmodel", "Animationmodell:", "Animation file:"),
+        C("LblAvailableModels", "Model files in the model folder:"),
+        C("CmdAssignAnimation", "", "Take the selected file as the animation file"),
+        C("LblAnimationmodel", "Animation file:"),
         BACK,
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz3", ("Animations-Wizard", "Animation wizard"), [
-        C("FrmAnimationID", "Animations-ID", "Activity"),
+    ("AnimWiz3", "Animation wizard", [
+        C("FrmAnimationID", "Activity"),
         C("LblHelpText1",
-          "Falls die Animation einen Standartvorgang wie zum Beispiel Gehen oder schießen ist, "
-          "kannst du einen entsprechenden Ident- ifikationsnamen für die Animation aus- wählen. "
-          "Dadurch wird diese automatisch ausgeführt wenn das entsprechende Ereigniss eintritt.",
           "If the animation shows a standard action, such as walking or shooting, you can "
           "choose the matching activity for it. The game then plays it by itself whenever "
           "that action happens."),
@@ -336,178 +300,181 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz4", ("Animations-Wizard", "Animation wizard"), [
-        C("FrmFPS", "FramesPerSecond", "Frames per second"),
+    ("AnimWiz4", "Animation wizard", [
+        C("FrmFPS", "Frames per second"),
         C("LblHelpText1",
-          "Mit welcher Geschwindigkeit soll die Animation ablaufen (in Bildern pro Sekunde - "
-          "fps), Standart ist 30.",
           "How fast should the animation run, in frames per second (fps)? The default is 30."),
-        C("LblFPS", "Fps:", "Fps:"),
-        C("FrmFramelilimts", "Framesbegrenzung", "Frame range"),
+        C("LblFPS", "Fps:"),
+        C("FrmFramelilimts", "Frame range"),
         C("LblHelpText2",
-          "Wenn nicht alle Bilder der Animation angezeigt werden sollen, kannst du hier den "
-          "Start- und den Endpunkt für die Animation angeben.",
           "If not every frame of the animation is to be shown, enter its first and last frame "
           "here."),
-        C("ChkAnimWiz4Frame", "Frames:", "Frames:"),
-        C("LblTo", "bis", "to"),
-        C("FrmLoop", "Schleife", "Loop"),
-        C("LblHelpText3", "Soll sich die Animation ständig wiederhohlen?",
-          "Should the animation repeat over and over?"),
-        C("ChkAnimWiz4Schleife", "Schleife", "Loop"),
+        C("ChkAnimWiz4Frame", "Frames:"),
+        C("LblTo", "to"),
+        C("FrmLoop", "Loop"),
+        C("LblHelpText3", "Should the animation repeat over and over?"),
+        C("ChkAnimWiz4Schleife", "Loop"),
         BACK,
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz5", ("Animation-Wizard", "Animation wizard"), [
-        C("LblAllRight", "Sind alle Angaben so richtig:", "Is everything right?"),
+    ("AnimWiz5", "Animation wizard", [
+        C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
-        C("CmdWeiter", "Fertigstellen", "Finish"),
+        C("CmdWeiter", "Finish"),
     ]),
-    ("DlgCompile", ("Compiliere", "Compiling"), [
+    ("DlgCompile", "Compiling", [
         OK,
         # Ends the wait for a compiler that doesn't finish.
-        C("CmdCancel", "Abbrechen", "Cancel"),
-        C("ChkViewAfterCompile", "Model nach dem Kompilieren mit Viewer öffnen",
-          "Open the model in the viewer after compiling"),
+        C("CmdCancel", "Cancel"),
+        C("ChkViewAfterCompile", "Open the model in the viewer after compiling"),
     ]),
-    ("DlgBindung", ("Bindungen", "Attachments"), skeleton_views() + [
-        C("Label1", "Bindungs-Nr.:", "Attachment no.:"),
-        T("CmbBindung", "Wähle eine Attachmentnummer aus", "Choose an attachment number"),
-        C("ChkBndgAktiv", "Bindung an", "Attachment on",
-          "Ist Bindung aktiv?", "Is the attachment active?"),
-        C("Label2", "Knochen an Bndg.:", "Bone:",
-          "Knochen an dem die Bindung anhängt", "Bone that the attachment hangs on"),
-        C("Frame1", "Bindungspunkt", "Attachment point"),
-        C("Label3", "X-Koordinate:", "X coordinate:"),
-        T("TxtBindungX", "Gibt die X-Koordinate der Bindung relativ zum Knochen an",
-          "X coordinate of the attachment, relative to the bone"),
-        C("Label4", "Y-Koordinate:", "Y coordinate:"),
-        T("TxtBindungY", "Gibt die Y-Koordinate der Bindung relativ zum Knochen an",
-          "Y coordinate of the attachment, relative to the bone"),
-        C("Label5", "Z-Koordinate:", "Z coordinate:"),
-        T("TxtBindungZ", "Gibt die Z-Koordinate der Bindung relativ zum Knochen an",
-          "Z coordinate of the attachment, relative to the bone"),
+    ("DlgBindung", "Attachments", skeleton_views() + [
+        C("Label1", "Attachment no.:"),
+        T("CmbBindung", "Choose an attachment number"),
+        C("ChkBndgAktiv", "Attachment on", "Is the attachment active?"),
+        C("Label2", "Bone:", "Bone that the attachment hangs on"),
+        C("Frame1", "Attachment point"),
+        C("Label3", "X coordinate:"),
+        T("TxtBindungX", "X coordinate of the attachment, relative to the bone"),
+        C("Label4", "Y coordinate:"),
+        T("TxtBindungY", "Y coordinate of the attachment, relative to the bone"),
+        C("Label5", "Z coordinate:"),
+        T("TxtBindungZ", "Z coordinate of the attachment, relative to the bone"),
         OK,
     ]),
-    ("DlgModeleinstellungen", ("Modelleinstellungen", "Model settings"), [
-        C("Label2", "Maßstab:", "Scale:",
-          "($scale) - Erstellt das Modell in einem anderen Massstab",
-          "($scale) - Builds the model at another scale"),
-        T("TxtMassstab", "Vergrössert oder verkleinert das Originalmodell (1=Originalgröße)",
-          "Enlarges or shrinks the original model (1 = original size)"),
-        C("ChkAugen", "Augen:", "Eyes:",
-          "($eyeposition) - Position der Augen des Modells",
-          "($eyeposition) - Position of the eyes of the model"),
-        T("TxtAugenX", "X-Koordinate", "X coordinate"),
-        T("TxtAugenY", "Y-Koordinate", "Y coordinate"),
-        T("TxtAugenZ", "Z-Koordinate", "Z coordinate"),
-        C("Label1", "Texturhelligkeit:", "Texture gamma:"),
+    ("DlgModeleinstellungen", "Model settings", [
+        C("Label2", "Scale:", "($scale) - Builds the model at another scale"),
+        T("TxtMassstab", "Enlarges or shrinks the original model (1 = original size)"),
+        C("ChkAugen", "Eyes:", "($eyeposition) - Position of the eyes of the model"),
+        T("TxtAugenX", "X coordinate"),
+        T("TxtAugenY", "Y coordinate"),
+        T("TxtAugenZ", "Z coordinate"),
+        C("Label1", "Texture gamma:"),
         T("TxtGamma",
-          "($gamma) - Legt die Helligkeit sämtlicher Texturen des Modells fest - Standart ist "
-          "1.8",
           "($gamma) - Sets the brightness of all textures of the model - the default is 1.8"),
-        C("ChkExtTex", "Speichere Texturen extra", "Store textures separately",
-          "($externaltextures) - Die Texturen werden ausserhalb des Modells als extra Dateien "
-          "gespeichert",
+        C("ChkExtTex", "Store textures separately",
           "($externaltextures) - The textures are stored outside the model, in files of their "
           "own"),
-        C("ChkSequenceGroupSize", "Split Modeldatei:", "Split model file:"),
-        C("LblKB", "KB", "KB"),
-        C("CmdAttachment", "Attachments", "Attachments",
-          '($attachment) - Gibt einen stellen am Modell an an denen Sprites, Munitionshülsen '
-          'oder sonstiges "rauskommen"',
+        C("ChkSequenceGroupSize", "Split model file:"),
+        C("LblKB", "KB"),
+        C("CmdAttachment", "Attachments",
           "($attachment) - Marks places on the model where sprites, shells or anything else "
           "come out"),
-        C("CmdController", "Controller", "Controllers",
-          "($controller) - Überträgt die Kontrolle eines Bones an Half-Life (z.B. Drehung des "
-          "Kopfes zum Gegner)",
+        C("CmdController", "Controllers",
           "($controller) - Hands control of a bone to Half-Life (e.g. turning the head towards "
           "an enemy)"),
-        C("CmdTextureGroup", "Alt. Texturen", "Alt. textures"),
-        C("CmdTexturemode", "Texturmodi", "Texture modes"),
+        C("CmdTextureGroup", "Alt. textures"),
+        C("CmdTexturemode", "Texture modes"),
         OK,
     ]),
-    ("DlgName", ("Gib den Namen der Gruppe ein", "Enter the name of the group"), [
-        C("Label1", "Gruppenname:", "Group name:"),
-        C("CmdOK", "Hinzufügen", "Add"),
-        C("CmdAbbrechen", "Abbrechen", "Cancel"),
+    ("DlgName", "Enter the name of the group", [
+        C("Label1", "Group name:"),
+        C("CmdOK", "Add"),
+        C("CmdAbbrechen", "Cancel"),
     ]),
-    ("FrmEvents", ("Events", "Events"), [
-        C("CmdDel", "", "", "Lösche Animation", "Deletes the selected events"),
-        C("LblFrame", "Frame:", "Frame:"),
-        C("LblParameter", "Parameter:", "Parameter:"),
+    ("FrmEvents", "Events", [
+        C("CmdDel", "", "Deletes the selected events"),
+        C("LblFrame", "Frame:"),
+        C("LblParameter", "Parameter:"),
         # No code writes these two labels: only the language file fills them.
-        C("LblDescription", "Beschreibung:", "Description:"),
+        C("LblDescription", "Description:"),
         C("LblBeschreibung",
-          "Wähle Events aus der Liste aus und füge sie mit dem Pfeil der Animation hinzu. "
-          "Markiere ein Event der Animation, um seinen Frame und seinen Parameter (Sound, Satz "
-          "oder Zielname, je nach Event) einzugeben.",
           "Pick events in the list and add them to the animation with the arrow. Select an "
           "event of the animation to enter its frame and its parameter (a sound, a sentence or "
           "a target name, as the event needs)."),
-        C("CmdOK", "OK", "OK"),
+        C("CmdOK", "OK"),
     ]),
-    ("DlgAnimExt", ("Erweiterte Animationseigenschaften", "Advanced animation properties"), [
-        C("Label6", "Fps:", "Fps:"),
-        T("Text6",
-          "($sequence...fps) - Gibt die Geschwindigkeit an mit der die Animation abgespielt wird",
-          "($sequence ... fps) - Speed at which the animation is played"),
-        C("Label7", "Rotation:", "Rotation:"),
-        C("Label2", "Maßstab:", "Scale:"),
-        C("Check1", "Schleife", "Loop",
-          "($sequence...looped) - Die Animation wird ständig wiederhohlt",
-          "($sequence ... loop) - The animation repeats over and over"),
-        C("ChkLX", "LX", "LX", *LX_TIP),
-        C("ChkLY", "LY", "LY", *LX_TIP),
-        C("ChkLZ", "LZ", "LZ", *LX_TIP),
-        C("ChkFrameGrenze", "Frames:", "Frames:",
-          "Benutze nur bestimmte Frames der Animation", "Use only some of the frames"),
-        T("TxtMinFrame", "Start", "First frame"),
-        C("Label8", "bis", "to"),
-        T("TxtMaxFrame", "Ende", "Last frame"),
-        C("CmdEvents", "Events", "Events"),
-        C("CmdOrigin", "XYZ-Versch.", "XYZ offset",
-          "($sequence - origin) - Verschiebt die Nullkoordinaten des Modells",
-          "($sequence - origin) - Moves the origin of the model"),
-        C("ChkBlend", "Animationblending", "Animation blending"),
-        C("Label1", "SMD-Datei:", "SMD file:"),
-        C("FrameCtrl", "Blending-Einstellungen", "Blending settings"),
+    ("DlgAnimExt", "Advanced animation properties", [
+        C("Label6", "Fps:"),
+        T("Text6", "($sequence ... fps) - Speed at which the animation is played"),
+        C("Label7", "Rotation:"),
+        C("Label2", "Scale:"),
+        C("Check1", "Loop", "($sequence ... loop) - The animation repeats over and over"),
+        C("ChkLX", "LX", LX_TIP),
+        C("ChkLY", "LY", LX_TIP),
+        C("ChkLZ", "LZ", LX_TIP),
+        C("ChkFrameGrenze", "Frames:", "Use only some of the frames"),
+        T("TxtMinFrame", "First frame"),
+        C("Label8", "to"),
+        T("TxtMaxFrame", "Last frame"),
+        C("CmdEvents", "Events"),
+        C("CmdOrigin", "XYZ offset", "($sequence - origin) - Moves the origin of the model"),
+        C("ChkBlend", "Animation blending"),
+        C("Label1", "SMD file:"),
+        C("FrameCtrl", "Blending settings"),
         *axes(),
-        C("Label3", "Grenzen:", "Limits:"),
-        C("Label4", "Min:", "Min:"),
-        T("TxtLimitMin", *LIMIT_TIP),
-        C("Label5", "Max:", "Max:"),
-        T("TxtLimitMax", *LIMIT_TIP),
+        C("Label3", "Limits:"),
+        C("Label4", "Min:"),
+        T("TxtLimitMin", LIMIT_TIP),
+        C("Label5", "Max:"),
+        T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("DlgRenameGroup", ("Gruppe umbenennen", "Rename group"), [
-        C("Label1", "Neue Bezeichnung für Gruppe:", "New name of the group:"),
+    ("DlgRenameGroup", "Rename group", [
+        C("Label1", "New name of the group:"),
         OK,
         CANCEL,
     ]),
     # The two texture dialogs keep their designed captions at load; their
     # sections are here for the language editor, which rewrites them.
-    ("DlgTextureGroup", ("Texturvariationen", "Texture variations"), [
-        C("LblTexturegroup", "Variation:", "Variation:"),
-        C("FrmVariation", "Variation", "Variation"),
-        C("LblTextur", "Zu ändernde Textur:", "Texture to change:"),
-        C("ChkChangeTo", "Ändern zu:", "Change to:"),
-        C("LblPreview", "Vorschau:", "Preview:"),
+    ("DlgTextureGroup", "Texture variations", [
+        C("LblTexturegroup", "Variation:"),
+        C("FrmVariation", "Variation"),
+        C("LblTextur", "Texture to change:"),
+        C("ChkChangeTo", "Change to:"),
+        C("LblPreview", "Preview:"),
         OK,
     ]),
-    ("DlgTexturemode", ("Texturemodes", "Texture modes"), [
-        C("LblTextures", "Texturen:", "Textures:"),
-        C("FrmRenderMode", "Rendermode:", "Render mode:"),
-        C("OptModes(0)", "Normal", "Normal"),
-        C("OptModes(1)", "Masked", "Masked"),
-        C("OptModes(2)", "Additive", "Additive"),
-        C("LblWarning", "Achtung diese Funktion wird nicht von jedem Compiler unterstützt!",
-          "Warning: not every compiler supports this function!"),
+    ("DlgTexturemode", "Texture modes", [
+        C("LblTextures", "Textures:"),
+        C("FrmRenderMode", "Render mode:"),
+        C("OptModes(0)", "Normal"),
+        C("OptModes(1)", "Masked"),
+        C("OptModes(2)", "Additive"),
+        C("LblWarning", "Warning: not every compiler supports this function!"),
         OK,
     ]),
 ]
+
+# Where the German file says something else than the form as it is built: a
+# text that only the language file gives, or one that the form's load
+# replaces. (form, control key or "Titel", "caption" or "tip"): the German.
+GERMAN_DIFFERENCES = {
+    # The recent-file entries show the files; their designed caption is empty.
+    **{("FrmMain", f"MnuDateiLast{i}", "caption"): "..." for i in range(1, 5)},
+    # The designed title is the designer's placeholder.
+    ("DlgSettings", "Titel", "caption"): "Allgemeine Einstellungen",
+    ("DlgRenameGroup", "Titel", "caption"): "Gruppe umbenennen",
+    # Set by the load before anything shows it.
+    ("DlgCompile", "Titel", "caption"): "Compiliere",
+    # Tool tips that only the language file gives.
+    ("DlgSettings", "TxtStudioMDL", "tip"): "Pfad des Compilers (studiomdl)",
+    ("DlgSettings", "TxtModelviewer", "tip"): "Pfad des Modelviewers",
+    ("DlgSettings", "TxtEditor", "tip"): "Pfad des Texteditors für die qc-Datei",
+    ("DlgSettings", "Command1", "tip"): "Compiler suchen",
+    ("DlgSettings", "Command2", "tip"): "Modelviewer suchen",
+    ("DlgSettings", "Command3", "tip"): "Texteditor suchen",
+    ("DlgSettings", "CmbLanguage", "tip"): "Sprache des Programms; die Wahl gilt sofort",
+    ("DlgSettings", "CmdLocaliseStrings", "tip"): "Globale Texte übersetzen",
+    ("frmAbout", "LblVersion", "tip"): "Version des Programms",
+    # The marks' tips: the form adds a second line with what it found.
+    ("DlgSettings", "ImageStudioMDL", "tip"): "Gefunden und startbar?",
+    ("DlgSettings", "ImageModelviewer", "tip"): "Gefunden und startbar?",
+    ("DlgSettings", "ImageEditor", "tip"): "Gefunden und startbar?",
+    # Filled at load with the version string and the program's version.
+    ("frmAbout", "LblVersion", "caption"): "",
+    # A value keeps no outer blanks; the form puts a blank before the path.
+    ("Wizard2", "LblHelpText3", "caption"): '"c:\\modells\\meinmodell\\texturen"',
+    ("Wizard2", "LblHelpText5", "caption"): '"c:\\modells\\meinmodell"',
+    # No code writes these two labels: only the language file fills them.
+    ("FrmEvents", "LblDescription", "caption"): "Beschreibung:",
+    ("FrmEvents", "LblBeschreibung", "caption"):
+        "Wähle Events aus der Liste aus und füge sie mit dem Pfeil der Animation hinzu. "
+        "Markiere ein Event der Animation, um seinen Frame und seinen Parameter (Sound, Satz "
+        "oder Zielname, je nach Event) einzugeben.",
+}
 
 # The German texts of the messages beyond the key table. %1, %2, ... are the
 # variable parts, in the order the English text has them.
@@ -884,7 +851,72 @@ def messages():
     return [(key, GERMAN_MESSAGES.get(key), en) for key, en in message_table()]
 
 
-def check_tables():
+def read_form_texts(path):
+    """{form: [(key, caption, tip), ...]} of the dump, in its order; NA where
+    the control doesn't have the property."""
+    escapes = {"t": "\t", "n": "\n", "r": "\r", "\\": "\\"}
+
+    def text(field):
+        if field == NOT_AVAILABLE:
+            return NA
+        return re.sub(r"\\(.)", lambda m: escapes[m.group(1)], field)
+
+    forms = {}
+    for line in path.read_text(encoding="utf-8").splitlines():
+        if not line or line.startswith("#"):
+            continue
+        fields = line.split("\t")
+        if len(fields) != 4:
+            sys.exit(f"generate.py: {path.name}: not form, control, caption, tool tip: {line!r}")
+        form, key, caption, tip = fields
+        forms.setdefault(form, []).append((key, text(caption), text(tip)))
+    return forms
+
+
+def form_sections(form_texts):
+    """(form, (German, English title), [(key, captions, tips), ...]) of every
+    form: the German from the dump and GERMAN_DIFFERENCES, the English from
+    FORMS."""
+    if [name for name, _, _ in FORMS] != list(form_texts):
+        sys.exit("generate.py: FORMS does not name the forms of forms.tsv in their order: "
+                 f"{list(form_texts)}")
+    used = set()
+
+    def german(form, key, prop, designed):
+        if (form, key, prop) in GERMAN_DIFFERENCES:
+            used.add((form, key, prop))
+            if designed == GERMAN_DIFFERENCES[(form, key, prop)]:
+                sys.exit(f"generate.py: {form} {key}: the {prop} is the designed one, "
+                         "not a difference")
+            return GERMAN_DIFFERENCES[(form, key, prop)]
+        return designed
+
+    sections = []
+    for name, title, rows in FORMS:
+        designed = {key: (caption, tip) for key, caption, tip in form_texts[name]}
+        entries = []
+        for key, caption, tip in rows:
+            if key not in designed:
+                sys.exit(f"generate.py: {name} has no control {key}")
+            de_caption, de_tip = designed[key]
+            if (caption is NA) != (de_caption is NA) or (tip is NA) != (de_tip is NA):
+                sys.exit(f"generate.py: {name} {key}: give a text for each property the "
+                         "control has, and none for the others")
+            entries.append((key, (german(name, key, "caption", de_caption), caption),
+                            (german(name, key, "tip", de_tip), tip)))
+        named = {key for key, _, _ in rows}
+        for key, (caption, tip) in designed.items():
+            if key != "Titel" and (caption or tip) and key not in named:
+                sys.exit(f"generate.py: {name} {key} has a designed text but no English one")
+        de_title = german(name, "Titel", "caption", designed["Titel"][0])
+        sections.append((name, (de_title, title), entries))
+    if used != set(GERMAN_DIFFERENCES):
+        sys.exit(f"generate.py: GERMAN_DIFFERENCES names what no form has: "
+                 f"{sorted(set(GERMAN_DIFFERENCES) - used)}")
+    return sections
+
+
+def check_tables(sections):
     keys = key_table()
     table = message_table()
     if not table or {k for k, _ in table} != set(GERMAN_MESSAGES):
@@ -898,12 +930,16 @@ def check_tables():
             sys.exit(f"generate.py: {key} does not have the placeholders {placeholders}")
     if len(keys) != 94 or [k for k, _, _ in GLOBAL_STRINGS] != keys[1:]:
         sys.exit("generate.py: the global strings do not follow the key table")
-    for name, _, rows in FORMS:
+    for name, titles, rows in sections:
         seen = set()
-        for key, _, _ in rows:
+        for key, captions, tips in rows:
             if key.upper() in seen:
                 sys.exit(f"generate.py: {name} names {key} twice")
             seen.add(key.upper())
+            for text in (*captions, *tips):
+                if text is not NA and (text != text.strip(" ") or "\n" in text):
+                    sys.exit(f"generate.py: {name} {key}: a value cannot keep outer blanks or "
+                             f"a line break: {text!r}")
     for _, de, en in GLOBAL_STRINGS:
         for text in (de, en):
             if text != text.strip(" ") or "\n" in text:
@@ -911,12 +947,12 @@ def check_tables():
 
 
 def value(text):
-    return "<not available>" if text is NA else text
+    return NOT_AVAILABLE if text is NA else text
 
 
-def lines_for(column, description, count_key):
+def lines_for(sections, column, description, count_key):
     out = [f"Version = {VERSION}", f"InfoForThis = {description}"]
-    for name, titles, rows in FORMS:
+    for name, titles, rows in sections:
         out.append(name)
         out.append(f"Titel = {titles[column]}")
         for key, captions, tips in rows:
@@ -936,19 +972,20 @@ def lines_for(column, description, count_key):
     return out
 
 
-def render(file_name):
+def render(sections, file_name):
     column, description, count_key = LANGUAGES[file_name]
-    text = "".join(line + "\r\n" for line in lines_for(column, description, count_key))
-    return text.encode("cp1252")
+    lines = lines_for(sections, column, description, count_key)
+    return "".join(line + "\r\n" for line in lines).encode("cp1252")
 
 
 def main(argv):
-    check_tables()
+    sections = form_sections(read_form_texts(FORM_TEXTS))
+    check_tables(sections)
     check_only = "--check" in argv[1:]
     stale = []
     for file_name in LANGUAGES:
         path = DATA / file_name
-        data = render(file_name)
+        data = render(sections, file_name)
         if check_only:
             if not path.exists() or path.read_bytes() != data:
                 stale.append(file_name)

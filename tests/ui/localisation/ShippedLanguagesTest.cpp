@@ -6,108 +6,19 @@
 #include "platform/Reflection.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
-#include "ui/dialogs/DlgAnimExt.h"
-#include "ui/dialogs/DlgModeleinstellungen.h"
-#include "ui/dialogs/DlgOrigin.h"
-#include "ui/dialogs/FrmEvents.h"
+#include "ui/FormCatalogue.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/mainwindow/FrmMain.h"
 
-#include <QAction>
 #include <QDir>
 #include <QTabWidget>
-#include <functional>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
 #include <set>
-
-#include "ui/compile/DlgCompile.h"
-#include "ui/dialogs/DlgBindung.h"
-#include "ui/dialogs/DlgController.h"
-#include "ui/wizards/AnimWiz1.h"
-#include "ui/wizards/AnimWiz2.h"
-#include "ui/wizards/AnimWiz3.h"
-#include "ui/wizards/AnimWiz4.h"
-#include "ui/wizards/AnimWiz5.h"
-#include "ui/wizards/Wizard2.h"
-#include "ui/wizards/Wizard3.h"
-#include "ui/wizards/Wizard4.h"
-#include "ui/wizards/Wizard5.h"
-
-#include "ui/localisation/DlgSettings.h"
-#include "ui/localisation/frmAbout.h"
+#include <vector>
 
 namespace quarle::ui {
 namespace {
-
-struct Env {
-    AppState& State;
-    platform::Services& Services;
-    platform::SettingsStore& Settings;
-};
-using FormFactory = std::function<std::unique_ptr<QWidget>(Env&)>;
-
-// A dialog that works through the main window, with a main window of its own
-// that goes with it.
-template <class Dialog> std::unique_ptr<QWidget> WithMain(Env& env) {
-    auto main = std::make_unique<FrmMain>(env.State, env.Services, env.Settings);
-    auto dialog = std::make_unique<Dialog>(env.State, env.Services, *main);
-    main.release()->setParent(dialog.get(), Qt::Window);
-    return dialog;
-}
-// A wizard page on its own, outside a run.
-template <class Page> FormFactory WizardPage() {
-    return [](Env& env) -> std::unique_ptr<QWidget> {
-        static WizardChain chain(nullptr, {});
-        return std::make_unique<Page>(env.State, env.Services, chain);
-    };
-}
-// The last pages also write into the main window, which goes with them.
-template <class Page> FormFactory LastWizardPage() {
-    return [](Env& env) -> std::unique_ptr<QWidget> {
-        static WizardChain chain(nullptr, {});
-        auto* main = new FrmMain(env.State, env.Services, env.Settings);
-        auto page = std::make_unique<Page>(env.State, env.Services, chain, *main);
-        QObject::connect(page.get(), &QObject::destroyed, [main] { delete main; });
-        return page;
-    };
-}
-
-// Every form that reads a language file.
-const std::map<std::string, FormFactory>& Forms() {
-    static const std::map<std::string, FormFactory> forms = {
-        {"FrmMain",
-         [](Env& env) { return std::make_unique<FrmMain>(env.State, env.Services, env.Settings); }},
-        {"DlgModeleinstellungen", WithMain<DlgModeleinstellungen>},
-        {"DlgAnimExt", WithMain<DlgAnimExt>},
-        {"FrmEvents", WithMain<FrmEvents>},
-        {"DlgOrigin", WithMain<DlgOrigin>},
-        {"DlgCompile",
-         [](Env& env) { return std::make_unique<DlgCompile>(env.State, env.Services, 0); }},
-        {"DlgBindung", WithMain<DlgBindung>},
-        {"DlgController", WithMain<DlgController>},
-        {"Wizard2", WizardPage<Wizard2>()},
-        {"Wizard3", WizardPage<Wizard3>()},
-        {"Wizard4", WizardPage<Wizard4>()},
-        {"Wizard5", LastWizardPage<Wizard5>()},
-        {"AnimWiz1", WizardPage<AnimWiz1>()},
-        {"AnimWiz2", WizardPage<AnimWiz2>()},
-        {"AnimWiz3", WizardPage<AnimWiz3>()},
-        {"AnimWiz4", WizardPage<AnimWiz4>()},
-        {"AnimWiz5", LastWizardPage<AnimWiz5>()},
-        {"DlgSettings",
-         [](Env& env) -> std::unique_ptr<QWidget> {
-             auto* main = new FrmMain(env.State, env.Services, env.Settings);
-             auto dialog = std::make_unique<DlgSettings>(env.State, env.Services, *main);
-             main->setParent(dialog.get(), Qt::Window); // goes with the dialog
-             return dialog;
-         }},
-        {"frmAbout",
-         [](Env& env) { return std::make_unique<frmAbout>(env.State, env.Services); }},
-    };
-    return forms;
-}
 
 std::string Upper(const QString& s) {
     return s.toUpper().toStdString();
@@ -137,21 +48,36 @@ protected:
     test::ScriptedServices services;
     test::TempSettings settings;
     std::unique_ptr<AppState> state = std::make_unique<AppState>();
-    Env env{*state, services, settings.Store()};
+    FrmMain main{*state, services, settings.Store()};
+    FormNeeds needs{*state, services, settings.Store(), main};
     LngContents contents;
 };
 
+// Each file has one section per form of the catalogue, in its order, and no
+// other.
+TEST_P(ShippedLanguage, HasTheSectionsOfTheCatalogue) {
+    std::vector<std::string> forms;
+    for (const CataloguedForm& form : FormCatalogue()) {
+        forms.emplace_back(form.Name);
+    }
+    std::vector<std::string> sections;
+    for (const LngSection& section : contents.Sections) {
+        sections.push_back(section.Name);
+    }
+    EXPECT_EQ(sections, forms);
+}
+
 TEST_P(ShippedLanguage, CoversEveryControlOfEveryForm) {
-    for (const auto& [name, make] : Forms()) {
-        SCOPED_TRACE(name);
-        const LngSection* section = Section(name);
+    for (const CataloguedForm& catalogued : FormCatalogue()) {
+        SCOPED_TRACE(catalogued.Name);
+        const LngSection* section = Section(catalogued.Name);
         ASSERT_NE(section, nullptr);
         std::set<std::string> keys;
         for (const LngEntry& entry : section->Entries) {
             keys.insert(Upper(QString::fromStdString(entry.Key)));
         }
 
-        const std::unique_ptr<QWidget> form = make(env);
+        const std::unique_ptr<QWidget> form = catalogued.Make(needs);
         std::set<std::string> controls;
         for (const platform::ControlInfo& control : platform::ControlsOf(form.get())) {
             controls.insert(Upper(control.Key()));
@@ -172,14 +98,15 @@ TEST_P(ShippedLanguage, CoversEveryControlOfEveryForm) {
 // (How each entry lands on its control is the reader's own test; here the
 // shipped files go through without a warning and leave no string empty.)
 TEST_P(ShippedLanguage, AppliesWithoutWarningAndFillsEveryString) {
-    for (const auto& [name, make] : Forms()) {
-        SCOPED_TRACE(name);
-        const std::unique_ptr<QWidget> form = make(env);
+    for (const CataloguedForm& catalogued : FormCatalogue()) {
+        SCOPED_TRACE(catalogued.Name);
+        const std::unique_ptr<QWidget> form = catalogued.Make(needs);
         ApplyLanguage(*state, services, form.get());
         EXPECT_TRUE(services.Prompts().isEmpty());
-        EXPECT_EQ(form->windowTitle().toStdString(), Section(name)->Entries[0].Value);
+        const LngSection* section = Section(catalogued.Name);
+        ASSERT_NE(section, nullptr);
+        EXPECT_EQ(form->windowTitle().toStdString(), section->Entries[0].Value);
     }
-    FrmMain main(*state, services, settings.Store());
     ApplyLanguage(*state, services, &main);
     const auto* tabs = qobject_cast<QTabWidget*>(platform::FindControl(&main, "TabSmd"));
     ASSERT_NE(tabs, nullptr);
