@@ -170,18 +170,9 @@ DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& mai
 
 DlgOrigin::~DlgOrigin() = default;
 
-AnimRec* DlgOrigin::Current() {
-    const std::optional<int> g = main_.AnimGroup();
-    const int s = main_.LstAnimations->currentRow();
-    if (!g || s < 0 || s > limits::LastAnimSlot) {
-        return nullptr;
-    }
-    return &state_.Doc.Anims[static_cast<std::size_t>(*g)][static_cast<std::size_t>(s)];
-}
-
 void DlgOrigin::Form_Load() {
     LoadLanguage();
-    const AnimRec* anim = Current();
+    const AnimRec* anim = main_.CurrentAnim();
     const std::array<i16, 3> record =
         anim != nullptr ? std::array<i16, 3>{anim->OriginX, anim->OriginY, anim->OriginZ}
                         : std::array<i16, 3>{0, 0, 0};
@@ -276,7 +267,7 @@ void DlgOrigin::TxtZ_KeyPress(int& keyAscii) {
 }
 
 void DlgOrigin::OKButton_Click() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim != nullptr) {
         // The sum is of what will be stored: a number beyond the view counts
         // with its own value, not with the view's edge that the copy holds.

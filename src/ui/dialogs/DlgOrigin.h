@@ -16,10 +16,6 @@ class QLabel;
 class QLineEdit;
 class QTimer;
 
-namespace quarle {
-struct AnimRec;
-}
-
 namespace quarle::ui {
 
 class FrmMain;
@@ -85,7 +81,6 @@ public:
 private:
     void Form_Load();
     void DrawOrigin();
-    AnimRec* Current();
     // Enter in a box: the working copy of the axis takes the box's number.
     void TakeNumber(QLineEdit* box, i16& copy, int axis);
 
