@@ -2,6 +2,7 @@
 
 #include "document/NumberText.h"
 #include "document/SmdScan.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 #include "ui/wizards/AnimWiz2.h"
 
@@ -100,7 +101,7 @@ void AnimWiz4::Form_Activate() {
     const AnimWiz2* file = chain_.Find<AnimWiz2>();
     if (file != nullptr) {
         // A file that cannot be read leaves the count of the file before.
-        ScanSmdFrames(PathToDocument(file->TxtAnimWiz2AnimModelLong->text()),
+        ScanSmdFrames(platform::ToCp1252Marked(file->TxtAnimWiz2AnimModelLong->text()),
                       state_.Doc.SmdFrameCount);
     }
     TxtAnimWiz4FrameEnd->setText(QString::number(state_.Doc.SmdFrameCount));

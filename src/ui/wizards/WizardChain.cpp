@@ -2,7 +2,6 @@
 
 #include "document/Paths.h"
 #include "document/Text.h"
-#include "localisation/Cp1252.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
@@ -297,23 +296,18 @@ QStringList SmdFilesOf(const QString& folder) {
         return {};
     }
     QStringList names;
-    for (const std::string& name : paths::ListFiles(PathToDocument(folder), ".smd")) {
+    for (const std::string& name : paths::ListFiles(platform::ToCp1252Marked(folder), ".smd")) {
         names.append(platform::FromCp1252(name));
     }
     return names;
 }
 
 QString InFolder(const QString& folder, const QString& name) {
-    return platform::FromCp1252(paths::Join(PathToDocument(folder), PathToDocument(name)));
+    return platform::FromCp1252(paths::Join(platform::ToCp1252Marked(folder), platform::ToCp1252Marked(name)));
 }
 
 bool FileExistsAt(const QString& path) {
-    return !path.isEmpty() && paths::FileExists(PathToDocument(path));
-}
-
-std::string PathToDocument(const QString& folder) {
-    // A name cp1252 cannot hold keeps '?' in its place, as the main window's paths do.
-    return platform::ToCp1252(folder).value_or(Utf8ToCp1252(folder.toStdString()));
+    return !path.isEmpty() && paths::FileExists(platform::ToCp1252Marked(path));
 }
 
 QString PathFromDocument(const std::string& folder) {
@@ -321,7 +315,7 @@ QString PathFromDocument(const std::string& folder) {
 }
 
 bool FileReadable(const QString& path) {
-    const std::optional<std::string> resolved = paths::Resolve(PathToDocument(path));
+    const std::optional<std::string> resolved = paths::Resolve(platform::ToCp1252Marked(path));
     if (!resolved) {
         return false;
     }

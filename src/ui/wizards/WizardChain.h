@@ -141,9 +141,8 @@ QStringList SmdFilesOf(const QString& folder);
 // folder + separator + name, for a file of the folder.
 QString InFolder(const QString& folder, const QString& name);
 bool FileExistsAt(const QString& path);
-// Folders cross into the document as the main window's own folder picks
-// store them, so that both build the same file paths from them.
-std::string PathToDocument(const QString& folder);
+// Folders cross into the document as platform::ToCp1252Marked makes them,
+// as the main window's own folder picks store them.
 QString PathFromDocument(const std::string& folder);
 // The file can be opened for reading.
 bool FileReadable(const QString& path);
