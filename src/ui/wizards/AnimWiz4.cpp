@@ -4,6 +4,7 @@
 #include "document/SmdScan.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "ui/dialogs/NumberKeys.h"
 #include "ui/wizards/AnimWiz2.h"
 
 #include <QCheckBox>
@@ -62,7 +63,7 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
 
     for (QLineEdit* box : {TxtAnimWiz4FpS, TxtAnimWiz4FrameStart, TxtAnimWiz4FrameEnd}) {
         box->setFixedWidth(60);
-        FilterWizardNumberKeys(box, 0);
+        FilterKeys(box, 0, Pasted::Filtered, Enter::Passes);
     }
     auto* fps = new QGridLayout(FrmFPS);
     fps->addWidget(LblHelpText1, 0, 0, 1, 3);

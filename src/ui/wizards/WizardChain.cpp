@@ -1,7 +1,6 @@
 #include "ui/wizards/WizardChain.h"
 
 #include "document/Paths.h"
-#include "document/Text.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
@@ -9,7 +8,6 @@
 #include <QFile>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -26,42 +24,6 @@ namespace {
 // a larger picture is scaled down into it.
 constexpr int PictureWidth = 160;
 constexpr int PictureHeight = 240;
-
-class KeyFilter : public QObject {
-public:
-    KeyFilter(QLineEdit* box, int flags) : QObject(box), flags_(flags) {}
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress) {
-            return false;
-        }
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->text().size() != 1 || (key->modifiers() & Qt::ControlModifier) != 0) {
-            return false; // arrows, Delete, shortcuts
-        }
-        const QChar typed = key->text().front();
-        if (typed.unicode() == 8 || key->key() == Qt::Key_Backspace) {
-            return false;
-        }
-        int code = typed.unicode() < 128 ? typed.unicode() : 0;
-        if (code < 32) {
-            return false; // Enter, Tab and the like reach the form
-        }
-        FilterKey(code, flags_);
-        if (code == 0) {
-            return true;
-        }
-        if (code != typed.unicode()) {
-            // The comma that became a point.
-            static_cast<QLineEdit*>(watched)->insert(QString(QChar(code)));
-            return true;
-        }
-        return false;
-    }
-
-private:
-    int flags_;
-};
 
 } // namespace
 
@@ -270,26 +232,6 @@ void WizardChain::Run() {
 
 // ---------------------------------------------------------------------------
 // Helpers
-
-void FilterWizardNumberKeys(QLineEdit* box, int flags) {
-    box->installEventFilter(new KeyFilter(box, flags));
-    // Pasted or dropped text goes through the same filter, character by
-    // character.
-    QObject::connect(box, &QLineEdit::textEdited, box, [box, flags](const QString& text) {
-        QString kept;
-        for (const QChar c : text) {
-            int code = c.unicode() < 128 ? c.unicode() : 0;
-            if (code >= 32 && FilterKey(code, flags) != 0) {
-                kept.append(QChar(code));
-            }
-        }
-        if (kept != text) {
-            const int cursor = box->cursorPosition() - static_cast<int>(text.size() - kept.size());
-            box->setText(kept);
-            box->setCursorPosition(std::max(0, cursor));
-        }
-    });
-}
 
 QStringList SmdFilesOf(const QString& folder) {
     if (folder.isEmpty()) {

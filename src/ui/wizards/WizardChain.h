@@ -128,12 +128,6 @@ private:
     Step step_ = Step::None;
 };
 
-// The key filter of the wizards' number fields: each typed character goes
-// through FilterKey with these flags (1 a point, 2 a minus; a comma becomes
-// a point); refused keys are dropped. Keys without text (arrows, Delete)
-// pass. Pasted text loses the characters the filter refuses.
-void FilterWizardNumberKeys(QLineEdit* box, int flags);
-
 // The names of the "*.smd" files of a folder (any case), sorted as the file
 // list sorts them; none when the folder is empty or missing.
 QStringList SmdFilesOf(const QString& folder);
