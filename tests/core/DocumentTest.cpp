@@ -1,7 +1,6 @@
 #include "document/Document.h"
 
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 
@@ -158,7 +157,8 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
             want = BodyGroupRec{};
             for (int p = limits::LastResetBodyGroup + 1; p <= limits::LastPart; ++p) {
                 want.Parts[static_cast<std::size_t>(p)] = old.Parts[static_cast<std::size_t>(p)];
-                want.Reverse[static_cast<std::size_t>(p)] = old.Reverse[static_cast<std::size_t>(p)];
+                want.Reverse[static_cast<std::size_t>(p)] =
+                    old.Reverse[static_cast<std::size_t>(p)];
             }
         }
         if (g == 1) {
@@ -174,9 +174,10 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
     for (int r = 0; r <= limits::LastTextureRow; ++r) {
         for (int c = 0; c <= limits::LastTexture; ++c) {
             const bool reset = r >= 1 && r <= limits::LastWrittenTextureRow && c >= 1;
-            expect(doc->TextureVariations[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)] ==
-                       (reset ? std::string(Blank) : Mark("cell", r, c)),
-                   Mark("TextureVariations ", r, c));
+            expect(
+                doc->TextureVariations[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)] ==
+                    (reset ? std::string(Blank) : Mark("cell", r, c)),
+                Mark("TextureVariations ", r, c));
         }
     }
     for (int i = 0; i <= limits::LastTextureMode; ++i) {

@@ -16,8 +16,11 @@ TEST(Cp1252Text, StrictAndMarkedAgreeOnWhatCp1252Holds) {
         std::string marked;
     };
     const Row rows[] = {
-        {QStringLiteral(u"Gr\u00fc\u00dfe \u20ac\u0081"), std::string("Gr\xfc\xdf" "e \x80\x81"),
-         std::string("Gr\xfc\xdf" "e \x80\x81")},
+        {QStringLiteral(u"Gr\u00fc\u00dfe \u20ac\u0081"),
+         std::string("Gr\xfc\xdf"
+                     "e \x80\x81"),
+         std::string("Gr\xfc\xdf"
+                     "e \x80\x81")},
         {QStringLiteral(u"a\u2713b"), std::nullopt, "a?b"},
         {QString::fromUcs4(U"x\U0001F600y"), std::nullopt, "x?y"},
     };

@@ -214,10 +214,11 @@ struct Document {
 // The document part of the new-document reset, in its order. The main
 // window's InitVars wraps it with the emptying of LstParts and its Update.
 // Each slot it walks becomes the default-constructed record, so the reset
-// values above are written once. Only the ranges it walks are touched: animation slots 101..512, events
-// 11..1024, body groups 11..32, part slots 11..16, texture rows above 10 and
-// render modes above 10 keep what they held. ModelName, ModelPath,
-// TexturePath, the eye position and SmdFrameCount are not reset.
+// values above are written once. Only the ranges it walks are touched:
+// animation slots 101..512, events 11..1024, body groups 11..32, part slots
+// 11..16, texture rows above 10 and render modes above 10 keep what they
+// held. ModelName, ModelPath, TexturePath, the eye position and
+// SmdFrameCount are not reset.
 void InitVars(Document& doc);
 
 // Bytes the document holds on the heap and inline, for measurements.

@@ -8,8 +8,8 @@
 // keep so.
 #include "document/Paths.h"
 #include "document/SmdScan.h"
-#include "ui/dialogs/DlgAnimExt.h"
 #include "platform/Cp1252Text.h"
+#include "ui/dialogs/DlgAnimExt.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"

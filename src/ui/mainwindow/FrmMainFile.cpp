@@ -157,9 +157,8 @@ void FrmMain::OpenQcFile(const std::string& path) {
     LoadFindings findings;
     bool noDirective = false;
     const QString work = WorkingFolder();
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(),
-                       platform::ToCp1252Marked(work),
-                       &findings, &noDirective);
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings,
+                       &noDirective);
     // A file that is no script at all: its lines are not worth listing one
     // by one.
     if (noDirective) {

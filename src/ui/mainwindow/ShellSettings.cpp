@@ -46,7 +46,8 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
     // What the store leaves empty is looked for on the host first. A place
     // that the settings' code page cannot name counts as not found.
     const auto orDefault = [](const QString& found, const QString& fallback) {
-        return platform::ToCp1252Marked(found.isEmpty() || !platform::ToCp1252(found) ? fallback : found);
+        return platform::ToCp1252Marked(found.isEmpty() || !platform::ToCp1252(found) ? fallback
+                                                                                      : found);
     };
     if (settings.StudioMdlPath.empty()) {
         settings.StudioMdlPath =

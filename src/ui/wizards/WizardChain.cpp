@@ -245,7 +245,8 @@ QStringList SmdFilesOf(const QString& folder) {
 }
 
 QString InFolder(const QString& folder, const QString& name) {
-    return platform::FromCp1252(paths::Join(platform::ToCp1252Marked(folder), platform::ToCp1252Marked(name)));
+    return platform::FromCp1252(
+        paths::Join(platform::ToCp1252Marked(folder), platform::ToCp1252Marked(name)));
 }
 
 bool FileExistsAt(const QString& path) {
