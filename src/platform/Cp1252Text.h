@@ -18,4 +18,9 @@ QString FromCp1252(std::string_view bytes);
 // something else).
 std::optional<std::string> ToCp1252(const QString& text);
 
+// The bytes of text in cp1252 with '?' for each character cp1252 cannot
+// hold: for a path that is only handed on (a program, the working folder),
+// where the failure that follows names it.
+std::string ToCp1252Marked(const QString& text);
+
 } // namespace quarle::platform

@@ -1,54 +1,220 @@
 #include "document/Document.h"
 
 #include <gtest/gtest.h>
+#include <memory>
+#include <string>
 
 namespace quarle {
 namespace {
 
-TEST(Document, ResetLeavesTheRangesItDoesNotName) {
-    // Each range is set at its last reset index and at the first one beyond.
-    auto doc = std::make_unique<Document>();
-    doc->ModelPath = "c:\\model";
-    doc->ModelName = "c:\\model\\robot.mdl";
-    doc->TexturePath = "c:\\tex";
-    doc->EyeX = 3.0f;
-    doc->SmdFrameCount = 12;
-    doc->Anims[10][100].Name = "walk";
-    doc->Anims[10][100].FrameEnd = 99;
-    doc->Anims[10][100].FrameLimit = 5;
-    doc->Anims[10][101].Name = "beyond";
-    doc->Anims[10][100].Events[10].EventId = 5004;
-    doc->Anims[10][100].Events[11].EventId = 1003;
-    doc->BodyGroups[10].Name = "g10";
-    doc->BodyGroups[11].Name = "g11";
-    doc->BodyGroups[10].Parts[10] = "p10";
-    doc->BodyGroups[10].Parts[11] = "p11";
-    doc->TextureVariations[10][10] = "row10.bmp";
-    doc->TextureVariations[11][1] = "row11.bmp";
-    doc->TextureModes[10].Mode = 1;
-    doc->TextureModes[11].Mode = 2;
+// Every field of every slot away from its fresh value, each slot with values
+// of its own, so that a kept slot is told apart from its neighbours.
+std::string Mark(const char* what, int i, int j = 0) {
+    return std::string(what) + std::to_string(i) + "_" + std::to_string(j);
+}
 
+// Events 0..11 are filled: the reset walks 1..10.
+constexpr int LastFilledEvent = limits::LastResetEvent + 1;
+
+AnimEventRec FilledEvent(int g, int s, int e) {
+    return AnimEventRec{static_cast<i16>(e + 2), static_cast<i16>(g + s + 1), Mark("p", s, e)};
+}
+
+AnimRec FilledAnim(int g, int s) {
+    AnimRec a;
+    a.Fps = static_cast<i16>(s + 31);
+    a.Loop = 1;
+    a.FrameLimit = 1;
+    a.FrameStart = 3;
+    a.FrameEnd = static_cast<i16>(g + 11);
+    a.OriginOn = 1;
+    a.OriginX = 1;
+    a.OriginY = 2;
+    a.OriginZ = 3;
+    a.LX = 1;
+    a.LY = 1;
+    a.LZ = 1;
+    a.Scale = 2.5f;
+    a.EventCount = 7;
+    a.SmdFile = Mark("smd", g, s);
+    for (int e = 0; e <= LastFilledEvent; ++e) {
+        a.Events[e] = FilledEvent(g, s, e);
+    }
+    a.BlendFile = "blend";
+    a.BlendOn = 1;
+    a.BlendAxis = 2.0f;
+    a.BlendMin = -10.0f;
+    a.BlendMax = 10.0f;
+    a.Name = Mark("anim", g, s);
+    a.ActivityId = "ACT_IDLE 1";
+    a.Rotate = 90.0f;
+    a.KeptFiles = "more.smd";
+    a.KeptOptions = "node 3";
+    a.KeptAfter = {"// after"};
+    return a;
+}
+
+BodyGroupRec FilledGroup(int g) {
+    BodyGroupRec bg;
+    bg.Name = Mark("group", g);
+    bg.PartCount = 16;
+    for (int p = 0; p <= limits::LastPart; ++p) {
+        bg.Parts[static_cast<std::size_t>(p)] = Mark("part", g, p);
+        bg.Reverse[static_cast<std::size_t>(p)] = -1;
+    }
+    bg.KeptWords = "reverse";
+    bg.KeptAfter = {"// after group"};
+    return bg;
+}
+
+TextureModeRec FilledMode(int i) {
+    return TextureModeRec{Mark("tex", i), 2};
+}
+
+std::unique_ptr<Document> Filled() {
+    auto doc = std::make_unique<Document>();
+    doc->QcFile = "c:\\model\\robot.qc";
+    doc->ModelName = "c:\\model\\robot.mdl";
+    doc->ModelPath = "c:\\model";
+    doc->TexturePath = "c:\\tex";
+    doc->ModelScale = 2.0f;
+    doc->Gamma = 2.2f;
+    doc->ExternalTextures = 1;
+    doc->EyesOn = 1;
+    doc->EyeX = 1.0f;
+    doc->EyeY = 2.0f;
+    doc->EyeZ = 3.0f;
+    doc->SequenceGroupSize = 64;
+    doc->BodyGroupCount = 32;
+    for (int g = 0; g <= limits::LastBodyGroup; ++g) {
+        doc->BodyGroups[static_cast<std::size_t>(g)] = FilledGroup(g);
+    }
+    for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+        for (int s = 0; s <= limits::LastAnimSlot; ++s) {
+            doc->Anims[static_cast<std::size_t>(g)][static_cast<std::size_t>(s)] = FilledAnim(g, s);
+        }
+    }
+    for (std::size_t i = 0; i < doc->Attachments.size(); ++i) {
+        doc->Attachments[i] = AttachmentRec{1, 1.0f, 2.0f, 3.0f};
+        doc->AttachmentBones[i] = "Bip01";
+        doc->Controllers[i] = ControllerRec{1, 2.0f, -45.0f, 45.0f};
+        doc->ControllerBones[i] = "Bip01 Head";
+    }
+    doc->TextureCount = 10;
+    for (int r = 0; r <= limits::LastTextureRow; ++r) {
+        for (int c = 0; c <= limits::LastTexture; ++c) {
+            doc->TextureVariations[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)] =
+                Mark("cell", r, c);
+        }
+    }
+    for (int i = 0; i <= limits::LastTextureMode; ++i) {
+        doc->TextureModes[static_cast<std::size_t>(i)] = FilledMode(i);
+    }
+    doc->SmdFrameCount = 12;
+    doc->ModelNameAsWritten = "robot.mdl";
+    doc->ModelPathAsWritten = ".";
+    doc->TexturePathAsWritten = "tex";
+    doc->KeptCdTextures = {"$cdtexture \"more\""};
+    doc->KeptBeforeBody = {"$flags 0"};
+    doc->KeptAfterTextures = {"$hbox 0 \"a\" 0 0 0 1 1 1"};
+    doc->KeptTextureRows = 3;
+    for (std::size_t g = 0; g < doc->SequenceGroupNames.size(); ++g) {
+        doc->SequenceGroupNames[g] = "group";
+        doc->KeptAtGroupStart[g] = {"// start"};
+    }
+    return doc;
+}
+
+// A new document over a full one: every slot the reset walks is a fresh
+// record, and nothing of the old script is left to be written again; the
+// ranges it does not walk, the folders, the eye and the frame count stay.
+TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
+    auto doc = Filled();
     InitVars(*doc);
 
-    EXPECT_EQ(doc->ModelPath, "c:\\model");
+    int faults = 0;
+    auto expect = [&faults](bool ok, const std::string& where) {
+        if (!ok && ++faults <= 10) {
+            ADD_FAILURE() << where;
+        }
+    };
+    for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+        for (int s = 0; s <= limits::LastAnimSlot; ++s) {
+            AnimRec want = FilledAnim(g, s);
+            if (s <= limits::LastWrittenAnimSlot) {
+                want = AnimRec{};
+                want.Events[0] = FilledEvent(g, s, 0);
+                want.Events[LastFilledEvent] = FilledEvent(g, s, LastFilledEvent);
+            }
+            expect(doc->Anims[static_cast<std::size_t>(g)][static_cast<std::size_t>(s)] == want,
+                   Mark("Anims ", g, s));
+        }
+    }
+    for (int g = 0; g <= limits::LastBodyGroup; ++g) {
+        BodyGroupRec want = FilledGroup(g);
+        if (g <= limits::LastResetBodyGroup) {
+            const BodyGroupRec old = want;
+            want = BodyGroupRec{};
+            for (int p = limits::LastResetBodyGroup + 1; p <= limits::LastPart; ++p) {
+                want.Parts[static_cast<std::size_t>(p)] = old.Parts[static_cast<std::size_t>(p)];
+                want.Reverse[static_cast<std::size_t>(p)] =
+                    old.Reverse[static_cast<std::size_t>(p)];
+            }
+        }
+        if (g == 1) {
+            want.Name = "body";
+        }
+        expect(doc->BodyGroups[static_cast<std::size_t>(g)] == want, Mark("BodyGroups ", g));
+    }
+    for (std::size_t i = 0; i < doc->Attachments.size(); ++i) {
+        expect(doc->Attachments[i] == AttachmentRec{} && doc->AttachmentBones[i].empty() &&
+                   doc->Controllers[i] == ControllerRec{} && doc->ControllerBones[i].empty(),
+               Mark("Attachments and Controllers ", static_cast<int>(i)));
+    }
+    for (int r = 0; r <= limits::LastTextureRow; ++r) {
+        for (int c = 0; c <= limits::LastTexture; ++c) {
+            const bool reset = r >= 1 && r <= limits::LastWrittenTextureRow && c >= 1;
+            expect(
+                doc->TextureVariations[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)] ==
+                    (reset ? std::string(Blank) : Mark("cell", r, c)),
+                Mark("TextureVariations ", r, c));
+        }
+    }
+    for (int i = 0; i <= limits::LastTextureMode; ++i) {
+        const bool reset = i >= 1 && i <= limits::LastWrittenTextureMode;
+        expect(doc->TextureModes[static_cast<std::size_t>(i)] ==
+                   (reset ? TextureModeRec{} : FilledMode(i)),
+               Mark("TextureModes ", i));
+    }
+    for (std::size_t g = 0; g < doc->SequenceGroupNames.size(); ++g) {
+        expect(doc->SequenceGroupNames[g].empty() && doc->KeptAtGroupStart[g].empty(),
+               Mark("sequence group ", static_cast<int>(g)));
+    }
+    EXPECT_EQ(faults, 0);
+
+    EXPECT_EQ(doc->QcFile, "");
+    EXPECT_EQ(doc->ModelScale, 1.0f);
+    EXPECT_EQ(doc->Gamma, DefaultGamma);
+    EXPECT_EQ(doc->ExternalTextures, 0);
+    EXPECT_EQ(doc->EyesOn, 0);
+    EXPECT_EQ(doc->SequenceGroupSize, 0);
+    EXPECT_EQ(doc->BodyGroupCount, 1);
+    EXPECT_EQ(doc->TextureCount, 0);
+    EXPECT_EQ(doc->ModelNameAsWritten, "");
+    EXPECT_EQ(doc->ModelPathAsWritten, "");
+    EXPECT_EQ(doc->TexturePathAsWritten, "");
+    EXPECT_TRUE(doc->KeptCdTextures.empty());
+    EXPECT_TRUE(doc->KeptBeforeBody.empty());
+    EXPECT_TRUE(doc->KeptAfterTextures.empty());
+    EXPECT_EQ(doc->KeptTextureRows, 0);
+    // Not the document's to reset.
     EXPECT_EQ(doc->ModelName, "c:\\model\\robot.mdl");
+    EXPECT_EQ(doc->ModelPath, "c:\\model");
     EXPECT_EQ(doc->TexturePath, "c:\\tex");
-    EXPECT_EQ(doc->EyeX, 3.0f);
+    EXPECT_EQ(doc->EyeX, 1.0f);
+    EXPECT_EQ(doc->EyeY, 2.0f);
+    EXPECT_EQ(doc->EyeZ, 3.0f);
     EXPECT_EQ(doc->SmdFrameCount, 12);
-    EXPECT_EQ(doc->Anims[10][100].Name, "");
-    EXPECT_EQ(doc->Anims[10][100].FrameEnd, 10);
-    EXPECT_EQ(doc->Anims[10][100].FrameLimit, 0);
-    EXPECT_EQ(doc->Anims[10][101].Name, "beyond");
-    EXPECT_EQ(doc->Anims[10][100].Events[10].EventId, 0);
-    EXPECT_EQ(doc->Anims[10][100].Events[11].EventId, 1003);
-    EXPECT_EQ(doc->BodyGroups[10].Name, "");
-    EXPECT_EQ(doc->BodyGroups[11].Name, "g11");
-    EXPECT_EQ(doc->BodyGroups[10].Parts[10], "");
-    EXPECT_EQ(doc->BodyGroups[10].Parts[11], "p11");
-    EXPECT_EQ(doc->TextureVariations[10][10], Blank);
-    EXPECT_EQ(doc->TextureVariations[11][1], "row11.bmp");
-    EXPECT_EQ(doc->TextureModes[10].Mode, 0);
-    EXPECT_EQ(doc->TextureModes[11].Mode, 2);
 }
 
 TEST(Document, FreshDocumentCostsAFewMegabytes) {

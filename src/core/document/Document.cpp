@@ -1,12 +1,37 @@
 #include "document/Document.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace quarle {
 
 namespace {
+
 const AnimEventRec FreshEvent{};
+
+// A fresh animation, but for the events the reset does not walk (slot 0 and
+// those above 10), which keep what they held.
+void ResetAnim(AnimRec& a) {
+    EventTable events = std::move(a.Events);
+    events.Reset(1, limits::LastResetEvent);
+    a = AnimRec{};
+    a.Events = std::move(events);
 }
+
+// A fresh body group, but for the part slots the reset does not walk (above
+// 10), which keep their names and flags.
+void ResetBodyGroup(BodyGroupRec& group) {
+    BodyGroupRec fresh;
+    for (int p = limits::LastResetBodyGroup + 1; p <= limits::LastPart; ++p) {
+        const auto i = static_cast<std::size_t>(p);
+        fresh.Parts[i] = std::move(group.Parts[i]);
+        fresh.Reverse[i] = group.Reverse[i];
+    }
+    group = std::move(fresh);
+}
+
+} // namespace
 
 AnimEventRec& EventTable::operator[](int i) {
     if (i >= static_cast<int>(slots_.size())) {
@@ -33,6 +58,16 @@ void EventTable::Reset(int first, int last) {
     }
 }
 
+bool EventTable::operator==(const EventTable& other) const {
+    const int stored = std::max(StoredSlots(), other.StoredSlots());
+    for (int i = 0; i < stored; ++i) {
+        if (!((*this)[i] == other[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
 Document::Document() {
     InitVars(*this);
 }
@@ -41,50 +76,18 @@ void InitVars(Document& doc) {
     // 1. animations of every group, slots 0..100
     for (auto& group : doc.Anims) {
         for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
-            AnimRec& a = group[static_cast<std::size_t>(s)];
-            a.BlendOn = 0;
-            a.BlendAxis = 0.0f;
-            a.BlendMin = 0.0f;
-            a.BlendMax = 0.0f;
-            a.Events.Reset(1, limits::LastResetEvent);
-            a.EventCount = 0;
-            a.SmdFile.clear();
-            a.BlendFile.clear();
-            a.Scale = 1.0f;
-            a.LY = 0;
-            a.LZ = 0;
-            a.Fps = 30;
-            a.Loop = 0;
-            a.Name.clear();
-            a.FrameLimit = 0;
-            a.FrameStart = 0;
-            a.FrameEnd = 10;
-            a.OriginOn = 0;
-            a.OriginX = 0;
-            a.OriginY = 0;
-            a.OriginZ = 0;
-            a.LX = 0;
-            a.ActivityId.clear();
-            a.Rotate = 0.0f;
-            a.KeptFiles.clear();
-            a.KeptOptions.clear();
-            a.KeptAfter.clear();
+            ResetAnim(group[static_cast<std::size_t>(s)]);
         }
     }
-    // 2. attachments and controllers
-    for (int i = 0; i <= limits::LastAttachment; ++i) {
-        doc.Attachments[static_cast<std::size_t>(i)] = AttachmentRec{};
-        doc.AttachmentBones[static_cast<std::size_t>(i)].clear();
-    }
-    for (int i = 0; i <= limits::LastController; ++i) {
-        doc.Controllers[static_cast<std::size_t>(i)] = ControllerRec{};
-        doc.ControllerBones[static_cast<std::size_t>(i)].clear();
-    }
+    // 2. attachments and controllers, with their bones
+    doc.Attachments.fill(AttachmentRec{});
+    doc.AttachmentBones.fill(std::string());
+    doc.Controllers.fill(ControllerRec{});
+    doc.ControllerBones.fill(std::string());
     // 3.
     doc.QcFile.clear();
     // 4. (LstParts is the main window's)
-    // 5.
-    doc.BodyGroupCount = 0;
+    // 5. (the count of body groups is set in 9.)
     doc.EyesOn = 0;
     doc.ExternalTextures = 0;
     doc.TextureCount = 0;
@@ -99,24 +102,14 @@ void InitVars(Document& doc) {
     }
     // 7. render modes 1..10
     for (int i = 1; i <= limits::LastWrittenTextureMode; ++i) {
-        doc.TextureModes[static_cast<std::size_t>(i)].Mode = 0;
-        doc.TextureModes[static_cast<std::size_t>(i)].Name.clear();
+        doc.TextureModes[static_cast<std::size_t>(i)] = TextureModeRec{};
     }
-    // 8. body groups 0..10 with part slots 0..10
+    // 8. body groups 0..10
     for (int g = 0; g <= limits::LastResetBodyGroup; ++g) {
-        BodyGroupRec& bg = doc.BodyGroups[static_cast<std::size_t>(g)];
-        bg.PartCount = 0;
-        bg.Name.clear();
-        for (int p = 0; p <= limits::LastResetBodyGroup; ++p) {
-            bg.Parts[static_cast<std::size_t>(p)].clear();
-            bg.Reverse[static_cast<std::size_t>(p)] = 0;
-        }
-        bg.KeptWords.clear();
-        bg.KeptAfter.clear();
+        ResetBodyGroup(doc.BodyGroups[static_cast<std::size_t>(g)]);
     }
     // 9. one empty group named "body"
     doc.BodyGroupCount = 1;
-    doc.BodyGroups[1].PartCount = 0;
     doc.BodyGroups[1].Name = "body";
     // 10. what the forms do not show
     doc.ModelNameAsWritten.clear();

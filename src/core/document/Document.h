@@ -70,6 +70,9 @@ public:
     // Slots held in memory (for measurements and tests).
     int StoredSlots() const { return static_cast<int>(slots_.size()); }
 
+    // Equal when every slot reads the same, however much each one stores.
+    bool operator==(const EventTable& other) const;
+
 private:
     std::vector<AnimEventRec> slots_;
 };
@@ -108,6 +111,8 @@ struct AnimRec {
     std::string KeptFiles{};
     std::string KeptOptions{};
     std::vector<std::string> KeptAfter{};
+
+    bool operator==(const AnimRec&) const = default;
 };
 
 // One $body or $bodygroup.
@@ -121,6 +126,8 @@ struct BodyGroupRec {
     // the next body group, texture directive or sequence.
     std::string KeptWords{};
     std::vector<std::string> KeptAfter{};
+
+    bool operator==(const BodyGroupRec&) const = default;
 };
 
 struct AttachmentRec {
@@ -128,6 +135,8 @@ struct AttachmentRec {
     f32 X = 0.0f;
     f32 Y = 0.0f;
     f32 Z = 0.0f;
+
+    bool operator==(const AttachmentRec&) const = default;
 };
 
 struct ControllerRec {
@@ -135,11 +144,15 @@ struct ControllerRec {
     f32 Axis = 0.0f; // 0 XR, 1 YR, 2 ZR
     f32 LimitMin = 0.0f;
     f32 LimitMax = 0.0f;
+
+    bool operator==(const ControllerRec&) const = default;
 };
 
 struct TextureModeRec {
     std::string Name;
     u8 Mode = 0; // 0 normal, 1 masked, 2 additive
+
+    bool operator==(const TextureModeRec&) const = default;
 };
 
 // The 32-bit float nearest to 1.8: the reset gamma, and the writer's test.
@@ -200,10 +213,12 @@ struct Document {
 
 // The document part of the new-document reset, in its order. The main
 // window's InitVars wraps it with the emptying of LstParts and its Update.
-// Only the ranges it names are touched: animation slots 101..512, events
-// 11..1024, body groups 11..32, part slots 11..16, texture rows above 10 and
-// render modes above 10 keep what they held. ModelName, ModelPath,
-// TexturePath, the eye position and SmdFrameCount are not reset.
+// Each slot it walks becomes the default-constructed record, so the reset
+// values above are written once. Only the ranges it walks are touched:
+// animation slots 101..512, events 11..1024, body groups 11..32, part slots
+// 11..16, texture rows above 10 and render modes above 10 keep what they
+// held. ModelName, ModelPath, TexturePath, the eye position and
+// SmdFrameCount are not reset.
 void InitVars(Document& doc);
 
 // Bytes the document holds on the heap and inline, for measurements.

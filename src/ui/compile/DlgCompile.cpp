@@ -48,13 +48,6 @@ int KindOf(compile::LogKind kind) {
     }
 }
 
-// A path of the working folder as the core takes paths (cp1252); a
-// character cp1252 cannot hold becomes '?', and the failure that follows
-// names the folder.
-std::string CorePath(const QString& text) {
-    return platform::ToCp1252(text).value_or(Utf8ToCp1252(text.toStdString()));
-}
-
 } // namespace
 
 namespace {
@@ -299,7 +292,7 @@ void DlgCompile::TmrCompile_Timer() {
 }
 
 void DlgCompile::RunCompiler() {
-    const std::string folder = CorePath(folder_);
+    const std::string folder = platform::ToCp1252Marked(folder_);
     const compile::ScriptStyle style = compile::HostScriptStyle();
     const QString scriptName = QString::fromLatin1(compile::ScriptFileName(style));
     outcome_.ModelPath = state_.Doc.ModelName;
@@ -354,13 +347,13 @@ void DlgCompile::RunCompiler() {
                ErrorRow);
         break;
     default:
-        outcome_.ExitStatus = compile::MarkerExitStatus(CorePath(marker));
+        outcome_.ExitStatus = compile::MarkerExitStatus(platform::ToCp1252Marked(marker));
         break;
     }
     Repaint(false);
 
     const QString log = QDir(folder_).filePath(QString::fromLatin1(compile::LogFileName));
-    for (const std::string& line : compile::ReadLines(CorePath(log))) {
+    for (const std::string& line : compile::ReadLines(platform::ToCp1252Marked(log))) {
         const compile::LogKind kind = compile::ClassifyLogLine(line);
         outcome_.LogErrors += kind == compile::LogKind::Error ? 1 : 0;
         outcome_.LogWarnings += kind == compile::LogKind::Warning ? 1 : 0;

@@ -236,15 +236,6 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, FrmMain& m
 
 DlgAnimExt::~DlgAnimExt() = default;
 
-AnimRec* DlgAnimExt::Current() {
-    const std::optional<int> g = main_.AnimGroup();
-    const int s = main_.LstAnimations->currentRow();
-    if (!g || s < 0 || s > limits::LastAnimSlot) {
-        return nullptr;
-    }
-    return &state_.Doc.Anims[static_cast<std::size_t>(*g)][static_cast<std::size_t>(s)];
-}
-
 void DlgAnimExt::Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)()) {
     if (box->text() == text) {
         (this->*change)();
@@ -255,7 +246,7 @@ void DlgAnimExt::Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*ch
 
 void DlgAnimExt::Form_Load() {
     LoadLanguage();
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -303,7 +294,7 @@ void DlgAnimExt::Text6_Change() {
     if (Text6->text().isEmpty()) {
         Text6->setText(QStringLiteral("0"));
     }
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -316,7 +307,7 @@ void DlgAnimExt::TxtAnimRotate_Change() {
     if (TxtAnimRotate->text().isEmpty()) {
         TxtAnimRotate->setText(QStringLiteral("0"));
     }
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->Rotate = ToF32(FieldNumber(NumberText(TxtAnimRotate->text())));
     }
 }
@@ -325,7 +316,7 @@ void DlgAnimExt::TxtScale_Change() {
     if (TxtScale->text().isEmpty()) {
         TxtScale->setText(QStringLiteral("1"));
     }
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -348,13 +339,13 @@ void DlgAnimExt::StoreFrame(QLineEdit* box, i16& field) {
 }
 
 void DlgAnimExt::TxtMinFrame_Change() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         StoreFrame(TxtMinFrame, anim->FrameStart);
     }
 }
 
 void DlgAnimExt::TxtMaxFrame_Change() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         StoreFrame(TxtMaxFrame, anim->FrameEnd);
     }
 }
@@ -363,46 +354,46 @@ void DlgAnimExt::TxtMaxFrame_Change() {
 // separator taken as a point: "12,5" as the box opens on a decimal-comma
 // system stays 12.5.
 void DlgAnimExt::TxtLimitMin_Change() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim != nullptr && !TxtLimitMin->text().isEmpty()) {
         anim->BlendMin = ToF32(FieldNumber(NumberText(TxtLimitMin->text())));
     }
 }
 
 void DlgAnimExt::TxtLimitMax_Change() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim != nullptr && !TxtLimitMax->text().isEmpty()) {
         anim->BlendMax = ToF32(FieldNumber(NumberText(TxtLimitMax->text())));
     }
 }
 
 void DlgAnimExt::Check1_Click() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->Loop = Value(Check1);
     }
 }
 
 void DlgAnimExt::ChkLX_Click() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->LX = Value(ChkLX);
     }
 }
 
 void DlgAnimExt::ChkLY_Click() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->LY = Value(ChkLY);
     }
 }
 
 void DlgAnimExt::ChkLZ_Click() {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->LZ = Value(ChkLZ);
     }
 }
 
 void DlgAnimExt::ChkFrameGrenze_Click() {
     const flag value = Value(ChkFrameGrenze);
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->FrameLimit = value;
     }
     TxtMinFrame->setEnabled(value != 0);
@@ -413,13 +404,13 @@ void DlgAnimExt::ChkBlend_Click() {
     const flag value = Value(ChkBlend);
     FrameCtrl->setEnabled(value == 1);
     CmbBlendFile->setEnabled(value == 1);
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->BlendOn = value;
     }
 }
 
 void DlgAnimExt::CmbBlendFile_Click() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -430,7 +421,7 @@ void DlgAnimExt::CmbBlendFile_Click() {
 }
 
 void DlgAnimExt::CtrlAchse_Click(int index) {
-    if (AnimRec* anim = Current()) {
+    if (AnimRec* anim = main_.CurrentAnim()) {
         anim->BlendAxis = static_cast<f32>(index);
     }
 }

@@ -16,10 +16,6 @@ class QLabel;
 class QLineEdit;
 class QRadioButton;
 
-namespace quarle {
-struct AnimRec;
-}
-
 namespace quarle::ui {
 
 class FrmMain;
@@ -81,8 +77,6 @@ public:
 
 private:
     void Form_Load();
-    // The animation selected in the main window, or nullptr when there is none.
-    AnimRec* Current();
     // Sets a text box's text and runs its change event, also when the text
     // does not change.
     void Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)());

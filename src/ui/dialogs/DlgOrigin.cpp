@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -53,37 +52,8 @@ QString Number(long long value) {
 // ---------------------------------------------------------------------------
 // The views
 
-OriginView::OriginView(QWidget* parent) : QWidget(parent) {
-    setFixedSize(platform::ToPixels(ViewTwips), platform::ToPixels(ViewTwips));
-    picture_ = QImage(size(), QImage::Format_RGB32);
-    picture_.fill(Qt::black);
+OriginView::OriginView(QWidget* parent) : TwipsPicture(ViewTwips, ViewTwips, Qt::black, parent) {
     setCursor(Qt::CrossCursor);
-}
-
-int OriginView::ScaleWidth() const {
-    return platform::ToTwips(width());
-}
-
-int OriginView::ScaleHeight() const {
-    return platform::ToTwips(height());
-}
-
-void OriginView::Cls() {
-    picture_.fill(Qt::black);
-    update();
-}
-
-void OriginView::Line(double x1, double y1, double x2, double y2, QColor color) {
-    QPainter painter(&picture_);
-    painter.setPen(QPen(color, 0));
-    const double scale = 1.0 / platform::TwipsPerPixel;
-    painter.drawLine(QPointF(x1 * scale, y1 * scale), QPointF(x2 * scale, y2 * scale));
-    update();
-}
-
-void OriginView::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.drawImage(0, 0, picture_);
 }
 
 void OriginView::mousePressEvent(QMouseEvent* event) {
@@ -170,18 +140,9 @@ DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& mai
 
 DlgOrigin::~DlgOrigin() = default;
 
-AnimRec* DlgOrigin::Current() {
-    const std::optional<int> g = main_.AnimGroup();
-    const int s = main_.LstAnimations->currentRow();
-    if (!g || s < 0 || s > limits::LastAnimSlot) {
-        return nullptr;
-    }
-    return &state_.Doc.Anims[static_cast<std::size_t>(*g)][static_cast<std::size_t>(s)];
-}
-
 void DlgOrigin::Form_Load() {
     LoadLanguage();
-    const AnimRec* anim = Current();
+    const AnimRec* anim = main_.CurrentAnim();
     const std::array<i16, 3> record =
         anim != nullptr ? std::array<i16, 3>{anim->OriginX, anim->OriginY, anim->OriginZ}
                         : std::array<i16, 3>{0, 0, 0};
@@ -205,23 +166,23 @@ void DlgOrigin::Timer1_Timer() {
 
 void DlgOrigin::DrawOrigin() {
     const auto draw = [](OriginView* view, double offsetX, double offsetY) {
-        const double w = view->ScaleWidth();
-        const double h = view->ScaleHeight();
-        view->Cls();
-        view->Line(0, h / 2, w, h / 2, AxisColour);
-        view->Line(w / 2, 0, w / 2, h, AxisColour);
+        const double w = platform::WidthTwips(view);
+        const double h = platform::HeightTwips(view);
+        view->Cls(Qt::black);
+        view->Line(0, h / 2, w, h / 2, AxisColour, 0);
+        view->Line(w / 2, 0, w / 2, h, AxisColour, 0);
         const double cx = w / 2 + offsetX;
         const double cy = h / 2 + offsetY;
-        view->Line(cx - 30, cy, cx + 45, cy, CrossColour);
-        view->Line(cx, cy - 30, cx, cy + 45, CrossColour);
+        view->Line(cx - 30, cy, cx + 45, cy, CrossColour, 0);
+        view->Line(cx, cy - 30, cx, cy + 45, CrossColour, 0);
     };
     draw(PicXYVer, state_.OriginEditX, state_.OriginEditY);
     draw(PicXZVer, state_.OriginEditX, state_.OriginEditZ);
 }
 
 void DlgOrigin::PicXYVer_MouseDown(double x, double y) {
-    state_.OriginEditX = ToCopy(x - PicXYVer->ScaleWidth() / 2.0);
-    state_.OriginEditY = ToCopy(y - PicXYVer->ScaleHeight() / 2.0);
+    state_.OriginEditX = ToCopy(x - platform::WidthTwips(PicXYVer) / 2.0);
+    state_.OriginEditY = ToCopy(y - platform::HeightTwips(PicXYVer) / 2.0);
     beyondView_[0].reset();
     beyondView_[1].reset();
     TxtX->setText(Number(static_cast<long long>(Whole(state_.OriginEditX / 30.0))));
@@ -230,8 +191,8 @@ void DlgOrigin::PicXYVer_MouseDown(double x, double y) {
 }
 
 void DlgOrigin::PicXZVer_MouseDown(double x, double y) {
-    state_.OriginEditX = ToCopy(x - PicXZVer->ScaleWidth() / 2.0);
-    state_.OriginEditZ = ToCopy(y - PicXZVer->ScaleHeight() / 2.0);
+    state_.OriginEditX = ToCopy(x - platform::WidthTwips(PicXZVer) / 2.0);
+    state_.OriginEditZ = ToCopy(y - platform::HeightTwips(PicXZVer) / 2.0);
     beyondView_[0].reset();
     beyondView_[2].reset();
     TxtX->setText(Number(static_cast<long long>(Whole(state_.OriginEditX / 30.0))));
@@ -276,7 +237,7 @@ void DlgOrigin::TxtZ_KeyPress(int& keyAscii) {
 }
 
 void DlgOrigin::OKButton_Click() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim != nullptr) {
         // The sum is of what will be stored: a number beyond the view counts
         // with its own value, not with the view's edge that the copy holds.

@@ -5,10 +5,9 @@
 // changes only with OKButton.
 #pragma once
 
+#include "platform/TwipsPicture.h"
 #include "ui/localisation/LocalisedDialog.h"
 
-#include <QImage>
-#include <QWidget>
 #include <array>
 #include <optional>
 
@@ -16,39 +15,23 @@ class QLabel;
 class QLineEdit;
 class QTimer;
 
-namespace quarle {
-struct AnimRec;
-}
-
 namespace quarle::ui {
 
 class FrmMain;
 
-// A black picture box of the origin dialog: it shows what was last drawn
-// into it (kept in an image, so that covering and uncovering the dialog
-// shows the same), draws in twips, and reports a press in twips.
-class OriginView : public QWidget {
+// A black picture box of the origin dialog that reports a press in twips.
+class OriginView : public platform::TwipsPicture {
     Q_OBJECT
 
 public:
     explicit OriginView(QWidget* parent);
-
-    int ScaleWidth() const;  // twips
-    int ScaleHeight() const; // twips
-    void Cls();
-    void Line(double x1, double y1, double x2, double y2, QColor color);
-    const QImage& Picture() const { return picture_; }
 
 signals:
     // A press of any button at (x, y) in twips from the top left corner.
     void MouseDown(double x, double y);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-
-private:
-    QImage picture_;
 };
 
 class DlgOrigin : public LocalisedDialog {
@@ -85,7 +68,6 @@ public:
 private:
     void Form_Load();
     void DrawOrigin();
-    AnimRec* Current();
     // Enter in a box: the working copy of the axis takes the box's number.
     void TakeNumber(QLineEdit* box, i16& copy, int axis);
 

@@ -150,15 +150,6 @@ FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& mai
 
 FrmEvents::~FrmEvents() = default;
 
-AnimRec* FrmEvents::Current() {
-    const std::optional<int> g = main_.AnimGroup();
-    const int s = main_.LstAnimations->currentRow();
-    if (!g || s < 0 || s > limits::LastAnimSlot) {
-        return nullptr;
-    }
-    return &state_.Doc.Anims[static_cast<std::size_t>(*g)][static_cast<std::size_t>(s)];
-}
-
 void FrmEvents::Form_Load() {
     LoadLanguage();
     for (const CatalogueRow& row : Catalogue) {
@@ -167,7 +158,7 @@ void FrmEvents::Form_Load() {
         item->setText(1, QString::fromStdString(state_.IdsTexts[row.Description]));
     }
     LVEvent->resizeColumnToContents(0);
-    if (const AnimRec* anim = Current()) {
+    if (const AnimRec* anim = main_.CurrentAnim()) {
         for (int i = 1; i <= anim->EventCount; ++i) {
             LstAnimEvents->addItem(Number(IntToText(anim->Events[i].EventId)));
         }
@@ -175,7 +166,7 @@ void FrmEvents::Form_Load() {
 }
 
 void FrmEvents::CmdAdd_Click() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -203,7 +194,7 @@ void FrmEvents::CmdAdd_Click() {
 }
 
 void FrmEvents::CmdDel_Click() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
@@ -232,7 +223,7 @@ void FrmEvents::CmdDel_Click() {
 }
 
 void FrmEvents::LstAnimEvents_Click() {
-    const AnimRec* anim = Current();
+    const AnimRec* anim = main_.CurrentAnim();
     const int i = LstAnimEvents->currentRow();
     if (anim == nullptr || i < 0) {
         return;
@@ -245,7 +236,7 @@ void FrmEvents::LstAnimEvents_Click() {
 }
 
 void FrmEvents::TxtFrame_Change() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr || TxtFrame->text().isEmpty() || LstAnimEventsTag != QLatin1String("0")) {
         return;
     }
@@ -259,7 +250,7 @@ void FrmEvents::TxtFrame_Change() {
 }
 
 void FrmEvents::TxtParameter_Change() {
-    AnimRec* anim = Current();
+    AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr || LstAnimEventsTag != QLatin1String("0")) {
         return;
     }

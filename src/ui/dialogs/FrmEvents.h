@@ -16,10 +16,6 @@ class QLineEdit;
 class QListWidget;
 class QTreeWidget;
 
-namespace quarle {
-struct AnimRec;
-}
-
 namespace quarle::ui {
 
 class FrmMain;
@@ -57,7 +53,6 @@ public:
 
 private:
     void Form_Load();
-    AnimRec* Current();
 
     FrmMain& main_;
 };

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <algorithm>
 
 namespace quarle::ui {
 namespace {
@@ -60,8 +61,29 @@ void OnKeyPress(QLineEdit* box, KeyPressHandler handler) {
     box->installEventFilter(new KeyPressFilter(box, std::move(handler)));
 }
 
-void FilterKeys(QLineEdit* box, int flags) {
-    OnKeyPress(box, [flags](int& key) { FilterKey(key, flags); });
+void FilterKeys(QLineEdit* box, int flags, Pasted pasted, Enter enter) {
+    OnKeyPress(box, [flags, enter](int& key) {
+        if (key != 13 || enter == Enter::Swallowed) {
+            FilterKey(key, flags);
+        }
+    });
+    if (pasted == Pasted::Kept) {
+        return;
+    }
+    QObject::connect(box, &QLineEdit::textEdited, box, [box, flags](const QString& text) {
+        QString kept;
+        for (const QChar c : text) {
+            int code = c.unicode() < 128 ? c.unicode() : 0;
+            if (code >= 32 && FilterKey(code, flags) != 0) {
+                kept.append(QChar(code));
+            }
+        }
+        if (kept != text) {
+            const int cursor = box->cursorPosition() - static_cast<int>(text.size() - kept.size());
+            box->setText(kept);
+            box->setCursorPosition(std::max(0, cursor));
+        }
+    });
 }
 
 std::string NumberText(const QString& text) {

@@ -2,7 +2,8 @@
 // every typed character (and Enter and Backspace) goes through a handler
 // before the box gets it. The handler may change the key or set it to 0,
 // which swallows it. Keys that type nothing (arrows, Delete, Home, the
-// shortcuts with Ctrl) reach the box untouched, and pasted text is not seen.
+// shortcuts with Ctrl) reach the box untouched, and pasted text is not seen
+// unless the field asks for it.
 #pragma once
 
 #include <functional>
@@ -17,8 +18,23 @@ namespace quarle::ui {
 using KeyPressHandler = std::function<void(int& keyAscii)>;
 
 void OnKeyPress(QLineEdit* box, KeyPressHandler handler);
-// The usual handler: FilterKey with these flags (bit 0 a point, bit 1 a minus).
-void FilterKeys(QLineEdit* box, int flags);
+
+// Text that comes into a number field other than by a key: pasted, dropped,
+// or given by an input method.
+enum class Pasted {
+    Kept,     // stands as it came (the detail dialogs)
+    Filtered, // loses, character by character, what FilterKey refuses (the wizards)
+};
+// Enter in a number field.
+enum class Enter {
+    Swallowed, // FilterKey refuses it (the detail dialogs)
+    Passes,    // reaches the form and its default button (the wizards)
+};
+
+// The number field's filter: each typed key through FilterKey with these
+// flags (bit 0 a point, bit 1 a minus; a comma becomes a point).
+void FilterKeys(QLineEdit* box, int flags, Pasted pasted = Pasted::Kept,
+                Enter enter = Enter::Swallowed);
 
 // A number field's text as the core's number readers take it: characters
 // outside Latin-1 can be no part of a number and read as '?'.

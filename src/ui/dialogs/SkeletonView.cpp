@@ -14,7 +14,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -31,10 +30,6 @@ const QColor BoneGrey(192, 192, 192); // palette colour 7
 const QColor MarkRed(128, 0, 0);      // palette colour 4
 constexpr double BoneRadius = 30;     // twips
 
-QPointF Pixels(double x, double y) {
-    return {x / platform::TwipsPerPixel, y / platform::TwipsPerPixel};
-}
-
 QLineEdit* DisplayBox(QWidget* parent, const char* name) {
     auto* box = Control(new QLineEdit(parent), QString::fromLatin1(name));
     box->setEnabled(false);
@@ -43,36 +38,6 @@ QLineEdit* DisplayBox(QWidget* parent, const char* name) {
 
 } // namespace
 
-SkeletonPicture::SkeletonPicture(QWidget* parent)
-    : QWidget(parent), picture_(platform::ToPixels(WidthTwips), platform::ToPixels(HeightTwips),
-                                QImage::Format_RGB32) {
-    picture_.fill(ViewGrey);
-    setFixedSize(picture_.size());
-}
-
-// Painted without smoothing, so that grey paint covers an earlier red mark
-// to the last pixel.
-void SkeletonPicture::Line(double x1, double y1, double x2, double y2, const QColor& colour) {
-    QPainter painter(&picture_);
-    painter.setPen(QPen(colour, 1));
-    painter.drawLine(Pixels(x1, y1), Pixels(x2, y2));
-    update();
-}
-
-void SkeletonPicture::Circle(double x, double y, double radius, const QColor& colour) {
-    QPainter painter(&picture_);
-    painter.setPen(QPen(colour, 1));
-    painter.setBrush(Qt::NoBrush);
-    const double r = radius / platform::TwipsPerPixel;
-    painter.drawEllipse(Pixels(x, y), r, r);
-    update();
-}
-
-void SkeletonPicture::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.drawImage(0, 0, picture_);
-}
-
 SkeletonDialog::SkeletonDialog(AppState& state, platform::Services& services,
                                SkeletonVariant variant, QWidget* parent)
     : LocalisedDialog(state, services, parent), variant_(variant) {}
@@ -80,10 +45,12 @@ SkeletonDialog::SkeletonDialog(AppState& state, platform::Services& services,
 void SkeletonDialog::CreateSkeletonControls() {
     Label6 =
         Control(new QLabel(QStringLiteral("Vorderansicht (X,Y)"), this), QStringLiteral("Label6"));
-    PicXY = Control(new SkeletonPicture(this), QStringLiteral("PicXY"));
+    PicXY = Control(new platform::TwipsPicture(ViewWidthTwips, ViewHeightTwips, ViewGrey, this),
+                    QStringLiteral("PicXY"));
     Label7 =
         Control(new QLabel(QStringLiteral("Draufsicht (X,Z)"), this), QStringLiteral("Label7"));
-    PicXZ = Control(new SkeletonPicture(this), QStringLiteral("PicXZ"));
+    PicXZ = Control(new platform::TwipsPicture(ViewWidthTwips, ViewHeightTwips, ViewGrey, this),
+                    QStringLiteral("PicXZ"));
     TxtBone = Control(new QComboBox(this), QStringLiteral("TxtBone"));
     TxtBone->setEditable(true);
     TxtBone->setInsertPolicy(QComboBox::NoInsert);
@@ -230,11 +197,11 @@ double SkeletonDialog::Screen(double scale, double value) const {
 void SkeletonDialog::DrawSkeleton() {
     Timer1->stop();
     const SkeletonTables& t = state_.Skeleton;
-    const double s = SkeletonScale(t, SkeletonPicture::WidthTwips);
+    const double s = SkeletonScale(t, ViewWidthTwips);
     if (variant_ == SkeletonVariant::Attachment) {
         const double z0 = Screen(s, 0);
         const double e = (double(t.SkeletonMax) - t.SkeletonMin) * s;
-        for (SkeletonPicture* view : {PicXY, PicXZ}) {
+        for (platform::TwipsPicture* view : {PicXY, PicXZ}) {
             view->Line(z0, 0, z0, e, MarkRed);
             view->Line(0, z0, e, z0, MarkRed);
         }
@@ -268,7 +235,7 @@ void SkeletonDialog::ShowBone() {
     TxtBoneX->setText(QString::fromLatin1(FloatToText(bone.X)));
     TxtBoneY->setText(QString::fromLatin1(FloatToText(bone.Y)));
     TxtBoneZ->setText(QString::fromLatin1(FloatToText(bone.Z)));
-    const double s = SkeletonScale(t, SkeletonPicture::WidthTwips);
+    const double s = SkeletonScale(t, ViewWidthTwips);
     const double x = Screen(s, bone.X);
     PicXY->Circle(x, Screen(s, bone.Y), BoneRadius, MarkRed);
     PicXZ->Circle(x, Screen(s, bone.Z), BoneRadius, MarkRed);

@@ -8,10 +8,9 @@
 #pragma once
 
 #include "document/Skeleton.h"
+#include "platform/TwipsPicture.h"
 #include "ui/localisation/LocalisedDialog.h"
 
-#include <QImage>
-#include <QWidget>
 #include <functional>
 
 class QCheckBox;
@@ -26,37 +25,18 @@ namespace quarle::ui {
 
 class FrmMain;
 
-// A grey picture box that draws in twips and keeps what it drew.
-class SkeletonPicture : public QWidget {
-    Q_OBJECT
-
-public:
-    static constexpr int WidthTwips = 2655;
-    static constexpr int HeightTwips = 2535;
-
-    explicit SkeletonPicture(QWidget* parent = nullptr);
-
-    void Line(double x1, double y1, double x2, double y2, const QColor& colour);
-    void Circle(double x, double y, double radius, const QColor& colour);
-
-    // What the view shows, for tests and the gallery.
-    const QImage& Picture() const { return picture_; }
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    QImage picture_;
-};
-
 class SkeletonDialog : public LocalisedDialog {
     Q_OBJECT
 
 public:
+    // Each view: a grey picture box of this size.
+    static constexpr int ViewWidthTwips = 2655;
+    static constexpr int ViewHeightTwips = 2535;
+
     QLabel* Label6 = nullptr;
-    SkeletonPicture* PicXY = nullptr;
+    platform::TwipsPicture* PicXY = nullptr;
     QLabel* Label7 = nullptr;
-    SkeletonPicture* PicXZ = nullptr;
+    platform::TwipsPicture* PicXZ = nullptr;
     QComboBox* TxtBone = nullptr;
     QGroupBox* Frame2 = nullptr;
     QLabel* Label8 = nullptr;

@@ -288,6 +288,10 @@ public:
     // The sequence group on show: the number in TxtAnimNr when it is a whole
     // number from 0 to 10; nothing for any other text.
     std::optional<int> AnimGroup() const;
+    // The animation on show, which the dialogs of an animation work on: the
+    // slot of LstAnimations' current row in the group on show; null when no
+    // row is current or the group number is not one.
+    AnimRec* CurrentAnim();
     // What a load asks of the user goes through this window:
     //     ReadQcFile(doc, form.ScriptReaderHost(), workFolder);
     quarle::ReaderHost& ScriptReaderHost() { return readerHost_; }

@@ -8,8 +8,8 @@
 // keep so.
 #include "document/Paths.h"
 #include "document/SmdScan.h"
-#include "ui/dialogs/DlgAnimExt.h"
 #include "platform/Cp1252Text.h"
+#include "ui/dialogs/DlgAnimExt.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
@@ -141,13 +141,21 @@ void FrmMain::TxtAnimNr_Change() {
 // ---------------------------------------------------------------------------
 // The animation on show
 
-void FrmMain::LstAnimations_Click() {
+AnimRec* FrmMain::CurrentAnim() {
     const int s = LstAnimations->currentRow();
     const std::optional<int> g = AnimGroup();
     if (s < 0 || s > limits::LastAnimSlot || !g) {
+        return nullptr;
+    }
+    return &state_.Doc.Anims[Slot(*g)][Slot(s)];
+}
+
+void FrmMain::LstAnimations_Click() {
+    const AnimRec* current = CurrentAnim();
+    if (current == nullptr) {
         return;
     }
-    const AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
+    const AnimRec& anim = *current;
     // Copies: the change events below write the same values back.
     const QString file = platform::FromCp1252(anim.SmdFile);
     const QString name = platform::FromCp1252(anim.Name);
@@ -163,12 +171,11 @@ void FrmMain::LstAnimations_Click() {
 }
 
 void FrmMain::TxtAnimName_Change() {
-    const int s = LstAnimations->currentRow();
-    const std::optional<int> g = AnimGroup();
-    if (s < 0 || s > limits::LastAnimSlot || !g) {
+    AnimRec* current = CurrentAnim();
+    if (current == nullptr) {
         return;
     }
-    AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
+    AnimRec& anim = *current;
     const std::optional<std::string> name = TypedText(state_, services_, TxtAnimName->text());
     if (!name) {
         // Refused: the field goes back to the name the document keeps.
@@ -177,16 +184,15 @@ void FrmMain::TxtAnimName_Change() {
         return;
     }
     anim.Name = *name;
-    LstAnimations->item(s)->setText(TxtAnimName->text());
+    LstAnimations->currentItem()->setText(TxtAnimName->text());
 }
 
 void FrmMain::TxtAnimID_Change() {
-    const int s = LstAnimations->currentRow();
-    const std::optional<int> g = AnimGroup();
-    if (s < 0 || s > limits::LastAnimSlot || !g) {
+    AnimRec* current = CurrentAnim();
+    if (current == nullptr) {
         return;
     }
-    AnimRec& anim = state_.Doc.Anims[Slot(*g)][Slot(s)];
+    AnimRec& anim = *current;
     const std::optional<std::string> activity =
         TypedText(state_, services_, TxtAnimID->currentText());
     if (!activity) {

@@ -9,7 +9,6 @@
 #include "document/Paths.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
-#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "ui/compile/DlgCompile.h"
@@ -158,9 +157,8 @@ void FrmMain::OpenQcFile(const std::string& path) {
     LoadFindings findings;
     bool noDirective = false;
     const QString work = WorkingFolder();
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(),
-                       platform::ToCp1252(work).value_or(Utf8ToCp1252(work.toStdString())),
-                       &findings, &noDirective);
+    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings,
+                       &noDirective);
     // A file that is no script at all: its lines are not worth listing one
     // by one.
     if (noDirective) {

@@ -1,6 +1,5 @@
 #include "ui/mainwindow/ShellSettings.h"
 
-#include "localisation/Cp1252.h"
 #include "platform/Cp1252Text.h"
 
 namespace quarle::ui {
@@ -8,13 +7,6 @@ namespace {
 
 QString Text(const std::string& s) {
     return QString::fromStdString(s);
-}
-
-// A program's path as the core takes paths. One that cp1252 cannot name
-// keeps '?' for the characters it lacks, and the program is then reported
-// missing under that name.
-std::string CorePath(const QString& path) {
-    return platform::ToCp1252(path).value_or(Utf8ToCp1252(path.toStdString()));
 }
 
 QString InProgramFolder(const QString& programFolder, const char* file) {
@@ -47,14 +39,15 @@ QString DefaultTextEditorPath() {
 
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       const platform::HostEnvironment& env, ToolSettings& settings) {
-    settings.StudioMdlPath = CorePath(store.Get(QStringLiteral("StudioMdl")));
-    settings.ModelViewerPath = CorePath(store.Get(QStringLiteral("ModelViewer")));
+    settings.StudioMdlPath = platform::ToCp1252Marked(store.Get(QStringLiteral("StudioMdl")));
+    settings.ModelViewerPath = platform::ToCp1252Marked(store.Get(QStringLiteral("ModelViewer")));
     settings.LanguageFile = store.Get(QStringLiteral("Language")).toStdString();
-    settings.TextEditorPath = CorePath(store.Get(QStringLiteral("TextEditor")));
+    settings.TextEditorPath = platform::ToCp1252Marked(store.Get(QStringLiteral("TextEditor")));
     // What the store leaves empty is looked for on the host first. A place
     // that the settings' code page cannot name counts as not found.
     const auto orDefault = [](const QString& found, const QString& fallback) {
-        return CorePath(found.isEmpty() || !platform::ToCp1252(found) ? fallback : found);
+        return platform::ToCp1252Marked(found.isEmpty() || !platform::ToCp1252(found) ? fallback
+                                                                                      : found);
     };
     if (settings.StudioMdlPath.empty()) {
         settings.StudioMdlPath =

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
@@ -15,24 +14,6 @@ namespace quarle::ui {
 using platform::ToPixels;
 using platform::ToTwips;
 using platform::TwipsPerPixel;
-
-// Picture2: paints its backing image, so that covering and uncovering the
-// window shows the same thing.
-class ScrollPicture::Canvas : public QWidget {
-public:
-    Canvas(const QImage& image, QWidget* parent) : QWidget(parent), image_(image) {}
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        if (!image_.isNull()) {
-            QPainter painter(this);
-            painter.drawImage(0, 0, image_);
-        }
-    }
-
-private:
-    const QImage& image_;
-};
 
 namespace {
 
@@ -103,7 +84,8 @@ ScrollPicture::ScrollPicture(QWidget* parent) : QWidget(parent) {
     Picture1 = new QWidget(this);
     Picture1->setObjectName(QStringLiteral("Picture1"));
     Picture1->setAutoFillBackground(true);
-    Picture2 = new Canvas(drawn_, Picture1);
+    // Picture2 paints the picture with what Line drew on it.
+    Picture2 = new platform::TwipsPicture(Picture1);
     Picture2->setObjectName(QStringLiteral("Picture2"));
     Picture2->setFocusPolicy(Qt::StrongFocus);
     Picture2->installEventFilter(this);
@@ -146,24 +128,12 @@ void ScrollPicture::Refresh() {
 
 void ScrollPicture::Line(int /*flags*/, double x1, double y1, double x2, double y2,
                          const QColor& color) {
-    if (drawn_.isNull()) {
-        return;
-    }
-    if (drawn_.format() == QImage::Format_Indexed8 || drawn_.format() == QImage::Format_Mono ||
-        drawn_.format() == QImage::Format_MonoLSB) {
-        drawn_ = drawn_.convertToFormat(QImage::Format_RGB32); // a painter needs true colour
-    }
-    QPainter painter(&drawn_);
-    painter.setPen(color);
-    painter.drawLine(QPointF(x1 / TwipsPerPixel, y1 / TwipsPerPixel),
-                     QPointF(x2 / TwipsPerPixel, y2 / TwipsPerPixel));
-    painter.end();
-    Picture2->update();
+    Picture2->Line(x1, y1, x2, y2, color);
 }
 
 void ScrollPicture::SetPicture(const QImage& picture) {
     picture_ = picture;
-    drawn_ = picture;
+    Picture2->SetPicture(picture);
     emit PropertyChanged(QStringLiteral("Picture"));
     Picture2->resize(picture.size());
     Picture2_Resize();
@@ -173,16 +143,16 @@ void ScrollPicture::SetPicture(const QImage& picture) {
 qint32 ScrollPicture::Point(double x, double y) const {
     const int px = static_cast<int>(std::floor(x / TwipsPerPixel));
     const int py = static_cast<int>(std::floor(y / TwipsPerPixel));
-    if (drawn_.isNull() || !drawn_.valid(px, py)) {
+    const QImage& drawn = Picture2->Picture();
+    if (drawn.isNull() || !drawn.valid(px, py)) {
         return -1;
     }
-    const QRgb rgb = drawn_.pixel(px, py);
+    const QRgb rgb = drawn.pixel(px, py);
     return qRed(rgb) + 256 * qGreen(rgb) + 65536 * qBlue(rgb);
 }
 
 void ScrollPicture::Cls() {
-    drawn_ = picture_;
-    Picture2->update();
+    Picture2->SetPicture(picture_);
 }
 
 void ScrollPicture::ReadProperties(const QVariantMap& bag) {

@@ -13,6 +13,8 @@
 // scrolls with the arrow and page keys, and the wheel scrolls too.
 #pragma once
 
+#include "platform/TwipsPicture.h"
+
 #include <QColor>
 #include <QImage>
 #include <QString>
@@ -63,7 +65,7 @@ public:
 
     // The children, for the owner's reflection and for tests.
     QWidget* Picture1 = nullptr;
-    QWidget* Picture2 = nullptr;
+    platform::TwipsPicture* Picture2 = nullptr;
     QScrollBar* VScroll1 = nullptr;
     QScrollBar* HScroll1 = nullptr;
 
@@ -85,8 +87,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    class Canvas;
-
     // Places the viewport and the bars for the control's own size.
     void UserControl_Resize();
     // Ranges and visibility of the bars for the picture's size.
@@ -94,8 +94,7 @@ private:
     void VScroll1_Change(int value);
     void HScroll1_Change(int value);
 
-    QImage picture_; // as set
-    QImage drawn_;   // the picture with the lines drawn on it
+    QImage picture_; // as set; Picture2 holds it with the lines drawn on it
     bool doubleClicked_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/wizards/AnimWiz2.h"
 
 #include "document/SmdScan.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
 #include <QLabel>
@@ -74,7 +75,7 @@ void AnimWiz2::Form_Activate() {
     for (int i = 0; i < FileAnimWiz2AnimModel->count(); ++i) {
         const QString name = FileAnimWiz2AnimModel->item(i)->text();
         const QString path = InFolder(fileListPath_, name);
-        if (FileReadable(path) && !IsReferenceSmd(PathToDocument(path))) {
+        if (FileReadable(path) && !IsReferenceSmd(platform::ToCp1252Marked(path))) {
             LstFiles->addItem(name);
         }
     }

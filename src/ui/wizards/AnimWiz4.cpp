@@ -2,7 +2,9 @@
 
 #include "document/NumberText.h"
 #include "document/SmdScan.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "ui/dialogs/NumberKeys.h"
 #include "ui/wizards/AnimWiz2.h"
 
 #include <QCheckBox>
@@ -61,7 +63,7 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
 
     for (QLineEdit* box : {TxtAnimWiz4FpS, TxtAnimWiz4FrameStart, TxtAnimWiz4FrameEnd}) {
         box->setFixedWidth(60);
-        FilterWizardNumberKeys(box, 0);
+        FilterKeys(box, 0, Pasted::Filtered, Enter::Passes);
     }
     auto* fps = new QGridLayout(FrmFPS);
     fps->addWidget(LblHelpText1, 0, 0, 1, 3);
@@ -100,7 +102,7 @@ void AnimWiz4::Form_Activate() {
     const AnimWiz2* file = chain_.Find<AnimWiz2>();
     if (file != nullptr) {
         // A file that cannot be read leaves the count of the file before.
-        ScanSmdFrames(PathToDocument(file->TxtAnimWiz2AnimModelLong->text()),
+        ScanSmdFrames(platform::ToCp1252Marked(file->TxtAnimWiz2AnimModelLong->text()),
                       state_.Doc.SmdFrameCount);
     }
     TxtAnimWiz4FrameEnd->setText(QString::number(state_.Doc.SmdFrameCount));

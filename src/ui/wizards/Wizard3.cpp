@@ -1,6 +1,7 @@
 #include "ui/wizards/Wizard3.h"
 
 #include "document/SmdScan.h"
+#include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 #include "ui/wizards/Wizard2.h"
 
@@ -71,7 +72,7 @@ void Wizard3::Form_Activate() {
     // Meshes only; a file that cannot be read is no mesh and is left out.
     for (int i = 0; i < FileWiz3Modeldateien->count(); ++i) {
         const QString name = FileWiz3Modeldateien->item(i)->text();
-        if (IsReferenceSmd(PathToDocument(InFolder(folder, name)))) {
+        if (IsReferenceSmd(platform::ToCp1252Marked(InFolder(folder, name)))) {
             LstFiles->addItem(name);
         }
     }

@@ -1,6 +1,7 @@
 #include "ui/wizards/Wizard4.h"
 
 #include "platform/Reflection.h"
+#include "ui/dialogs/NumberKeys.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -60,11 +61,11 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     for (QLineEdit* box : {TxtWiz4AugenX, TxtWiz4AugenY, TxtWiz4AugenZ}) {
         box->setEnabled(false);
         box->setFixedWidth(70);
-        FilterWizardNumberKeys(box, 3);
+        FilterKeys(box, 3, Pasted::Filtered, Enter::Passes);
         eyes->addWidget(box, 1, column++);
     }
     eyes->setColumnStretch(4, 1);
-    FilterWizardNumberKeys(TxtWiz4Massstab, 1);
+    FilterKeys(TxtWiz4Massstab, 1, Pasted::Filtered, Enter::Passes);
     auto* content = new QVBoxLayout;
     content->addWidget(FrmScale);
     content->addWidget(FrmEyes);

@@ -72,9 +72,9 @@ void Wizard5::CmdFertig_Click() {
     Document& doc = state_.Doc;
     const QString texturePath = paths->TxtWiz2Texturenpfad->text();
     const QString modelPath = paths->TxtWiz2Modelpfad->text();
-    doc.TexturePath = PathToDocument(texturePath);
+    doc.TexturePath = platform::ToCp1252Marked(texturePath);
     main_.TxtTexturepath->setText(PathFromDocument(doc.TexturePath));
-    doc.ModelPath = PathToDocument(modelPath);
+    doc.ModelPath = platform::ToCp1252Marked(modelPath);
     // The change of the box opens the model files and the animation wizard
     // and lists the folder's files.
     main_.TxtModelpath->setText(PathFromDocument(doc.ModelPath));

@@ -1,8 +1,6 @@
 #include "ui/wizards/WizardChain.h"
 
 #include "document/Paths.h"
-#include "document/Text.h"
-#include "localisation/Cp1252.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
@@ -10,7 +8,6 @@
 #include <QFile>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -27,42 +24,6 @@ namespace {
 // a larger picture is scaled down into it.
 constexpr int PictureWidth = 160;
 constexpr int PictureHeight = 240;
-
-class KeyFilter : public QObject {
-public:
-    KeyFilter(QLineEdit* box, int flags) : QObject(box), flags_(flags) {}
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress) {
-            return false;
-        }
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->text().size() != 1 || (key->modifiers() & Qt::ControlModifier) != 0) {
-            return false; // arrows, Delete, shortcuts
-        }
-        const QChar typed = key->text().front();
-        if (typed.unicode() == 8 || key->key() == Qt::Key_Backspace) {
-            return false;
-        }
-        int code = typed.unicode() < 128 ? typed.unicode() : 0;
-        if (code < 32) {
-            return false; // Enter, Tab and the like reach the form
-        }
-        FilterKey(code, flags_);
-        if (code == 0) {
-            return true;
-        }
-        if (code != typed.unicode()) {
-            // The comma that became a point.
-            static_cast<QLineEdit*>(watched)->insert(QString(QChar(code)));
-            return true;
-        }
-        return false;
-    }
-
-private:
-    int flags_;
-};
 
 } // namespace
 
@@ -272,48 +233,24 @@ void WizardChain::Run() {
 // ---------------------------------------------------------------------------
 // Helpers
 
-void FilterWizardNumberKeys(QLineEdit* box, int flags) {
-    box->installEventFilter(new KeyFilter(box, flags));
-    // Pasted or dropped text goes through the same filter, character by
-    // character.
-    QObject::connect(box, &QLineEdit::textEdited, box, [box, flags](const QString& text) {
-        QString kept;
-        for (const QChar c : text) {
-            int code = c.unicode() < 128 ? c.unicode() : 0;
-            if (code >= 32 && FilterKey(code, flags) != 0) {
-                kept.append(QChar(code));
-            }
-        }
-        if (kept != text) {
-            const int cursor = box->cursorPosition() - static_cast<int>(text.size() - kept.size());
-            box->setText(kept);
-            box->setCursorPosition(std::max(0, cursor));
-        }
-    });
-}
-
 QStringList SmdFilesOf(const QString& folder) {
     if (folder.isEmpty()) {
         return {};
     }
     QStringList names;
-    for (const std::string& name : paths::ListFiles(PathToDocument(folder), ".smd")) {
+    for (const std::string& name : paths::ListFiles(platform::ToCp1252Marked(folder), ".smd")) {
         names.append(platform::FromCp1252(name));
     }
     return names;
 }
 
 QString InFolder(const QString& folder, const QString& name) {
-    return platform::FromCp1252(paths::Join(PathToDocument(folder), PathToDocument(name)));
+    return platform::FromCp1252(
+        paths::Join(platform::ToCp1252Marked(folder), platform::ToCp1252Marked(name)));
 }
 
 bool FileExistsAt(const QString& path) {
-    return !path.isEmpty() && paths::FileExists(PathToDocument(path));
-}
-
-std::string PathToDocument(const QString& folder) {
-    // A name cp1252 cannot hold keeps '?' in its place, as the main window's paths do.
-    return platform::ToCp1252(folder).value_or(Utf8ToCp1252(folder.toStdString()));
+    return !path.isEmpty() && paths::FileExists(platform::ToCp1252Marked(path));
 }
 
 QString PathFromDocument(const std::string& folder) {
@@ -321,7 +258,7 @@ QString PathFromDocument(const std::string& folder) {
 }
 
 bool FileReadable(const QString& path) {
-    const std::optional<std::string> resolved = paths::Resolve(PathToDocument(path));
+    const std::optional<std::string> resolved = paths::Resolve(platform::ToCp1252Marked(path));
     if (!resolved) {
         return false;
     }

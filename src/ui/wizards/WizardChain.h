@@ -128,12 +128,6 @@ private:
     Step step_ = Step::None;
 };
 
-// The key filter of the wizards' number fields: each typed character goes
-// through FilterKey with these flags (1 a point, 2 a minus; a comma becomes
-// a point); refused keys are dropped. Keys without text (arrows, Delete)
-// pass. Pasted text loses the characters the filter refuses.
-void FilterWizardNumberKeys(QLineEdit* box, int flags);
-
 // The names of the "*.smd" files of a folder (any case), sorted as the file
 // list sorts them; none when the folder is empty or missing.
 QStringList SmdFilesOf(const QString& folder);
@@ -141,9 +135,8 @@ QStringList SmdFilesOf(const QString& folder);
 // folder + separator + name, for a file of the folder.
 QString InFolder(const QString& folder, const QString& name);
 bool FileExistsAt(const QString& path);
-// Folders cross into the document as the main window's own folder picks
-// store them, so that both build the same file paths from them.
-std::string PathToDocument(const QString& folder);
+// Folders cross into the document as platform::ToCp1252Marked makes them,
+// as the main window's own folder picks store them.
 QString PathFromDocument(const std::string& folder);
 // The file can be opened for reading.
 bool FileReadable(const QString& path);
