@@ -152,6 +152,7 @@ FORMS = [
         M("MnuDateiComp", "mdl-Datei &erstellen", "&Build .mdl file"),
         M("MnuDateiView", "Model mit &Viewer öffnen", "Open model in &viewer"),
         M("MnuDateiViewCode", "qc-Datei mit &Editor öffnen", "Open .qc file in &editor"),
+        M("MnuDateiPreview", "&3D-Vorschau", "&3D preview"),
         recent("MnuDateiLast1"),
         recent("MnuDateiLast2"),
         recent("MnuDateiLast3"),
@@ -205,6 +206,17 @@ FORMS = [
         # program's version.
         C("LblVersion", "", "", "Version des Programms", "Version of the program"),
         C("CmdOK", "OK", "OK"),
+    ]),
+    ("FrmPreview", ("3D-Vorschau", "3D preview"), [
+        T("PicView",
+          "Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt",
+          "Left button turns, right or middle button moves, the wheel zooms"),
+        C("CmdPlay", "Abspielen", "Play",
+          "Spielt die gewählte Animation ab oder hält sie an",
+          "Plays the selected animation or holds it"),
+        C("CmdFrameModel", "Einpassen (F)", "Frame model (F)",
+          "Zeigt das ganze Modell", "Shows the whole model"),
+        C("LblStatus", "", ""),
     ]),
     ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
         C("Label4", "X,Y", "X,Y"),
@@ -680,6 +692,14 @@ GERMAN_MESSAGES = {
     "MSG_CHECK_ATTACHMENT_BONE": "Anhängepunkt %1 sitzt am Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_CONTROLLER_BONE": "Controller %1 bewegt den Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_SEQUENCE_LARGE": "Die Animation „%1“ („%2“) kann mehr als 64 KB Animationsdaten haben (%3 Bilder mit %4 Knochen); eine größere Sequenz lehnt der Compiler ab.",
+    "MSG_PREVIEW_NO_GL": "OpenGL steht hier nicht zur Verfügung, die Vorschau kann das Modell "
+                         "nicht zeichnen.",
+    "MSG_PREVIEW_NO_PARTS": "Kein Referenzteil zum Zeigen: füge eines auf der Seite der "
+                            "Modelldateien hinzu.",
+    "MSG_PREVIEW_PARTS_MISSING": "Nicht im Modellordner: %1",
+    "MSG_PREVIEW_TEXTURES_MISSING": "Als Schachbrett gezeichnet, nicht im Texturenordner: %1",
+    "MSG_PREVIEW_BIND_POSE": "%1 Dreiecke; keine Animation gewählt",
+    "MSG_PREVIEW_FRAME": "%1 Dreiecke; %2: Bild %3 von %4",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to
