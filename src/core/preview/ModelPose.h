@@ -73,7 +73,9 @@ struct Mesh {
 
 // The reference parts the preview shows: for each body group the part at
 // chosen[group] (0 when chosen is shorter), as ModelPath/<part>.smd; a
-// "<blank>" or empty part is left out.
+// "<blank>" or empty part is left out. chosen counts from 0 both ways: its
+// first entry is body group 1, and 0 picks the group's first part; an entry
+// outside the group's parts shows none of them.
 std::vector<std::string> ChosenPartFiles(const Document& doc, const std::vector<int>& chosen);
 
 // Builds the mesh of the parts, scaled by scale. The skeleton is that of the
