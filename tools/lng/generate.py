@@ -216,7 +216,8 @@ FORMS = [
           "Plays the selected animation or holds it"),
         C("CmdFrameModel", "Einpassen (F)", "Frame model (F)",
           "Zeigt das ganze Modell", "Shows the whole model"),
-        C("LblStatus", "", ""),
+        C("LblStatus", "", "", "Was die Vorschau zeigt und was ihr fehlt",
+          "What the preview shows and what it lacks"),
     ]),
     ("DlgOrigin", ("XYZ Verschiebung", "Origin offset"), [
         C("Label4", "X,Y", "X,Y"),
