@@ -1,9 +1,13 @@
 #include "ui/preview/PreviewView.h"
 
 #include <QMouseEvent>
+#include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QOpenGLShaderProgram>
+#include <QOpenGLWidget>
 #include <QPainter>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -103,18 +107,106 @@ void AddCross(std::vector<float>& out, const QVector3D& p, float size, const QCo
     AddLine(out, p - QVector3D(0, 0, size), p + QVector3D(0, 0, size), c);
 }
 
+// Whether this process can make a GL context at all. Qt's platforms without
+// GL cannot even show a window that holds a GL widget, so the view makes its
+// surface only after this said yes.
+bool CanMakeGlContext() {
+    static const bool can = [] {
+        QOpenGLContext context;
+        if (!context.create()) {
+            return false;
+        }
+        QOffscreenSurface surface;
+        surface.setFormat(context.format());
+        surface.create();
+        const bool current = surface.isValid() && context.makeCurrent(&surface);
+        if (current) {
+            context.doneCurrent();
+        }
+        return current;
+    }();
+    return can;
+}
+
 } // namespace
 
-PreviewView::PreviewView(QWidget* parent) : QOpenGLWidget(parent) {
+// The GL side of the view: buffers, textures and shaders, and the drawing of
+// the view's scene. Mouse events pass through to the view.
+class PreviewSurface : public QOpenGLWidget, protected QOpenGLFunctions {
+public:
+    explicit PreviewSurface(PreviewView& view) : QOpenGLWidget(&view), view_(view) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    ~PreviewSurface() override { ReleaseGl(); }
+
+    std::optional<bool> Available() const {
+        if (glReady_) {
+            return true;
+        }
+        return glTried_ ? std::optional<bool>(false) : std::nullopt;
+    }
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void resizeEvent(QResizeEvent* event) override {
+        QOpenGLWidget::resizeEvent(event);
+        glTried_ = true;
+    }
+    void paintEvent(QPaintEvent* event) override {
+        QOpenGLWidget::paintEvent(event);
+        glTried_ = true;
+    }
+
+private:
+    void UploadMesh();
+    void DrawTriangles(const QMatrix4x4& mvp);
+    void DrawLines(const QMatrix4x4& mvp);
+    void DrawLabels();
+    void ReleaseGl();
+
+    PreviewView& view_;
+    bool glTried_ = false;
+    bool glReady_ = false;
+    std::unique_ptr<QOpenGLShaderProgram> meshProgram_;
+    std::unique_ptr<QOpenGLShaderProgram> lineProgram_;
+    GLuint uvBuffer_ = 0;
+    GLuint positionBuffer_ = 0;
+    GLuint normalBuffer_ = 0;
+    GLuint lineBuffer_ = 0;
+    std::vector<GLuint> textureIds_;
+};
+
+PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::ClickFocus);
     setMinimumSize(200, 150);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (CanMakeGlContext()) {
+        surface_ = new PreviewSurface(*this);
+        layout->addWidget(surface_);
+    } else {
+        // Nothing to draw with: the view shows its background.
+        setAutoFillBackground(true);
+        QPalette shade = palette();
+        shade.setColor(QPalette::Window, Background);
+        setPalette(shade);
+    }
 }
 
-PreviewView::~PreviewView() {
-    ReleaseGl();
+PreviewView::~PreviewView() = default;
+
+void PreviewView::Redraw() {
+    if (surface_ != nullptr) {
+        surface_->update();
+    }
 }
 
-void PreviewView::ReleaseGl() {
+QImage PreviewView::Grab() {
+    return surface_ != nullptr ? surface_->grabFramebuffer() : QImage();
+}
+
+void PreviewSurface::ReleaseGl() {
     if (!glReady_ || context() == nullptr) {
         return;
     }
@@ -132,20 +224,7 @@ void PreviewView::ReleaseGl() {
 }
 
 std::optional<bool> PreviewView::GlAvailable() const {
-    if (glReady_) {
-        return true;
-    }
-    return glTried_ ? std::optional<bool>(false) : std::nullopt;
-}
-
-void PreviewView::resizeEvent(QResizeEvent* event) {
-    QOpenGLWidget::resizeEvent(event);
-    glTried_ = true;
-}
-
-void PreviewView::paintEvent(QPaintEvent* event) {
-    QOpenGLWidget::paintEvent(event);
-    glTried_ = true;
+    return surface_ != nullptr ? surface_->Available() : std::optional<bool>(false);
 }
 
 void PreviewView::SetMesh(const preview::Mesh& mesh, std::vector<PreviewTexture> textures) {
@@ -167,7 +246,7 @@ void PreviewView::SetMesh(const preview::Mesh& mesh, std::vector<PreviewTexture>
     min_ = mesh.Min;
     max_ = mesh.Max;
     meshDirty_ = true;
-    update();
+    Redraw();
 }
 
 void PreviewView::ClearMesh() {
@@ -182,7 +261,7 @@ void PreviewView::SetPose(std::vector<Vec3> positions, std::vector<Vec3> normals
     positions_ = std::move(positions);
     normals_ = std::move(normals);
     markers_ = std::move(markers);
-    update();
+    Redraw();
 }
 
 void PreviewView::FrameModel() {
@@ -193,7 +272,7 @@ void PreviewView::FrameModel() {
     distance_ = radius / std::sin(qDegreesToRadians(FieldOfView / 2.0f)) * 1.05f;
     yaw_ = 30.0f;
     pitch_ = 15.0f;
-    update();
+    Redraw();
 }
 
 QVector3D PreviewView::Eye() const {
@@ -223,7 +302,7 @@ std::optional<QPointF> PreviewView::Project(const Vec3& point) const {
     return QPointF((x + 1.0) / 2.0 * width(), (1.0 - y) / 2.0 * height());
 }
 
-void PreviewView::initializeGL() {
+void PreviewSurface::initializeGL() {
     initializeOpenGLFunctions();
     meshProgram_ = std::make_unique<QOpenGLShaderProgram>();
     lineProgram_ = std::make_unique<QOpenGLShaderProgram>();
@@ -246,29 +325,28 @@ void PreviewView::initializeGL() {
     normalBuffer_ = buffers[2];
     lineBuffer_ = buffers[3];
     glReady_ = true;
-    meshDirty_ = true;
-    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &PreviewView::ReleaseGl,
-            Qt::UniqueConnection);
+    view_.meshDirty_ = true;
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { ReleaseGl(); });
 }
 
-void PreviewView::UploadMesh() {
-    meshDirty_ = false;
+void PreviewSurface::UploadMesh() {
+    view_.meshDirty_ = false;
     glBindBuffer(GL_ARRAY_BUFFER, uvBuffer_);
-    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(uvs_.size() * sizeof(float)), uvs_.data(),
+    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(view_.uvs_.size() * sizeof(float)), view_.uvs_.data(),
                  GL_STATIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     if (!textureIds_.empty()) {
         glDeleteTextures(GLsizei(textureIds_.size()), textureIds_.data());
     }
-    textureIds_.assign(textures_.size(), 0);
+    textureIds_.assign(view_.textures_.size(), 0);
     if (textureIds_.empty()) {
         return;
     }
     glGenTextures(GLsizei(textureIds_.size()), textureIds_.data());
     const preview::TextureImage checker = Checker();
-    for (std::size_t i = 0; i < textures_.size(); ++i) {
+    for (std::size_t i = 0; i < view_.textures_.size(); ++i) {
         const preview::TextureImage& image =
-            textures_[i].Image && textures_[i].Image->Width > 0 ? *textures_[i].Image : checker;
+            view_.textures_[i].Image && view_.textures_[i].Image->Width > 0 ? *view_.textures_[i].Image : checker;
         glBindTexture(GL_TEXTURE_2D, textureIds_[i]);
         glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
         glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.Width, image.Height, 0, GL_RGBA,
@@ -282,40 +360,40 @@ void PreviewView::UploadMesh() {
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-void PreviewView::paintGL() {
+void PreviewSurface::paintGL() {
     glClearColor(Background.redF(), Background.greenF(), Background.blueF(), 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (!glReady_) {
         return;
     }
-    if (meshDirty_) {
+    if (view_.meshDirty_) {
         UploadMesh();
     }
-    const QMatrix4x4 mvp = ViewProjection();
+    const QMatrix4x4 mvp = view_.ViewProjection();
     DrawTriangles(mvp);
     DrawLines(mvp);
     DrawLabels();
 }
 
-void PreviewView::DrawTriangles(const QMatrix4x4& mvp) {
-    const std::size_t corners = uvs_.size() / 2;
-    if (corners == 0 || positions_.size() != corners || normals_.size() != corners) {
+void PreviewSurface::DrawTriangles(const QMatrix4x4& mvp) {
+    const std::size_t corners = view_.uvs_.size() / 2;
+    if (corners == 0 || view_.positions_.size() != corners || view_.normals_.size() != corners) {
         return;
     }
     glEnable(GL_DEPTH_TEST);
     glDisable(GL_CULL_FACE);
     meshProgram_->bind();
     meshProgram_->setUniformValue("mvp", mvp);
-    meshProgram_->setUniformValue("light", (Eye() - target_).normalized());
+    meshProgram_->setUniformValue("light", (view_.Eye() - view_.target_).normalized());
     meshProgram_->setUniformValue("tex", 0);
     glActiveTexture(GL_TEXTURE0);
 
     glBindBuffer(GL_ARRAY_BUFFER, positionBuffer_);
-    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(corners * sizeof(Vec3)), positions_.data(),
+    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(corners * sizeof(Vec3)), view_.positions_.data(),
                  GL_STREAM_DRAW);
     glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, 0, nullptr);
     glBindBuffer(GL_ARRAY_BUFFER, normalBuffer_);
-    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(corners * sizeof(Vec3)), normals_.data(),
+    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(corners * sizeof(Vec3)), view_.normals_.data(),
                  GL_STREAM_DRAW);
     glVertexAttribPointer(1, 3, GL_FLOAT, GL_FALSE, 0, nullptr);
     glBindBuffer(GL_ARRAY_BUFFER, uvBuffer_);
@@ -333,13 +411,13 @@ void PreviewView::DrawTriangles(const QMatrix4x4& mvp) {
             glBlendFunc(GL_ONE, GL_ONE);
             glDepthMask(GL_FALSE);
         }
-        for (std::size_t i = 0; i < textures_.size(); ++i) {
-            if ((textures_[i].Mode == 2) != additive || batchCount_[i] == 0) {
+        for (std::size_t i = 0; i < view_.textures_.size(); ++i) {
+            if ((view_.textures_[i].Mode == 2) != additive || view_.batchCount_[i] == 0) {
                 continue;
             }
-            meshProgram_->setUniformValue("mode", textures_[i].Mode);
+            meshProgram_->setUniformValue("mode", view_.textures_[i].Mode);
             glBindTexture(GL_TEXTURE_2D, textureIds_[i]);
-            glDrawArrays(GL_TRIANGLES, batchFirst_[i], batchCount_[i]);
+            glDrawArrays(GL_TRIANGLES, view_.batchFirst_[i], view_.batchCount_[i]);
         }
     }
     glDepthMask(GL_TRUE);
@@ -351,19 +429,19 @@ void PreviewView::DrawTriangles(const QMatrix4x4& mvp) {
     meshProgram_->release();
 }
 
-void PreviewView::DrawLines(const QMatrix4x4& mvp) {
+void PreviewSurface::DrawLines(const QMatrix4x4& mvp) {
     std::vector<float> lines;
-    const float size = std::max((ToQt(max_) - ToQt(min_)).length(), 1.0f) * 0.02f;
-    for (const PreviewMarkers::Line& bone : markers_.Bones) {
+    const float size = std::max((ToQt(view_.max_) - ToQt(view_.min_)).length(), 1.0f) * 0.02f;
+    for (const PreviewMarkers::Line& bone : view_.markers_.Bones) {
         AddLine(lines, ToQt(bone.From), ToQt(bone.To), QColor(250, 220, 60));
     }
-    for (const PreviewMarkers::Attachment& a : markers_.Attachments) {
+    for (const PreviewMarkers::Attachment& a : view_.markers_.Attachments) {
         AddCross(lines, ToQt(a.Point), size, QColor(60, 220, 250));
     }
-    if (markers_.Eye) {
-        AddCross(lines, ToQt(*markers_.Eye), size * 1.5f, QColor(80, 250, 80));
+    if (view_.markers_.Eye) {
+        AddCross(lines, ToQt(*view_.markers_.Eye), size * 1.5f, QColor(80, 250, 80));
     }
-    if (const auto& c = markers_.Control) {
+    if (const auto& c = view_.markers_.Control) {
         const QColor orange(250, 140, 30);
         const QVector3D origin = ToQt(c->Origin);
         AddCross(lines, origin, size, orange);
@@ -400,14 +478,14 @@ void PreviewView::DrawLines(const QMatrix4x4& mvp) {
     lineProgram_->release();
 }
 
-void PreviewView::DrawLabels() {
-    if (markers_.Attachments.empty()) {
+void PreviewSurface::DrawLabels() {
+    if (view_.markers_.Attachments.empty()) {
         return;
     }
     QPainter painter(this);
     painter.setPen(QColor(60, 220, 250));
-    for (const PreviewMarkers::Attachment& a : markers_.Attachments) {
-        if (const std::optional<QPointF> at = Project(a.Point)) {
+    for (const PreviewMarkers::Attachment& a : view_.markers_.Attachments) {
+        if (const std::optional<QPointF> at = view_.Project(a.Point)) {
             painter.drawText(*at + QPointF(6, -6), QString::number(a.Number));
         }
     }
@@ -436,12 +514,12 @@ void PreviewView::mouseMoveEvent(QMouseEvent* event) {
     } else {
         return;
     }
-    update();
+    Redraw();
 }
 
 void PreviewView::wheelEvent(QWheelEvent* event) {
     distance_ = std::max(distance_ * std::pow(0.999f, float(event->angleDelta().y())), 0.01f);
-    update();
+    Redraw();
 }
 
 } // namespace quarle::ui

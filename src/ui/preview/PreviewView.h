@@ -7,16 +7,14 @@
 #include "preview/ModelPose.h"
 
 #include <QMatrix4x4>
-#include <QOpenGLFunctions>
-#include <QOpenGLWidget>
+#include <QImage>
+#include <QWidget>
 #include <QPoint>
 #include <QPointF>
 #include <QString>
 #include <memory>
 #include <optional>
 #include <vector>
-
-class QOpenGLShaderProgram;
 
 namespace quarle::ui {
 
@@ -50,7 +48,12 @@ struct PreviewMarkers {
     std::optional<Controller> Control;
 };
 
-class PreviewView : public QOpenGLWidget, protected QOpenGLFunctions {
+class PreviewSurface;
+
+// The view keeps the scene and the camera; the GL surface inside it, made
+// only where a GL context can be had, draws them. Without one the view
+// stays empty and says so through GlAvailable.
+class PreviewView : public QWidget {
     Q_OBJECT
 
 public:
@@ -71,31 +74,29 @@ public:
     // mesh fill the view.
     void FrameModel();
 
-    // Where a point of the model shows in the widget (logical pixels), or
+    // Where a point of the model shows in the view (logical pixels), or
     // nothing for a point behind the camera.
     std::optional<QPointF> Project(const preview::Vec3& point) const;
     const PreviewMarkers& Markers() const { return markers_; }
 
-    // Whether a GL context could be made; nothing while none was tried yet.
+    // Whether the view can draw: nothing while its GL surface has not been
+    // shown yet, false where no GL context could be made.
     std::optional<bool> GlAvailable() const;
+    // The picture drawn last (empty without GL).
+    QImage Grab();
 
 protected:
-    void initializeGL() override;
-    void paintGL() override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend class PreviewSurface;
     QMatrix4x4 ViewProjection() const;
     QVector3D Eye() const;
-    void UploadMesh();
-    void DrawTriangles(const QMatrix4x4& mvp);
-    void DrawLines(const QMatrix4x4& mvp);
-    void DrawLabels();
-    void ReleaseGl();
+    void Redraw();
+
+    PreviewSurface* surface_ = nullptr;
 
     // The scene.
     std::vector<int> batchFirst_;
@@ -115,17 +116,6 @@ private:
     float yaw_ = 30.0f;
     float pitch_ = 15.0f;
     QPoint dragFrom_;
-
-    // GL objects, made in initializeGL.
-    bool glTried_ = false;
-    bool glReady_ = false;
-    std::unique_ptr<QOpenGLShaderProgram> meshProgram_;
-    std::unique_ptr<QOpenGLShaderProgram> lineProgram_;
-    GLuint uvBuffer_ = 0;
-    GLuint positionBuffer_ = 0;
-    GLuint normalBuffer_ = 0;
-    GLuint lineBuffer_ = 0;
-    std::vector<GLuint> textureIds_;
 };
 
 } // namespace quarle::ui
