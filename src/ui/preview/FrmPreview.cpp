@@ -179,6 +179,17 @@ void FrmPreview::RebuildMesh() {
         }
     }
     mesh_ = preview::BuildMesh(parts, meshSource_->Scale);
+    // The whole model is framed: its joints too, which often stand beyond
+    // the triangles (a mesh without triangles is framed by them alone).
+    const bool noCorners = mesh_.Batches.empty();
+    for (std::size_t b = 0; b < mesh_.Bones.Bind.size(); ++b) {
+        const Vec3 joint = Scaled(mesh_.Bones.Bind[b].Origin(), meshSource_->Scale);
+        for (std::size_t i = 0; i < 3; ++i) {
+            const bool first = noCorners && b == 0;
+            mesh_.Min[i] = first ? joint[i] : std::min(mesh_.Min[i], joint[i]);
+            mesh_.Max[i] = first ? joint[i] : std::max(mesh_.Max[i], joint[i]);
+        }
+    }
     textureSource_.reset();
 }
 
@@ -200,7 +211,7 @@ void FrmPreview::ReloadTextures() {
         textures.push_back(std::move(texture));
     }
     PicView->SetMesh(mesh_, std::move(textures));
-    if (!framed_ && !mesh_.Batches.empty()) {
+    if (!framed_ && !mesh_.Bones.Names.empty()) {
         framed_ = true;
         PicView->FrameModel();
     }
