@@ -1,6 +1,7 @@
 // The form gallery: every form that exists, built, started and rendered to
 // PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
-// (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
+// (writes OUTDIR/de/*.png and OUTDIR/en/*.png); with --preview only the
+// windows that draw with GL, which need a platform with GL. Exits non-zero when a
 // language file is missing or a form asked an unexpected question.
 #include "GallerySupport.h"
 
@@ -33,6 +34,8 @@ void LoadReportGallery(const QString& folder, const char* languageFile);
 // The settings dialog, the translation tools and the about box
 // (LocalisationGallery.cpp).
 void LocalisationGallery(const QString& folder, const char* languageFile);
+// The 3D preview, drawn with GL (PreviewGallery.cpp).
+void PreviewGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -119,6 +122,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("QuarleGallery"));
 
     const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("gallery");
+    const bool gl = argc > 2 && QByteArray(argv[2]) == "--preview";
     const struct {
         const char* folder;
         const char* file;
@@ -127,6 +131,10 @@ int main(int argc, char** argv) {
         const QString folder = QDir(out).filePath(QString::fromLatin1(language.folder));
         if (!QDir().mkpath(folder)) {
             Fail(QStringLiteral("cannot make %1").arg(folder));
+            continue;
+        }
+        if (gl) {
+            PreviewGallery(folder, language.file);
             continue;
         }
         MainWindow(folder, language.file);

@@ -13,6 +13,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -104,6 +105,11 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
+    // The button shows what a click will do.
+    connect(CmdPlay, &QPushButton::toggled, this, [this](bool playing) {
+        CmdPlay->setIcon(
+            style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+    });
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);

@@ -1,5 +1,6 @@
 #include "ui/preview/PreviewView.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
@@ -109,9 +110,14 @@ void AddCross(std::vector<float>& out, const QVector3D& p, float size, const QCo
 
 // Whether this process can make a GL context at all. Qt's platforms without
 // GL cannot even show a window that holds a GL widget, so the view makes its
-// surface only after this said yes.
+// surface only after this said yes. The offscreen platform makes a context
+// where an X display is at hand but cannot render a GL widget with it.
 bool CanMakeGlContext() {
     static const bool can = [] {
+        const QString platform = QGuiApplication::platformName();
+        if (platform == QLatin1String("offscreen") || platform == QLatin1String("minimal")) {
+            return false;
+        }
         QOpenGLContext context;
         if (!context.create()) {
             return false;
@@ -162,7 +168,6 @@ private:
     void UploadMesh();
     void DrawTriangles(const QMatrix4x4& mvp);
     void DrawLines(const QMatrix4x4& mvp);
-    void DrawLabels();
     void ReleaseGl();
 
     PreviewView& view_;
@@ -175,6 +180,31 @@ private:
     GLuint normalBuffer_ = 0;
     GLuint lineBuffer_ = 0;
     std::vector<GLuint> textureIds_;
+};
+
+// The numbers of the attachments, painted over the GL surface (or the
+// background where there is none) by a widget of their own, so that they are
+// part of every picture of the window.
+class PreviewLabels : public QWidget {
+public:
+    explicit PreviewLabels(PreviewView& view) : QWidget(&view), view_(view) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(QColor(60, 220, 250));
+        for (const PreviewMarkers::Attachment& a : view_.Markers().Attachments) {
+            if (const std::optional<QPointF> at = view_.Project(a.Point)) {
+                painter.drawText(*at + QPointF(6, -6), QString::number(a.Number));
+            }
+        }
+    }
+
+private:
+    PreviewView& view_;
 };
 
 PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
@@ -192,6 +222,8 @@ PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
         shade.setColor(QPalette::Window, Background);
         setPalette(shade);
     }
+    labels_ = new PreviewLabels(*this);
+    labels_->raise();
 }
 
 PreviewView::~PreviewView() = default;
@@ -200,6 +232,7 @@ void PreviewView::Redraw() {
     if (surface_ != nullptr) {
         surface_->update();
     }
+    labels_->update();
 }
 
 QImage PreviewView::Grab() {
@@ -270,7 +303,7 @@ void PreviewView::FrameModel() {
     target_ = (low + high) / 2.0f;
     const float radius = std::max((high - low).length() / 2.0f, 1.0f);
     distance_ = radius / std::sin(qDegreesToRadians(FieldOfView / 2.0f)) * 1.05f;
-    yaw_ = 30.0f;
+    yaw_ = 40.0f;
     pitch_ = 15.0f;
     Redraw();
 }
@@ -358,6 +391,7 @@ void PreviewSurface::UploadMesh() {
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
     }
     glBindTexture(GL_TEXTURE_2D, 0);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4); // as QPainter's glyph uploads expect it
 }
 
 void PreviewSurface::paintGL() {
@@ -372,7 +406,6 @@ void PreviewSurface::paintGL() {
     const QMatrix4x4 mvp = view_.ViewProjection();
     DrawTriangles(mvp);
     DrawLines(mvp);
-    DrawLabels();
 }
 
 void PreviewSurface::DrawTriangles(const QMatrix4x4& mvp) {
@@ -478,17 +511,9 @@ void PreviewSurface::DrawLines(const QMatrix4x4& mvp) {
     lineProgram_->release();
 }
 
-void PreviewSurface::DrawLabels() {
-    if (view_.markers_.Attachments.empty()) {
-        return;
-    }
-    QPainter painter(this);
-    painter.setPen(QColor(60, 220, 250));
-    for (const PreviewMarkers::Attachment& a : view_.markers_.Attachments) {
-        if (const std::optional<QPointF> at = view_.Project(a.Point)) {
-            painter.drawText(*at + QPointF(6, -6), QString::number(a.Number));
-        }
-    }
+void PreviewView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    labels_->setGeometry(rect());
 }
 
 void PreviewView::mousePressEvent(QMouseEvent* event) {

@@ -48,6 +48,7 @@ struct PreviewMarkers {
     std::optional<Controller> Control;
 };
 
+class PreviewLabels;
 class PreviewSurface;
 
 // The view keeps the scene and the camera; the GL surface inside it, made
@@ -89,6 +90,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     friend class PreviewSurface;
@@ -97,6 +99,7 @@ private:
     void Redraw();
 
     PreviewSurface* surface_ = nullptr;
+    PreviewLabels* labels_ = nullptr;
 
     // The scene.
     std::vector<int> batchFirst_;
@@ -113,7 +116,7 @@ private:
     // The camera: a point it looks at, and its distance and angles (degrees).
     QVector3D target_;
     float distance_ = 100.0f;
-    float yaw_ = 30.0f;
+    float yaw_ = 40.0f;
     float pitch_ = 15.0f;
     QPoint dragFrom_;
 };
