@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quarle::ui {
@@ -39,17 +40,25 @@ void main() {
 }
 )";
 
-const char* MeshFragmentShader = R"(#version 120
+// One program per render mode, MODE defined ahead of this: a discard in the
+// shader of every batch would cost the software renderer its early depth
+// test.
+const char* MeshFragmentShader = R"(
 uniform sampler2D tex;
-uniform int mode;
 varying vec2 texCoord;
 varying float shade;
 void main() {
     vec4 c = texture2D(tex, texCoord);
-    if (mode == 1 && c.a < 0.5) {
+#if MODE == 1
+    if (c.a < 0.5) {
         discard;
     }
-    gl_FragColor = vec4(mode == 2 ? c.rgb : c.rgb * shade, 1.0);
+#endif
+#if MODE == 2
+    gl_FragColor = vec4(c.rgb, 1.0);
+#else
+    gl_FragColor = vec4(c.rgb * shade, 1.0);
+#endif
 }
 )";
 
@@ -173,7 +182,7 @@ private:
     PreviewView& view_;
     bool glTried_ = false;
     bool glReady_ = false;
-    std::unique_ptr<QOpenGLShaderProgram> meshProgram_;
+    std::array<std::unique_ptr<QOpenGLShaderProgram>, 3> meshPrograms_; // by render mode
     std::unique_ptr<QOpenGLShaderProgram> lineProgram_;
     GLuint uvBuffer_ = 0;
     GLuint positionBuffer_ = 0;
@@ -250,7 +259,9 @@ void PreviewSurface::ReleaseGl() {
         glDeleteTextures(GLsizei(textureIds_.size()), textureIds_.data());
     }
     textureIds_.clear();
-    meshProgram_.reset();
+    for (auto& program : meshPrograms_) {
+        program.reset();
+    }
     lineProgram_.reset();
     glReady_ = false;
     doneCurrent();
@@ -337,18 +348,26 @@ std::optional<QPointF> PreviewView::Project(const Vec3& point) const {
 
 void PreviewSurface::initializeGL() {
     initializeOpenGLFunctions();
-    meshProgram_ = std::make_unique<QOpenGLShaderProgram>();
+    bool linked = true;
+    for (int mode = 0; mode < 3; ++mode) {
+        auto& program = meshPrograms_[std::size_t(mode)];
+        program = std::make_unique<QOpenGLShaderProgram>();
+        program->addShaderFromSourceCode(QOpenGLShader::Vertex, MeshVertexShader);
+        program->addShaderFromSourceCode(
+            QOpenGLShader::Fragment,
+            QByteArray("#version 120\n#define MODE ") + QByteArray::number(mode) +
+                MeshFragmentShader);
+        program->bindAttributeLocation("position", 0);
+        program->bindAttributeLocation("normal", 1);
+        program->bindAttributeLocation("uv", 2);
+        linked = program->link() && linked;
+    }
     lineProgram_ = std::make_unique<QOpenGLShaderProgram>();
-    meshProgram_->addShaderFromSourceCode(QOpenGLShader::Vertex, MeshVertexShader);
-    meshProgram_->addShaderFromSourceCode(QOpenGLShader::Fragment, MeshFragmentShader);
-    meshProgram_->bindAttributeLocation("position", 0);
-    meshProgram_->bindAttributeLocation("normal", 1);
-    meshProgram_->bindAttributeLocation("uv", 2);
     lineProgram_->addShaderFromSourceCode(QOpenGLShader::Vertex, LineVertexShader);
     lineProgram_->addShaderFromSourceCode(QOpenGLShader::Fragment, LineFragmentShader);
     lineProgram_->bindAttributeLocation("position", 0);
     lineProgram_->bindAttributeLocation("color", 1);
-    if (!meshProgram_->link() || !lineProgram_->link()) {
+    if (!linked || !lineProgram_->link()) {
         return; // glReady_ stays false: the window says that it cannot draw
     }
     GLuint buffers[4];
@@ -415,10 +434,6 @@ void PreviewSurface::DrawTriangles(const QMatrix4x4& mvp) {
     }
     glEnable(GL_DEPTH_TEST);
     glDisable(GL_CULL_FACE);
-    meshProgram_->bind();
-    meshProgram_->setUniformValue("mvp", mvp);
-    meshProgram_->setUniformValue("light", (view_.Eye() - view_.target_).normalized());
-    meshProgram_->setUniformValue("tex", 0);
     glActiveTexture(GL_TEXTURE0);
 
     glBindBuffer(GL_ARRAY_BUFFER, positionBuffer_);
@@ -438,17 +453,22 @@ void PreviewSurface::DrawTriangles(const QMatrix4x4& mvp) {
 
     // Solid and masked batches first, then the additive ones over them,
     // blended and leaving the depth buffer as it is.
-    for (const bool additive : {false, true}) {
-        if (additive) {
+    const QVector3D light = (view_.Eye() - view_.target_).normalized();
+    for (int mode = 0; mode < 3; ++mode) {
+        QOpenGLShaderProgram& program = *meshPrograms_[std::size_t(mode)];
+        program.bind();
+        program.setUniformValue("mvp", mvp);
+        program.setUniformValue("light", light);
+        program.setUniformValue("tex", 0);
+        if (mode == 2) {
             glEnable(GL_BLEND);
             glBlendFunc(GL_ONE, GL_ONE);
             glDepthMask(GL_FALSE);
         }
         for (std::size_t i = 0; i < view_.textures_.size(); ++i) {
-            if ((view_.textures_[i].Mode == 2) != additive || view_.batchCount_[i] == 0) {
+            if (std::clamp(view_.textures_[i].Mode, 0, 2) != mode || view_.batchCount_[i] == 0) {
                 continue;
             }
-            meshProgram_->setUniformValue("mode", view_.textures_[i].Mode);
             glBindTexture(GL_TEXTURE_2D, textureIds_[i]);
             glDrawArrays(GL_TRIANGLES, view_.batchFirst_[i], view_.batchCount_[i]);
         }
@@ -459,7 +479,7 @@ void PreviewSurface::DrawTriangles(const QMatrix4x4& mvp) {
     for (GLuint a = 0; a < 3; ++a) {
         glDisableVertexAttribArray(a);
     }
-    meshProgram_->release();
+    meshPrograms_[2]->release();
 }
 
 void PreviewSurface::DrawLines(const QMatrix4x4& mvp) {
