@@ -6,7 +6,8 @@
 BUILD      ?= build
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo Ninja || echo "Unix Makefiles")
-PACKAGES   := cmake g++ ninja-build python3 qt6-base-dev qt6-translations-l10n libgtest-dev libgmock-dev
+PACKAGES   := cmake g++ ninja-build python3 qt6-base-dev qt6-translations-l10n libgtest-dev libgmock-dev \
+              libqt6opengl6-dev libgl1-mesa-dri xvfb xauth
 SUDO       := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 # Where ccache is installed it serves every build tree (a developer's choice;
 # a plain machine builds without it).

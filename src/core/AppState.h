@@ -23,6 +23,14 @@ struct ToolSettings {
     std::array<std::string, 4> RecentFiles{"...", "...", "...", "..."};
 };
 
+// What the 3D preview shows beyond the document: the texture variation row
+// (1: the model's own textures) and the controller, as last chosen in their
+// dialogs.
+struct PreviewChoice {
+    int TextureRow = 1;
+    int Controller = 0;
+};
+
 inline constexpr int LastIds = 93; // IdsNames(0..93), IdsTexts(0..93)
 
 struct AppState {
@@ -39,6 +47,7 @@ struct AppState {
     i16 OriginEditZ = 0;
     // The bone tree of the skeleton dialogs; not part of the document.
     SkeletonTables Skeleton;
+    PreviewChoice Preview;
 };
 
 } // namespace quarle

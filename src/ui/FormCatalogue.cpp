@@ -12,6 +12,7 @@
 #include "ui/localisation/DlgSettings.h"
 #include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/preview/FrmPreview.h"
 #include "ui/textures/DlgTextureGroup.h"
 #include "ui/textures/DlgTexturemode.h"
 #include "ui/wizards/AnimWiz1.h"
@@ -66,6 +67,7 @@ const std::vector<CataloguedForm>& FormCatalogue() {
          [](FormNeeds& needs) -> std::unique_ptr<QWidget> {
              return std::make_unique<frmAbout>(needs.State, needs.Services, &needs.Main);
          }},
+        {"FrmPreview", true, WithMain<FrmPreview>},
         {"DlgOrigin", true, WithMain<DlgOrigin>},
         {"DlgController", true, WithMain<DlgController>},
         {"Wizard2", true, WizardPageAlone<Wizard2>},
@@ -101,7 +103,7 @@ const std::vector<CataloguedForm>& FormCatalogue() {
         {"DlgTextureGroup", false, WithMain<DlgTextureGroup>},
         {"DlgTexturemode", false, WithMain<DlgTexturemode>},
         // A new form that reads a language file goes here, behind the last
-        // one: its section then follows the others in the language files.
+        // one (or where its section stands in the language files).
     };
     return forms;
 }

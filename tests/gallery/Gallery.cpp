@@ -1,9 +1,10 @@
 // The form gallery: every form that exists, built, started and rendered to
 // PNG in each language, for people to look at. Usage: quarle_gallery OUTDIR
-// (writes OUTDIR/de/*.png and OUTDIR/en/*.png). Exits non-zero when a
-// language file is missing or a form asked an unexpected question. A form of
-// the catalogue that no scene below shows is rendered as it is built, so a
-// new form is in the gallery from the start.
+// (writes OUTDIR/de/*.png and OUTDIR/en/*.png); with --preview only the
+// windows that draw with GL, which need a platform with GL. Exits non-zero
+// when a language file is missing or a form asked an unexpected question. A
+// form of the catalogue that no scene below shows is rendered as it is built,
+// so a new form is in the gallery from the start.
 #include "GallerySupport.h"
 #include "ui/FormCatalogue.h"
 #include "ui/localisation/ApplyLanguage.h"
@@ -37,6 +38,8 @@ void LoadReportGallery(const QString& folder, const char* languageFile);
 // The settings dialog, the translation tools and the about box
 // (LocalisationGallery.cpp).
 void LocalisationGallery(const QString& folder, const char* languageFile);
+// The 3D preview, drawn with GL (PreviewGallery.cpp).
+void PreviewGallery(const QString& folder, const char* languageFile);
 
 namespace {
 
@@ -120,7 +123,8 @@ void CatalogueGallery(const QString& folder, const char* languageFile) {
     quarle::ui::FormNeeds needs{*window.State, window.Services, window.Settings.Store(), main};
     for (const quarle::ui::CataloguedForm& catalogued : quarle::ui::FormCatalogue()) {
         const QString name = QString::fromLatin1(catalogued.Name);
-        if (quarle::gallery::Shown(folder, name)) {
+        // The preview draws with GL: the run with --preview shows it.
+        if (quarle::gallery::Shown(folder, name) || name == QLatin1String("FrmPreview")) {
             continue;
         }
         const std::unique_ptr<QWidget> form = catalogued.Make(needs);
@@ -146,6 +150,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("QuarleGallery"));
 
     const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("gallery");
+    const bool gl = argc > 2 && QByteArray(argv[2]) == "--preview";
     const struct {
         const char* folder;
         const char* file;
@@ -154,6 +159,10 @@ int main(int argc, char** argv) {
         const QString folder = QDir(out).filePath(QString::fromLatin1(language.folder));
         if (!QDir().mkpath(folder)) {
             Fail(QStringLiteral("cannot make %1").arg(folder));
+            continue;
+        }
+        if (gl) {
+            PreviewGallery(folder, language.file);
             continue;
         }
         MainWindow(folder, language.file);

@@ -144,6 +144,7 @@ FORMS = [
         M("MnuDateiComp", "&Build .mdl file"),
         M("MnuDateiView", "Open model in &viewer"),
         M("MnuDateiViewCode", "Open .qc file in &editor"),
+        M("MnuDateiPreview", "&3D preview"),
         recent("MnuDateiLast1"),
         recent("MnuDateiLast2"),
         recent("MnuDateiLast3"),
@@ -193,6 +194,12 @@ FORMS = [
         # program's version.
         C("LblVersion", "", "Version of the program"),
         C("CmdOK", "OK"),
+    ]),
+    ("FrmPreview", "3D preview", [
+        T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
+        C("CmdPlay", "Play", "Plays the selected animation or holds it"),
+        C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
+        C("LblStatus", "", "What the preview shows and what it lacks"),
     ]),
     ("DlgOrigin", "Origin offset", [
         C("Label4", "X,Y"),
@@ -465,6 +472,8 @@ GERMAN_DIFFERENCES = {
     ("DlgSettings", "ImageEditor", "tip"): "Gefunden und startbar?",
     # Filled at load with the version string and the program's version.
     ("frmAbout", "LblVersion", "caption"): "",
+    # Filled at load with what the preview shows.
+    ("FrmPreview", "LblStatus", "caption"): "",
     # A value keeps no outer blanks; the form puts a blank before the path.
     ("Wizard2", "LblHelpText3", "caption"): '"c:\\modells\\meinmodell\\texturen"',
     ("Wizard2", "LblHelpText5", "caption"): '"c:\\modells\\meinmodell"',
@@ -647,6 +656,14 @@ GERMAN_MESSAGES = {
     "MSG_CHECK_ATTACHMENT_BONE": "Anhängepunkt %1 sitzt am Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_CONTROLLER_BONE": "Controller %1 bewegt den Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_SEQUENCE_LARGE": "Die Animation „%1“ („%2“) kann mehr als 64 KB Animationsdaten haben (%3 Bilder mit %4 Knochen); eine größere Sequenz lehnt der Compiler ab.",
+    "MSG_PREVIEW_NO_GL": "OpenGL steht hier nicht zur Verfügung, die Vorschau kann das Modell "
+                         "nicht zeichnen.",
+    "MSG_PREVIEW_NO_PARTS": "Kein Referenzteil zum Zeigen: füge eines auf der Seite der "
+                            "Modelldateien hinzu.",
+    "MSG_PREVIEW_PARTS_MISSING": "Nicht im Modellordner: %1",
+    "MSG_PREVIEW_TEXTURES_MISSING": "Als Schachbrett gezeichnet, nicht im Texturenordner: %1",
+    "MSG_PREVIEW_BIND_POSE": "%1 Dreiecke; keine Animation gewählt",
+    "MSG_PREVIEW_FRAME": "%1 Dreiecke; %2: Bild %3 von %4",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

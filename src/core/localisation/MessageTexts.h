@@ -186,6 +186,13 @@ enum Msg : int {
     MSG_CHECK_ATTACHMENT_BONE,
     MSG_CHECK_CONTROLLER_BONE,
     MSG_CHECK_SEQUENCE_LARGE,
+    // The status line of the 3D preview.
+    MSG_PREVIEW_NO_GL,
+    MSG_PREVIEW_NO_PARTS,
+    MSG_PREVIEW_PARTS_MISSING,
+    MSG_PREVIEW_TEXTURES_MISSING,
+    MSG_PREVIEW_BIND_POSE,
+    MSG_PREVIEW_FRAME,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -441,6 +448,15 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_CHECK_SEQUENCE_LARGE, "MSG_CHECK_SEQUENCE_LARGE",
      "The animation \"%1\" (\"%2\") may hold more than 64 KB of animation data (%3 frames of %4 "
      "bones); the compiler refuses a larger sequence."},
+    {MSG_PREVIEW_NO_GL, "MSG_PREVIEW_NO_GL",
+     "OpenGL is not available here, so the preview cannot draw the model."},
+    {MSG_PREVIEW_NO_PARTS, "MSG_PREVIEW_NO_PARTS",
+     "No reference part to show: add one on the page of the model files."},
+    {MSG_PREVIEW_PARTS_MISSING, "MSG_PREVIEW_PARTS_MISSING", "Not in the model folder: %1"},
+    {MSG_PREVIEW_TEXTURES_MISSING, "MSG_PREVIEW_TEXTURES_MISSING",
+     "Drawn as a checker, not in the texture folder: %1"},
+    {MSG_PREVIEW_BIND_POSE, "MSG_PREVIEW_BIND_POSE", "%1 triangles; no animation selected"},
+    {MSG_PREVIEW_FRAME, "MSG_PREVIEW_FRAME", "%1 triangles; %2: frame %3 of %4"},
 }};
 
 namespace detail {

@@ -142,6 +142,7 @@ void DlgController::CmbController_Click() {
     if (k < 0) {
         return;
     }
+    state_.Preview.Controller = k; // the 3D preview shows the controller on show
     const Document& doc = state_.Doc;
     const ControllerRec c = doc.Controllers[k];
     ChkCtrlAktiv->setChecked(c.Active == 1);

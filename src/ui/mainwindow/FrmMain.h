@@ -49,6 +49,7 @@ class QTabWidget;
 namespace quarle::ui {
 
 class DlgName;
+class FrmPreview;
 class frmAbout;
 
 class FrmMain : public QMainWindow {
@@ -110,6 +111,7 @@ public:
     void MnuDateiComp_Click();
     void MnuDateiView_Click();
     void MnuDateiViewCode_Click();
+    void MnuDateiPreview_Click();
     void MnuDateiLast_Click(int i); // i: 0 for MnuDateiLast1 .. 3 for MnuDateiLast4
     void MnuDateiLast1_Click() { MnuDateiLast_Click(0); }
     void MnuDateiLast2_Click() { MnuDateiLast_Click(1); }
@@ -241,6 +243,7 @@ public:
     QAction* MnuDateiComp = nullptr;
     QAction* MnuDateiView = nullptr;
     QAction* MnuDateiViewCode = nullptr;
+    QAction* MnuDateiPreview = nullptr;
     QAction* MnuB = nullptr;
     QAction* MnuDateiLast1 = nullptr;
     QAction* MnuDateiLast2 = nullptr;
@@ -297,6 +300,15 @@ public:
     quarle::ReaderHost& ScriptReaderHost() { return readerHost_; }
     // The dialog of CmdNewGroup while it is open (it does not block the window).
     DlgName* OpenDlgName() const;
+    // What the 3D preview shows of the two pages: the animation selected in
+    // LstAnimations as {group, slot} (the first of the group on show while
+    // none is selected), and the part on show per body group (index 0 for
+    // group 1): the selected entry of LstParts for the selected group, the
+    // first part for the others.
+    std::optional<std::pair<int, int>> PreviewAnimation() const;
+    std::vector<int> PreviewParts() const;
+    // The preview window while it is open.
+    FrmPreview* OpenFrmPreview() const;
     // Which files of the model folder are meshes, remembered between refills.
     const ModelFolderCache& ModelFolderKinds() const { return modelFolderKinds_; }
 
@@ -341,6 +353,7 @@ private:
     void DeleteSelectedAnimations();
     QPointer<DlgName> dlgName_;
     QPointer<frmAbout> about_;
+    QPointer<FrmPreview> preview_;
     ModelFolderCache modelFolderKinds_;
     FrmMainReaderHost readerHost_{*this};
     // Scripts loaded with findings whose original has not been kept yet.

@@ -491,6 +491,8 @@ void FrmMain::BuildMenus() {
     MnuDateiView->setEnabled(false);
     MnuDateiViewCode = entry(MnuDatei, QStringLiteral("MnuDateiViewCode"),
                              QStringLiteral("qc-Datei mit &Editor \u00f6ffnen"));
+    MnuDateiPreview =
+        entry(MnuDatei, QStringLiteral("MnuDateiPreview"), QStringLiteral("&3D-Vorschau"));
     MnuB = separator(MnuDatei, QStringLiteral("MnuB"));
     MnuDateiLast1 = entry(MnuDatei, QStringLiteral("MnuDateiLast1"), QString());
     MnuDateiLast2 = entry(MnuDatei, QStringLiteral("MnuDateiLast2"), QString());

@@ -6,6 +6,7 @@
 #include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
+#include "ui/preview/FrmPreview.h"
 #include "ui/wizards/AnimWiz1.h"
 #include "ui/wizards/AnimWiz2.h"
 #include "ui/wizards/AnimWiz3.h"
@@ -16,6 +17,7 @@
 #include "ui/wizards/Wizard4.h"
 #include "ui/wizards/Wizard5.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 
@@ -83,6 +85,47 @@ void FrmMain::MnuHilfeUeber_Click() {
     about_->setAttribute(Qt::WA_DeleteOnClose);
     connect(about_, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
     about_->show();
+}
+
+void FrmMain::MnuDateiPreview_Click() {
+    if (preview_ != nullptr) {
+        preview_->raise();
+        preview_->activateWindow();
+        return;
+    }
+    preview_ = new FrmPreview(state_, services_, *this, this);
+    preview_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(preview_, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    preview_->show();
+}
+
+FrmPreview* FrmMain::OpenFrmPreview() const {
+    return preview_;
+}
+
+std::optional<std::pair<int, int>> FrmMain::PreviewAnimation() const {
+    const std::optional<int> g = AnimGroup();
+    if (!g) {
+        return std::nullopt;
+    }
+    const int row = LstAnimations->currentRow();
+    if (row >= 0 && row <= limits::LastAnimSlot && LstAnimations->item(row)->isSelected()) {
+        return std::pair{*g, row};
+    }
+    if (LstAnimations->count() > 0) {
+        return std::pair{*g, 0};
+    }
+    return std::nullopt;
+}
+
+std::vector<int> FrmMain::PreviewParts() const {
+    std::vector<int> parts(state_.Doc.BodyGroupCount, 0);
+    const std::optional<int> k = SelectedBodyGroup();
+    const int row = LstParts->currentRow();
+    if (k && std::size_t(*k) < parts.size() && row >= 0 && LstParts->item(row)->isSelected()) {
+        parts[std::size_t(*k)] = row;
+    }
+    return parts;
 }
 
 void FrmMain::Localise(QWidget* obj) {

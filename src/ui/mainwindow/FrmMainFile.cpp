@@ -89,6 +89,7 @@ void FrmMain::ConnectFileCommands() {
     connect(CmdCompile, &QPushButton::clicked, this, &FrmMain::CmdCompile_Click);
     connect(MnuDateiView, &QAction::triggered, this, &FrmMain::MnuDateiView_Click);
     connect(MnuDateiViewCode, &QAction::triggered, this, &FrmMain::MnuDateiViewCode_Click);
+    connect(MnuDateiPreview, &QAction::triggered, this, &FrmMain::MnuDateiPreview_Click);
     connect(MnuDateiLast1, &QAction::triggered, this, &FrmMain::MnuDateiLast1_Click);
     connect(MnuDateiLast2, &QAction::triggered, this, &FrmMain::MnuDateiLast2_Click);
     connect(MnuDateiLast3, &QAction::triggered, this, &FrmMain::MnuDateiLast3_Click);

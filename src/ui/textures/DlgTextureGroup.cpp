@@ -193,6 +193,7 @@ void DlgTextureGroup::TxtVarNr_Change() {
         return;
     }
     variation_ = whole;
+    state_.Preview.TextureRow = whole + 1; // the 3D preview shows the variation on show
     // A change of variation shows the state of the first texture.
     if (LstTexture->count() == 0) {
         return;

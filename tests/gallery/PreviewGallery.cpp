@@ -1,0 +1,70 @@
+// The 3D preview on the sample model: two body groups, its textures (the
+// eyes masked), an eye position, an attachment and a controller, playing its
+// first animation. Drawn with GL, so Gallery.cpp calls it only in the run
+// under a virtual X display (quarle_gallery OUTDIR --preview).
+#include "GallerySupport.h"
+#include "ui/preview/FrmPreview.h"
+#include "ui/preview/PreviewView.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+
+void PreviewGallery(const QString& folder, const char* languageFile) {
+    quarle::gallery::Window window(languageFile);
+    quarle::ui::FrmMain& form = window.Start();
+    quarle::Document& doc = window.State->Doc;
+
+    QTemporaryDir model;
+    const QDir sample(QStringLiteral(QUARLE_TEST_DATA "/model"));
+    for (const QString& name : sample.entryList(QDir::Files)) {
+        QFile::copy(sample.filePath(name), QDir(model.path()).filePath(name));
+    }
+    doc.ModelPath = model.path().toStdString();
+    doc.TexturePath = QUARLE_TEST_DATA "/model/textures";
+    doc.BodyGroupCount = 2;
+    doc.BodyGroups[1].PartCount = 1;
+    doc.BodyGroups[1].Parts[1] = "robot_ref";
+    doc.BodyGroups[2].Name = "head";
+    doc.BodyGroups[2].PartCount = 2;
+    doc.BodyGroups[2].Parts[1] = "robot_head";
+    doc.BodyGroups[2].Parts[2] = "robot_helmet";
+    doc.TextureModes[1] = {"Robot_Eyes.BMP", 1};
+    doc.EyesOn = 1;
+    doc.EyeX = 3.0f;
+    doc.EyeZ = 51.0f;
+    doc.Attachments[0] = {1, 0.0f, -4.0f, 2.0f};
+    doc.AttachmentBones[0] = "Bip01 Spine";
+    doc.Controllers[0] = {1, 2.0f, -45.0f, 60.0f};
+    doc.ControllerBones[0] = "Bip01 Head";
+    const char* anims[] = {"idle", "walk", "run"};
+    for (std::size_t s = 0; s < 3; ++s) {
+        doc.Anims[0][s].Name = doc.Anims[0][s].SmdFile = anims[s];
+    }
+    form.Update();
+    form.TxtAnimNr_Change();
+    form.LstAnimations->setCurrentRow(0);
+
+    form.MnuDateiPreview->trigger();
+    quarle::ui::FrmPreview* preview = form.OpenFrmPreview();
+    if (preview == nullptr || !QTest::qWaitForWindowExposed(preview)) {
+        quarle::gallery::Fail(QStringLiteral("FrmPreview did not open (%1)").arg(languageFile));
+        return;
+    }
+    // A frame into the animation, playing on from there.
+    preview->SldFrame->setValue(3);
+    preview->CmdPlay->setChecked(true);
+    preview->TmrTick_Timer();
+    if (preview->PicView->GlAvailable() != true) {
+        quarle::gallery::Fail(QStringLiteral("FrmPreview cannot draw: %1")
+                                  .arg(preview->LblStatus->text()));
+    }
+    quarle::gallery::Save(preview, folder, QStringLiteral("FrmPreview"));
+    quarle::gallery::ExpectNoPrompts(window.Services,
+                                     QStringLiteral("FrmPreview (%1)").arg(languageFile));
+}

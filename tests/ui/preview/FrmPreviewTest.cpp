@@ -1,0 +1,81 @@
+// The preview follows the document and the main window's pages while it is
+// open: markers, the frame of the selected animation, the chosen part and the
+// texture folder. Runs with or without GL: the scene is what the view is
+// handed, and its projection needs no context.
+#include "support/MainWindowFixture.h"
+#include "ui/preview/FrmPreview.h"
+#include "ui/preview/PreviewView.h"
+
+#include <QLabel>
+#include <QSlider>
+#include <gmock/gmock.h>
+
+namespace quarle::test {
+namespace {
+
+class FrmPreviewTest : public MainWindowFixture {};
+
+MATCHER_P3(IsPoint, x, y, z, "") {
+    return std::abs(arg[0] - x) < 1e-3f && std::abs(arg[1] - y) < 1e-3f &&
+           std::abs(arg[2] - z) < 1e-3f;
+}
+
+TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
+    Start();
+    OpenSampleModel();
+    Document& doc = Doc();
+    doc.TexturePath = QUARLE_TEST_DATA "/model/textures";
+    doc.BodyGroups[1].PartCount = 2;
+    doc.BodyGroups[1].Parts[1] = "robot_ref";
+    doc.BodyGroups[1].Parts[2] = "robot_head";
+    doc.EyesOn = 1;
+    doc.EyeZ = 50.0f;
+    doc.Attachments[1] = {1, 0.0f, 0.0f, 2.0f};
+    doc.AttachmentBones[1] = "bip01 head"; // bones are matched whatever their case
+    doc.Anims[0][0].Name = "Idle";
+    doc.Anims[0][0].SmdFile = "idle";
+    form->Update();
+    form->TxtAnimNr_Change();
+
+    form->MnuDateiPreview->trigger();
+    ui::FrmPreview* preview = form->OpenFrmPreview();
+    ASSERT_NE(preview, nullptr);
+    ui::PreviewView* view = preview->PicView;
+    preview->TmrTick_Timer();
+    auto status = [preview] { return preview->LblStatus->text().toStdString(); };
+    EXPECT_THAT(status(), ::testing::HasSubstr("3 triangles")) << "the first part of the group";
+    EXPECT_THAT(status(), ::testing::Not(::testing::HasSubstr(".bmp")));
+
+    // A new eye position moves the marker on the screen.
+    ASSERT_TRUE(view->Markers().Eye);
+    const std::optional<QPointF> before = view->Project(*view->Markers().Eye);
+    doc.EyeZ = 60.0f;
+    preview->TmrTick_Timer();
+    ASSERT_TRUE(view->Markers().Eye);
+    EXPECT_THAT(*view->Markers().Eye, IsPoint(0.0f, 0.0f, 60.0f));
+    const std::optional<QPointF> after = view->Project(*view->Markers().Eye);
+    ASSERT_TRUE(before && after);
+    EXPECT_LT(after->y(), before->y() - 1.0) << "the marker moves up";
+
+    // A frame picked on the slider holds the animation there; the head's
+    // attachment rides on the root, which idle lifts one unit a frame.
+    Click(form->LstAnimations, 0);
+    preview->SldFrame->setValue(2);
+    EXPECT_FALSE(preview->CmdPlay->isChecked());
+    EXPECT_EQ(preview->ShownFrame(), 2);
+    ASSERT_EQ(view->Markers().Attachments.size(), 1u);
+    EXPECT_EQ(view->Markers().Attachments[0].Number, 1);
+    EXPECT_THAT(view->Markers().Attachments[0].Point, IsPoint(0.0f, 0.0f, 38 + 8 + 12 + 2));
+    EXPECT_THAT(status(), ::testing::HasSubstr("Idle: frame 2"));
+
+    // The part selected in LstParts replaces the first; a texture folder
+    // without the bitmaps names them.
+    Click(form->LstParts, 1);
+    doc.TexturePath = models.path().toStdString();
+    preview->TmrTick_Timer();
+    EXPECT_THAT(status(), ::testing::HasSubstr("2 triangles"));
+    EXPECT_THAT(status(), ::testing::HasSubstr("robot_face.bmp, Robot_Eyes.BMP"));
+}
+
+} // namespace
+} // namespace quarle::test
