@@ -115,11 +115,18 @@ void Reference(Writer& w, Random& r, std::size_t bytes, const std::vector<std::s
         w << textures[static_cast<std::size_t>(
             r.Between(0, static_cast<std::int64_t>(textures.size()) - 1))];
         w.End();
+        // A mesh's triangle is small beside its model: the corners stand
+        // around a place anywhere in the model, on one bone.
+        const std::int64_t bone = r.Between(0, Bones - 1);
+        std::int64_t centre[3];
+        for (std::int64_t& c : centre) {
+            c = r.Between(-60000000, 60000000);
+        }
         for (int v = 0; v < 3; ++v) {
-            w << "  " << r.Between(0, Bones - 1);
+            w << "  " << bone;
             for (int k = 0; k < 3; ++k) {
                 w << " ";
-                w.Fixed(r.Between(-60000000, 60000000));
+                w.Fixed(centre[k] + r.Between(-1500000, 1500000));
             }
             for (int k = 0; k < 3; ++k) {
                 w << " ";
