@@ -36,8 +36,8 @@ void PreviewGallery(const QString& folder, const char* languageFile) {
     doc.BodyGroups[2].Parts[2] = "robot_helmet";
     doc.TextureModes[1] = {"Robot_Eyes.BMP", 1};
     doc.EyesOn = 1;
-    doc.EyeX = 3.0f;
-    doc.EyeZ = 51.0f;
+    doc.EyeX = 6.0f;
+    doc.EyeZ = 62.0f;
     doc.Attachments[0] = {1, 0.0f, -4.0f, 2.0f};
     doc.AttachmentBones[0] = "Bip01 Spine";
     doc.Controllers[0] = {1, 2.0f, -45.0f, 60.0f};

@@ -81,6 +81,9 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
     CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
     CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
+    // Icon and caption both say "play"; the button stays pressed while the
+    // animation plays, and a click on the pressed button holds it.
+    CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
     CmdPlay->setCheckable(true);
     CmdPlay->setAutoDefault(false);
     SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
@@ -110,11 +113,6 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
-    // The button shows what a click will do.
-    connect(CmdPlay, &QPushButton::toggled, this, [this](bool playing) {
-        CmdPlay->setIcon(
-            style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
-    });
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);

@@ -8,6 +8,7 @@
 
 #include <QLabel>
 #include <QSlider>
+#include <QStyle>
 #include <gmock/gmock.h>
 
 namespace quarle::test {
@@ -43,8 +44,15 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     ui::PreviewView* view = preview->PicView;
     preview->TmrTick_Timer();
     auto status = [preview] { return preview->LblStatus->text().toStdString(); };
-    EXPECT_THAT(status(), ::testing::HasSubstr("3 triangles")) << "the first part of the group";
+    EXPECT_THAT(status(), ::testing::HasSubstr("60 triangles")) << "the first part of the group";
     EXPECT_THAT(status(), ::testing::Not(::testing::HasSubstr(".bmp")));
+
+    // It opens playing: the button is pressed and shows the same "play" as
+    // its caption.
+    EXPECT_TRUE(preview->CmdPlay->isChecked());
+    EXPECT_TRUE(preview->CmdPlay->icon().pixmap(16).toImage() ==
+                preview->style()->standardIcon(QStyle::SP_MediaPlay).pixmap(16).toImage())
+        << "not the play icon";
 
     // A new eye position moves the marker on the screen.
     ASSERT_TRUE(view->Markers().Eye);
@@ -73,7 +81,7 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     Click(form->LstParts, 1);
     doc.TexturePath = models.path().toStdString();
     preview->TmrTick_Timer();
-    EXPECT_THAT(status(), ::testing::HasSubstr("2 triangles"));
+    EXPECT_THAT(status(), ::testing::HasSubstr("14 triangles"));
     EXPECT_THAT(status(), ::testing::HasSubstr("robot_face.bmp, Robot_Eyes.BMP"));
 }
 
