@@ -74,7 +74,7 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence \"big walk\" \"walk\" 2\" fps 20 \n"
          "$sequence \"three\" \"three\" fps 20 loop \n"
          "$sequence \"two\" \"two\" fps 20 loop \n"
-         "$sequence \"tab\" \"\ttab\" fps 12 \n"
+         "$sequence \"tab\"\t\"tab\" fps 12 \n"
          "$sequence\t\"tabword\" \"x\"\n"
          "$sequence \"q\" \"q\" fps 24 \n"
          "$sequence \"idle\" \"idle\" fps 8 \n"},

@@ -75,13 +75,13 @@ public:
     const std::string& QcFolder() const { return qcFolder_; }
 
     // False when the load was broken off.
-    bool ReadLines(std::string_view text) {
+    bool ReadLines(const std::vector<std::string_view>& lines) {
         doc_.BodyGroupCount = 0;
         doc_.BodyGroups[1].PartCount = 0;
         doc_.BodyGroups[1].Name.clear();
         ForgetKeptRows();
         anchor_ = &doc_.KeptBeforeBody;
-        lines_ = SplitLines(text);
+        lines_ = lines;
         for (index_ = 0; index_ < lines_.size(); ++index_) {
             const std::string_view line = Trim(lines_[index_]);
             FollowComments(line);
@@ -312,18 +312,36 @@ private:
 
     // RemoveAll(text, "\""): for one character that is no letter, cutting the
     // first occurrence until none is left takes out every one of them.
-    static std::string NoQuotes(std::string text) {
-        std::erase(text, '"');
-        return text;
+    static std::string NoQuotes(std::string_view text) {
+        std::string result;
+        result.reserve(text.size());
+        for (const char c : text) {
+            if (c != '"') {
+                result.push_back(c);
+            }
+        }
+        return result;
     }
 
-    static std::string Unquoted(const std::string& token) {
+    // The next token of a texture row: blanks before it are passed over, so
+    // that a quoted name starts at its quote and keeps the blanks inside it
+    // (a part file may name a texture with a blank at its end).
+    static std::string_view ListToken(std::string_view text, int& pos) {
+        while (pos >= 1 && pos <= static_cast<int>(text.size()) &&
+               (text[static_cast<std::size_t>(pos - 1)] == ' ' ||
+                text[static_cast<std::size_t>(pos - 1)] == '\t')) {
+            ++pos;
+        }
+        return NextToken(text, pos);
+    }
+
+    static std::string Unquoted(std::string_view token) {
         return token == NoToken ? std::string() : NoQuotes(token);
     }
 
     // The axis of a word; any other word (such as the X of a moving
     // controller) keeps the old one.
-    f32 AxisOr(const std::string& word, f32 old) {
+    f32 AxisOr(std::string_view word, f32 old) {
         const std::string upper = ToUpper(word);
         if (upper == "XR") {
             return 0.0f;
@@ -337,7 +355,7 @@ private:
         return old;
     }
 
-    static bool IsRotation(const std::string& word) {
+    static bool IsRotation(std::string_view word) {
         const std::string upper = ToUpper(word);
         return upper == "XR" || upper == "YR" || upper == "ZR";
     }
@@ -433,6 +451,13 @@ private:
         if (paths::HostStyle() == paths::Style::Windows) {
             rest = ReplaceAll(rest, "/", "\\");
         }
+        if (rest.empty()) {
+            // No name at all (a new model's): it stays without one, and
+            // is not taken for a file in the script's folder.
+            doc_.ModelName.clear();
+            doc_.ModelNameAsWritten.clear();
+            return;
+        }
         const int at = LastSeparator(rest);
         std::string folder;
         char sep = '\0';
@@ -486,7 +511,7 @@ private:
         }
         const auto i = static_cast<std::size_t>(index);
         const std::string bone = Unquoted(NextToken(rest_, pos));
-        const std::string axis = NextToken(rest_, pos);
+        const std::string_view axis = NextToken(rest_, pos);
         if (!IsRotation(axis)) {
             Keep(); // a moving controller (X, Y, Z): the forms turn only
             return;
@@ -717,7 +742,7 @@ private:
         int pos = 1;
         for (;;) {
             const int before = pos;
-            const std::string token = NextToken(text, pos);
+            const std::string_view token = ListToken(text, pos);
             if (token == NoToken || pos <= before) {
                 break; // the row goes on in the next line, as a row of its own
             }
@@ -796,6 +821,7 @@ private:
         parseState_ = 0;
         ++sequenceSlot_;
         seq_ = SequenceRead{};
+        events_.clear();
         AnimRec* anim = &spareAnim_;
         if (sequenceGroup_ > limits::LastSequenceGroup) {
             seq_.KeepLines = true; // reported at its $sequencegroup
@@ -819,7 +845,7 @@ private:
         if (sequenceGroup_ == 0 && anim != &spareAnim_) {
             host_.AddAnimation(anim->Name);
         }
-        const std::string file = NextToken(rest_, pos);
+        const std::string_view file = NextToken(rest_, pos);
         if (file == "{") {
             // $sequence "run" { "run" fps 30 ... }: the file comes inside.
             seq_.Depth = 1;
@@ -848,7 +874,7 @@ private:
         AnimRec& anim = *seq_.Anim;
         for (;;) {
             const int before = pos;
-            const std::string token = NextToken(text, pos);
+            const std::string_view token = NextToken(text, pos);
             if (token == NoToken || pos <= before) {
                 break;
             }
@@ -856,12 +882,11 @@ private:
                 break; // a comment to the end of the line
             }
             // Most tokens have no quotes: they are read as they are.
-            std::string unquoted;
-            const bool quoted = token.find('"') != std::string::npos;
+            const bool quoted = token.find('"') != std::string_view::npos;
             if (quoted) {
-                unquoted = NoQuotes(token);
+                unquoted_ = NoQuotes(token);
             }
-            const std::string& t = quoted ? unquoted : token;
+            const std::string_view t = quoted ? std::string_view(unquoted_) : token;
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);
@@ -906,9 +931,10 @@ private:
                     spareEvent_ = AnimEventRec{};
                     event_ = &spareEvent_;
                 } else {
+                    // Gathered here and stored at the end of the sequence,
+                    // so that its table grows once.
                     ++anim.EventCount;
-                    event_ = &anim.Events[anim.EventCount];
-                    *event_ = AnimEventRec{};
+                    event_ = &events_.emplace_back();
                 }
                 event_->EventId = Whole(TextToNumber(t));
                 parseState_ = 10;
@@ -927,17 +953,20 @@ private:
                 }
                 break;
             case 13:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText += ' ';
+                seq_.BlendText += token;
                 seq_.BlendAxis = t;
                 parseState_ = 14;
                 break;
             case 14:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText += ' ';
+                seq_.BlendText += token;
                 seq_.BlendMin = Float(TextToNumber(t));
                 parseState_ = 15;
                 break;
             case 15:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText += ' ';
+                seq_.BlendText += token;
                 seq_.BlendMax = Float(TextToNumber(t));
                 parseState_ = 0;
                 break;
@@ -951,7 +980,8 @@ private:
                 break;
             case 20:
                 // An argument of a kept option.
-                seq_.Options += ' ' + token;
+                seq_.Options += ' ';
+                seq_.Options += token;
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
             default:
@@ -974,8 +1004,9 @@ private:
     }
 
     // An option the record does not hold, with its arguments.
-    void KeepOption(const std::string& token, int arguments) {
-        seq_.Options += ' ' + token;
+    void KeepOption(std::string_view token, int arguments) {
+        seq_.Options += ' ';
+        seq_.Options += token;
         seq_.Arguments = arguments;
         if (arguments > 0) {
             parseState_ = 20;
@@ -1005,7 +1036,7 @@ private:
     };
 
     // The option words, compared in upper case (they are all ASCII).
-    static Word WordOf(const std::string& t, std::string& upper) {
+    static Word WordOf(std::string_view t, std::string& upper) {
         static const std::unordered_map<std::string, Word> words = {
             {"FPS", Word::Fps},
             {"LOOP", Word::Loop},
@@ -1048,7 +1079,7 @@ private:
         return it == words.end() ? Word::Other : it->second;
     }
 
-    void Keyword(AnimRec& anim, const std::string& token, const std::string& t) {
+    void Keyword(AnimRec& anim, std::string_view token, std::string_view t) {
         if (t.empty()) {
             return; // blanks in a row
         }
@@ -1119,13 +1150,13 @@ private:
             break;
         case Word::Other:
             if (upper.starts_with("ACT_") && anim.ActivityId.empty()) {
-                anim.ActivityId = t;
+                anim.ActivityId = std::string(t);
                 parseState_ = 7;
             } else if (upper.starts_with("ACT_")) {
                 KeepOption(token, 0);
             } else {
                 // Anything else is one more .smd file for the compiler.
-                seq_.Files.push_back(token);
+                seq_.Files.emplace_back(token);
             }
             break;
         }
@@ -1160,6 +1191,15 @@ private:
             anim.KeptFiles += seq_.Files[file];
         }
         anim.KeptOptions = std::string(Trim(seq_.Options));
+        if (!events_.empty()) {
+            const int count = static_cast<int>(events_.size());
+            anim.Events[count]; // one allocation for the whole table
+            for (int e = 1; e <= count; ++e) {
+                anim.Events[e] = std::move(events_[static_cast<std::size_t>(e - 1)]);
+            }
+            events_.clear();
+        }
+        event_ = &spareEvent_;
         block_ = BlockKind::None;
         parseState_ = 0;
         seq_.Depth = 0;
@@ -1173,7 +1213,7 @@ private:
     bool broken_ = false;
 
     // What tells the findings.
-    std::vector<std::string_view> lines_; // of the working file
+    std::span<const std::string_view> lines_; // of the working file
     std::size_t index_ = 0;               // of the line being read
     std::vector<std::pair<std::size_t, LoadFinding>> noted_;
     std::set<std::pair<std::size_t, int>> notedKinds_;
@@ -1202,8 +1242,10 @@ private:
     AnimRec spareAnim_;
     AnimEventRec spareEvent_;
     AnimEventRec* event_ = &spareEvent_;
+    std::vector<AnimEventRec> events_; // of the sequence being read
 
-    std::string line_; // the directive line, for reports
+    std::string unquoted_; // a token of a sequence without its quotes
+    std::string line_;     // the directive line, for reports
     std::string directive_;
     std::string rest_;
     BlockKind block_ = BlockKind::None;
@@ -1231,7 +1273,11 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     Reader reader(doc, host, report, map);
     BufferResult buffered = BufferResult::Done;
     {
-        std::ofstream out(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
+        // A buffer of some size: the file is written in few calls.
+        std::vector<char> buffer(std::size_t{1} << 16);
+        std::ofstream out;
+        out.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        out.open(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
         if (!out) {
             report(ReadProblem::WorkFileUnwritable, workFile);
             host.NewDocument();
@@ -1248,15 +1294,12 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     if (buffered == BufferResult::Refused) {
         return ReadOutcome::Refused;
     }
-    std::string text;
-    if (buffered == BufferResult::Unreadable || !ReadWholeFile(workFile, text)) {
-        if (buffered != BufferResult::Unreadable) {
-            report(ReadProblem::WorkFileUnwritable, workFile);
-        }
+    if (buffered == BufferResult::Unreadable) {
         host.NewDocument();
         return ReadOutcome::Unreadable;
     }
-    if (!reader.ReadLines(text)) {
+    // The lines written to the working file, as the map holds them.
+    if (!reader.ReadLines(map.LineTexts)) {
         return ReadOutcome::Refused;
     }
     if (findings != nullptr) {

@@ -3,6 +3,7 @@
 #include "document/NumberText.h"
 #include "document/Paths.h"
 #include "document/QcInclude.h"
+#include "document/Text.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -150,7 +151,8 @@ private:
                 Lines(group.KeptAfter);
                 continue;
             }
-            Line("$bodygroup " + group.Name);
+            // A blank at the end of the name would not read back.
+            Line("$bodygroup " + std::string(Trim(group.Name)));
             Line("{");
             for (int p = 1; p <= parts; ++p) {
                 const std::string& part = group.Parts[Index(p)];
@@ -255,7 +257,16 @@ private:
     std::string SequenceLine(const AnimRec& a) const {
         std::string line;
         line.reserve(256);
-        line += "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
+        line += "$sequence " + Quoted(a.Name);
+        // Tabs that began the file's token (as in "name"<tab>"file") stand
+        // outside its quotes again, where they read back from.
+        const std::size_t tabs = a.SmdFile.find_first_not_of('\t');
+        if (tabs != 0 && tabs != std::string::npos &&
+            a.SmdFile.find_first_of(" \t", tabs) == std::string::npos) {
+            line += a.SmdFile.substr(0, tabs) + Quoted(std::string_view(a.SmdFile).substr(tabs));
+        } else {
+            line += " " + Quoted(a.SmdFile);
+        }
         if (a.BlendOn == 1) {
             line += " " + Quoted(a.BlendFile);
         }
@@ -411,7 +422,11 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
     };
     {
         errno = 0;
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        // A buffer of some size: the script is written in few calls.
+        std::vector<char> buffer(std::size_t{1} << 16);
+        std::ofstream out;
+        out.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        out.open(temporary, std::ios::binary | std::ios::trunc);
         if (!out.is_open()) {
             const int error = errno;
             return fail(WriteFailure::FolderUnwritable,
