@@ -135,6 +135,38 @@ TEST(QcSequence, AWrittenScriptReadsBackIntoTheSameScript) {
     EXPECT_EQ(again.Host.Animations, (std::vector<std::string>{"walk", "idle", "plain"}));
 }
 
+// Whatever a load made of a script, its save reads back to the same bytes.
+TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
+    const struct {
+        const char* what;
+        std::string script; // behind the folders of the test's model
+    } cases[] = {
+        {"a model without a name", ""},
+        {"a quoted texture name ending in a blank, behind another",
+         "$body head \"head\"\n$body blank \"blank\"\n"
+         "$texturegroup s {\n{ \"a.bmp\" \"e.bmp \" }\n{ \"a2.bmp\" \"e.bmp \" }\n}\n"},
+        {"a texture group before a body",
+         "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$body arm \"arm\"\n"},
+        {"a texture group before the bodies",
+         "$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n$body head \"head\"\n"},
+        {"a body group name before its brace", "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n"},
+        {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
+        {"sequence files with blanks inside",
+         "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},
+    };
+    for (const auto& c : cases) {
+        Model l;
+        l.Dir.Write("m/blank.smd", testing::Smd({"e.bmp "}));
+        ASSERT_EQ(l.Load(l.Paths() + c.script), ReadOutcome::Loaded) << c.what;
+        const std::string first = l.Written();
+        Model again;
+        ASSERT_EQ(again.LoadFile(l.Dir.Write("again.qc", first)), ReadOutcome::Loaded) << c.what;
+        EXPECT_TRUE(again.Host.Questions.empty()) << c.what;
+        EXPECT_EQ(again.Written(), first) << c.what;
+    }
+}
+
 TEST(QcSequence, ADecimalCommaIsCutOnTheNextLoad) {
     Model m;
     FillEverything(*m.Doc, m.Dir / "robot.mdl", m.M(), m.Dir / "tex");

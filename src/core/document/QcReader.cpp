@@ -101,6 +101,13 @@ public:
         if (block_ == BlockKind::Sequence) {
             EndSequence();
         }
+        if (textureGroupRead_) {
+            // The texture table holds the textures of every part, also of
+            // parts named after the group, as a save writes them all before it.
+            int count = doc_.TextureCount;
+            ScanParts(doc_.TextureVariations[1], count);
+            doc_.TextureCount = static_cast<u8>(count);
+        }
         return true;
     }
 
@@ -685,7 +692,6 @@ private:
     }
 
     void TextureGroup() {
-        anchor_ = &doc_.KeptAfterTextures;
         block_ = BlockKind::TextureGroup;
         parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
         int count = doc_.TextureCount;
@@ -694,10 +700,14 @@ private:
         textureRow_ = 0;
         if (count == 0) {
             // No texture of the parts to map the rows onto: the group is
-            // kept as it stands, with its block.
+            // kept as it stands, with its block, where it stood among the
+            // bodies (behind them it would find their textures).
             block_ = BlockKind::None;
             Keep();
+            return;
         }
+        textureGroupRead_ = true;
+        anchor_ = &doc_.KeptAfterTextures;
     }
 
     void TextureGroupLine(std::string_view line) {
@@ -1257,6 +1267,7 @@ private:
     bool modeScanDone_ = false;
     std::array<std::string, limits::LastTexture + 1> modeTextures_{};
     int textureRow_ = 0;
+    bool textureGroupRead_ = false;
     int textureColumn_ = 0;
     std::array<i16, limits::LastTexture + 1> columnMap_{};
 };

@@ -40,6 +40,28 @@ std::string Quoted(std::string_view text) {
     return quoted;
 }
 
+// A quoted name behind another. A token is read as quoted only when it
+// starts at its quote; one read from the blank behind a quote ends at the
+// next blank or tab, and uses that up. So, behind a token read as quoted, a
+// name with a blank or tab inside follows the quote directly, and a tab that
+// began it (as in "name"<tab>"file") stands outside its quotes, where it
+// reads back from. Afterwards, whether this name is read as quoted.
+bool AppendQuoted(std::string& line, std::string_view name, bool behindQuoted) {
+    const bool blanks = name.find_first_of(" \t") != std::string_view::npos;
+    if (!behindQuoted || !blanks) {
+        line += ' ';
+        line += Quoted(name);
+        return !behindQuoted;
+    }
+    if (name.front() == '\t' && name.find_first_of(" \t", 1) == std::string_view::npos) {
+        line += '\t';
+        line += Quoted(name.substr(1));
+        return false;
+    }
+    line += Quoted(name);
+    return true;
+}
+
 std::size_t Index(int i) {
     return static_cast<std::size_t>(i);
 }
@@ -258,17 +280,9 @@ private:
         std::string line;
         line.reserve(256);
         line += "$sequence " + Quoted(a.Name);
-        // Tabs that began the file's token (as in "name"<tab>"file") stand
-        // outside its quotes again, where they read back from.
-        const std::size_t tabs = a.SmdFile.find_first_not_of('\t');
-        if (tabs != 0 && tabs != std::string::npos &&
-            a.SmdFile.find_first_of(" \t", tabs) == std::string::npos) {
-            line += a.SmdFile.substr(0, tabs) + Quoted(std::string_view(a.SmdFile).substr(tabs));
-        } else {
-            line += " " + Quoted(a.SmdFile);
-        }
+        const bool fileQuoted = AppendQuoted(line, a.SmdFile, true);
         if (a.BlendOn == 1) {
-            line += " " + Quoted(a.BlendFile);
+            AppendQuoted(line, a.BlendFile, fileQuoted);
         }
         if (!a.KeptFiles.empty()) {
             line += " " + a.KeptFiles;
