@@ -149,8 +149,11 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
          "$body arm \"arm\"\n"},
         {"a texture group before the bodies",
-         "$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n$body head \"head\"\n"},
-        {"a body group name before its brace", "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n"},
+         "$sequence walk walk\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$body head \"head\"\n"},
+        {"body group names with blanks",
+         "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
+         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"sequence files with blanks inside",
          "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},

@@ -701,8 +701,12 @@ private:
         if (count == 0) {
             // No texture of the parts to map the rows onto: the group is
             // kept as it stands, with its block, where it stood among the
-            // bodies (behind them it would find their textures).
+            // bodies, or before them all when none came yet (behind them
+            // it would find their textures).
             block_ = BlockKind::None;
+            if (doc_.BodyGroupCount == 0) {
+                anchor_ = &doc_.KeptBeforeBody;
+            }
             Keep();
             return;
         }

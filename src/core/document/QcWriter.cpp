@@ -166,15 +166,18 @@ private:
         for (int g = 1; g <= groups; ++g) {
             const BodyGroupRec& group = doc_.BodyGroups[Index(g)];
             const int parts = std::min<int>(group.PartCount, limits::LastPart);
-            if (parts == 1 && group.Reverse[1] == 0) {
+            // A blank at the end of the name would not read back, and a
+            // $body reads its name as one word: other names take a block.
+            const std::string_view name = Trim(group.Name);
+            if (parts == 1 && group.Reverse[1] == 0 && !name.empty() &&
+                name.find_first_of(" \t") == std::string_view::npos) {
                 // A lone part, even "<blank>", stands as it is.
-                Line("$body " + group.Name + " " + Quoted(group.Parts[1]) +
+                Line("$body " + std::string(name) + " " + Quoted(group.Parts[1]) +
                      (group.KeptWords.empty() ? "" : " " + group.KeptWords));
                 Lines(group.KeptAfter);
                 continue;
             }
-            // A blank at the end of the name would not read back.
-            Line("$bodygroup " + std::string(Trim(group.Name)));
+            Line("$bodygroup " + std::string(name));
             Line("{");
             for (int p = 1; p <= parts; ++p) {
                 const std::string& part = group.Parts[Index(p)];
