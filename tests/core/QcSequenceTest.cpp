@@ -153,7 +153,7 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$body head \"head\"\n"},
         {"body group names with blanks",
          "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
-         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n"},
+         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"sequence files with blanks inside",
          "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},

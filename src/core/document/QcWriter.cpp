@@ -167,10 +167,11 @@ private:
             const BodyGroupRec& group = doc_.BodyGroups[Index(g)];
             const int parts = std::min<int>(group.PartCount, limits::LastPart);
             // A blank at the end of the name would not read back, and a
-            // $body reads its name as one word: other names take a block.
+            // $body reads its name as one word without quotes: other names
+            // take a block.
             const std::string_view name = Trim(group.Name);
             if (parts == 1 && group.Reverse[1] == 0 && !name.empty() &&
-                name.find_first_of(" \t") == std::string_view::npos) {
+                name.find_first_of(" \t\"") == std::string_view::npos) {
                 // A lone part, even "<blank>", stands as it is.
                 Line("$body " + std::string(name) + " " + Quoted(group.Parts[1]) +
                      (group.KeptWords.empty() ? "" : " " + group.KeptWords));
