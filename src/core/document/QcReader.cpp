@@ -17,7 +17,6 @@
 #include <span>
 #include <string_view>
 #include <system_error>
-#include <unordered_map>
 
 namespace quarle {
 
@@ -1049,56 +1048,67 @@ private:
         Close
     };
 
-    // The option words, compared in upper case (they are all ASCII).
-    static Word WordOf(std::string_view t, std::string& upper) {
-        static const std::unordered_map<std::string, Word> words = {
+    // The option words, compared in upper case (they are all ASCII), in
+    // the order of their upper-case text.
+    static Word WordOf(std::string_view t) {
+        static constexpr std::pair<std::string_view, Word> words[] = {
+            {"ANIMATION", Word::OneArgument},
+            {"AX", Word::Motion},
+            {"AXR", Word::Motion},
+            {"AY", Word::Motion},
+            {"AYR", Word::Motion},
+            {"AZ", Word::Motion},
+            {"AZR", Word::Motion},
+            {"BLEND", Word::Blend},
+            {"EVENT", Word::Event},
             {"FPS", Word::Fps},
-            {"LOOP", Word::Loop},
             {"FRAME", Word::Frame},
-            {"ORIGIN", Word::Origin},
+            {"LOOP", Word::Loop},
             {"LX", Word::LX},
             {"LY", Word::LY},
             {"LZ", Word::LZ},
-            {"X", Word::Motion},
-            {"Y", Word::Motion},
-            {"Z", Word::Motion},
-            {"XR", Word::Motion},
-            {"YR", Word::Motion},
-            {"ZR", Word::Motion},
-            {"AX", Word::Motion},
-            {"AY", Word::Motion},
-            {"AZ", Word::Motion},
-            {"AXR", Word::Motion},
-            {"AYR", Word::Motion},
-            {"AZR", Word::Motion},
-            {"ROTATE", Word::Rotate},
-            {"SCALE", Word::Scale},
-            {"BLEND", Word::Blend},
             {"NODE", Word::OneArgument},
-            {"ANIMATION", Word::OneArgument},
-            {"TRANSITION", Word::TwoArguments},
-            {"RTRANSITION", Word::TwoArguments},
+            {"ORIGIN", Word::Origin},
             {"PIVOT", Word::ThreeArguments},
+            {"ROTATE", Word::Rotate},
+            {"RTRANSITION", Word::TwoArguments},
+            {"SCALE", Word::Scale},
+            {"TRANSITION", Word::TwoArguments},
+            {"X", Word::Motion},
+            {"XR", Word::Motion},
+            {"Y", Word::Motion},
+            {"YR", Word::Motion},
+            {"Z", Word::Motion},
+            {"ZR", Word::Motion},
             {"{", Word::Open},
             {"{EVENT", Word::OpenEvent},
-            {"EVENT", Word::Event},
             {"}", Word::Close}};
-        upper = t;
-        for (char& c : upper) {
-            if (c >= 'a' && c <= 'z') {
-                c = static_cast<char>(c - 'a' + 'A');
-            }
+        char buffer[12];
+        if (t.size() > sizeof buffer) {
+            return Word::Other;
         }
-        const auto it = words.find(upper);
-        return it == words.end() ? Word::Other : it->second;
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            const char c = t[i];
+            buffer[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+        const std::string_view upper(buffer, t.size());
+        const auto* end = std::end(words);
+        const auto* it = std::lower_bound(std::begin(words), end, upper,
+                                          [](const auto& w, std::string_view u) { return w.first < u; });
+        return it != end && it->first == upper ? it->second : Word::Other;
+    }
+
+    // Whether a word is an activity name (ACT_..., in any case).
+    static bool IsActivity(std::string_view t) {
+        return t.size() >= 4 && (t[0] == 'A' || t[0] == 'a') && (t[1] == 'C' || t[1] == 'c') &&
+               (t[2] == 'T' || t[2] == 't') && t[3] == '_';
     }
 
     void Keyword(AnimRec& anim, std::string_view token, std::string_view t) {
         if (t.empty()) {
             return; // blanks in a row
         }
-        std::string upper;
-        switch (WordOf(t, upper)) {
+        switch (WordOf(t)) {
         case Word::Fps:
             parseState_ = 1;
             break;
@@ -1163,10 +1173,10 @@ private:
             CloseBrace();
             break;
         case Word::Other:
-            if (upper.starts_with("ACT_") && anim.ActivityId.empty()) {
+            if (IsActivity(t) && anim.ActivityId.empty()) {
                 anim.ActivityId = std::string(t);
                 parseState_ = 7;
-            } else if (upper.starts_with("ACT_")) {
+            } else if (IsActivity(t)) {
                 KeepOption(token, 0);
             } else {
                 // Anything else is one more .smd file for the compiler.

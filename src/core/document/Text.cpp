@@ -262,6 +262,20 @@ std::string TextAfter(std::string_view source, std::string_view pattern, int sta
 }
 
 double TextToNumber(std::string_view text) {
+    // Most numbers of a script are short whole numbers: read at once.
+    if (!text.empty() && text.size() <= 15) {
+        const bool negative = text.front() == '-';
+        const std::size_t first = negative || text.front() == '+' ? 1 : 0;
+        long long whole = 0;
+        std::size_t i = first;
+        for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+            whole = whole * 10 + (text[i] - '0');
+        }
+        if (i == text.size() && i > first) {
+            // Below 10^15: exact in a double. Minus zero is plain 0.
+            return whole == 0 ? 0.0 : static_cast<double>(negative ? -whole : whole);
+        }
+    }
     // Gather the number's characters, leaving out blanks and tabs wherever
     // they stand, and stop at the first character that cannot belong to it.
     std::size_t i = 0;
