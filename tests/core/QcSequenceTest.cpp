@@ -155,6 +155,9 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
          "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
+        {"kept files and options with quotes",
+         "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
+         "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"},
         {"sequence files with blanks inside",
          "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},
     };

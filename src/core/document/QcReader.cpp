@@ -966,20 +966,17 @@ private:
                 }
                 break;
             case 13:
-                seq_.BlendText += ' ';
-                seq_.BlendText += token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendAxis = t;
                 parseState_ = 14;
                 break;
             case 14:
-                seq_.BlendText += ' ';
-                seq_.BlendText += token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendMin = Float(TextToNumber(t));
                 parseState_ = 15;
                 break;
             case 15:
-                seq_.BlendText += ' ';
-                seq_.BlendText += token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendMax = Float(TextToNumber(t));
                 parseState_ = 0;
                 break;
@@ -993,8 +990,7 @@ private:
                 break;
             case 20:
                 // An argument of a kept option.
-                seq_.Options += ' ';
-                seq_.Options += token;
+                seq_.Options.emplace_back(token);
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
             default:
@@ -1018,8 +1014,7 @@ private:
 
     // An option the record does not hold, with its arguments.
     void KeepOption(std::string_view token, int arguments) {
-        seq_.Options += ' ';
-        seq_.Options += token;
+        seq_.Options.emplace_back(token);
         seq_.Arguments = arguments;
         if (arguments > 0) {
             parseState_ = 20;
@@ -1146,7 +1141,7 @@ private:
                 KeepOption(token, 3);
             } else {
                 seq_.Blend = true;
-                seq_.BlendText = token;
+                seq_.BlendText = {std::string(token)};
                 parseState_ = 13;
             }
             break;
@@ -1206,15 +1201,12 @@ private:
             anim.BlendFile = NoQuotes(seq_.Files.front());
             file = 1;
         } else if (seq_.Blend) {
-            seq_.Options = ' ' + seq_.BlendText + seq_.Options;
+            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(),
+                                seq_.BlendText.end());
         }
-        for (; file < seq_.Files.size(); ++file) {
-            if (!anim.KeptFiles.empty()) {
-                anim.KeptFiles += ' ';
-            }
-            anim.KeptFiles += seq_.Files[file];
-        }
-        anim.KeptOptions = std::string(Trim(seq_.Options));
+        anim.KeptFiles.assign(std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
+                              std::make_move_iterator(seq_.Files.end()));
+        anim.KeptOptions = std::move(seq_.Options);
         if (!events_.empty()) {
             const int count = static_cast<int>(events_.size());
             anim.Events[count]; // one allocation for the whole table
@@ -1254,12 +1246,12 @@ private:
         int Depth = 0;           // braces open
         bool FileInside = false; // the first file stands inside the braces
         bool Blend = false;      // the first blend option was read
-        std::string BlendText;   // as written
+        std::vector<std::string> BlendText; // its tokens, as written
         std::string BlendAxis;
         f32 BlendMin = 0.0f;
         f32 BlendMax = 0.0f;
         std::vector<std::string> Files; // further files, as written
-        std::string Options;            // kept options, as written, each behind a blank
+        std::vector<std::string> Options; // kept options, each token as written
         int Arguments = 0;              // still to come of the last kept option
     };
     SequenceRead seq_;

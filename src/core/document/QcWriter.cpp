@@ -62,6 +62,55 @@ bool AppendQuoted(std::string& line, std::string_view name, bool behindQuoted) {
     return true;
 }
 
+// A kept token, so that it reads back as it was read; afterwards, whether it
+// is read as quoted. Read from the blank behind a quoted token, a token runs to
+// the next blank or tab, whatever quotes it holds; read from its first
+// character, one that starts with a quote runs to the next quote.
+bool AppendToken(std::string& line, std::string_view token, bool behindQuoted) {
+    if (token.empty()) {
+        return behindQuoted;
+    }
+    if (token.front() == '\t') {
+        // Read from the tab: it must not stand behind a blank of its own.
+        line += behindQuoted ? "" : " ";
+        line += token;
+        return false;
+    }
+    line += ' ';
+    if (token.front() != '"') {
+        line += token;
+        return false;
+    }
+    const std::size_t close = token.find('"', 1);
+    const bool blanks = token.find_first_of(" \t") != std::string_view::npos;
+    if (close == token.size() - 1) {
+        // "..." as a whole: read from its quote, or from the blank when it
+        // has none inside.
+        if (behindQuoted && blanks) {
+            line.pop_back();
+        }
+        line += token;
+        return !behindQuoted || blanks;
+    }
+    if (blanks) {
+        // A quote that ran to the end of its line: closed here, it reads
+        // back as one token wherever it stands.
+        if (behindQuoted) {
+            line.pop_back();
+        }
+        line += token;
+        line += '"';
+        return true;
+    }
+    // Quotes that only a read from a blank takes in: a second blank when
+    // the one before is used up.
+    if (!behindQuoted) {
+        line += ' ';
+    }
+    line += token;
+    return false;
+}
+
 std::size_t Index(int i) {
     return static_cast<std::size_t>(i);
 }
@@ -284,12 +333,12 @@ private:
         std::string line;
         line.reserve(256);
         line += "$sequence " + Quoted(a.Name);
-        const bool fileQuoted = AppendQuoted(line, a.SmdFile, true);
+        bool quoted = AppendQuoted(line, a.SmdFile, true);
         if (a.BlendOn == 1) {
-            AppendQuoted(line, a.BlendFile, fileQuoted);
+            quoted = AppendQuoted(line, a.BlendFile, quoted);
         }
-        if (!a.KeptFiles.empty()) {
-            line += " " + a.KeptFiles;
+        for (const std::string& token : a.KeptFiles) {
+            quoted = AppendToken(line, token, quoted);
         }
         line += " fps " + IntToText(a.Fps);
         if (a.Loop == 1) {
@@ -322,8 +371,9 @@ private:
             line += " blend " + std::string(AxisWord(a.BlendAxis)) + " " + Local(a.BlendMin) + " " +
                     Local(a.BlendMax);
         }
-        if (!a.KeptOptions.empty()) {
-            line += " " + a.KeptOptions;
+        quoted = false; // behind a word without quotes
+        for (const std::string& token : a.KeptOptions) {
+            quoted = AppendToken(line, token, quoted);
         }
         for (int e = 1; e <= a.EventCount; ++e) {
             const AnimEventRec& event = a.Events[e];
