@@ -896,11 +896,16 @@ private:
                 break; // a comment to the end of the line
             }
             // Most tokens have no quotes: they are read as they are.
-            const bool quoted = token.find('"') != std::string_view::npos;
-            if (quoted) {
+            std::string_view t = token;
+            if (token.find('"') == std::string_view::npos) {
+                // as it is
+            } else if (token.size() >= 2 && token.front() == '"' &&
+                       token.find('"', 1) == token.size() - 1) {
+                t = token.substr(1, token.size() - 2); // "..." as a whole
+            } else {
                 unquoted_ = NoQuotes(token);
+                t = unquoted_;
             }
-            const std::string_view t = quoted ? std::string_view(unquoted_) : token;
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);
@@ -1044,54 +1049,59 @@ private:
         Close
     };
 
-    // The option words, compared in upper case (they are all ASCII), in
-    // the order of their upper-case text.
+    // The option words, compared in upper case (they are all ASCII): up to
+    // seven letters as one number, the longer ones as text.
+    static constexpr std::uint64_t Packed(std::string_view word) {
+        // The length in the top byte: a word never ends in a zero byte.
+        std::uint64_t key = static_cast<std::uint64_t>(word.size()) << 56;
+        for (std::size_t i = 0; i < word.size() && i < 7; ++i) {
+            key |= static_cast<std::uint64_t>(static_cast<unsigned char>(word[i])) << (8 * i);
+        }
+        return key;
+    }
+
     static Word WordOf(std::string_view t) {
-        static constexpr std::pair<std::string_view, Word> words[] = {
-            {"ANIMATION", Word::OneArgument},
-            {"AX", Word::Motion},
-            {"AXR", Word::Motion},
-            {"AY", Word::Motion},
-            {"AYR", Word::Motion},
-            {"AZ", Word::Motion},
-            {"AZR", Word::Motion},
-            {"BLEND", Word::Blend},
-            {"EVENT", Word::Event},
-            {"FPS", Word::Fps},
-            {"FRAME", Word::Frame},
-            {"LOOP", Word::Loop},
-            {"LX", Word::LX},
-            {"LY", Word::LY},
-            {"LZ", Word::LZ},
-            {"NODE", Word::OneArgument},
-            {"ORIGIN", Word::Origin},
-            {"PIVOT", Word::ThreeArguments},
-            {"ROTATE", Word::Rotate},
-            {"RTRANSITION", Word::TwoArguments},
-            {"SCALE", Word::Scale},
-            {"TRANSITION", Word::TwoArguments},
-            {"X", Word::Motion},
-            {"XR", Word::Motion},
-            {"Y", Word::Motion},
-            {"YR", Word::Motion},
-            {"Z", Word::Motion},
-            {"ZR", Word::Motion},
-            {"{", Word::Open},
-            {"{EVENT", Word::OpenEvent},
-            {"}", Word::Close}};
-        char buffer[12];
-        if (t.size() > sizeof buffer) {
+        struct Entry {
+            std::uint64_t Key;
+            Word Meaning;
+        };
+        static constexpr Entry shortWords[] = {
+            {Packed("FPS"), Word::Fps},         {Packed("LOOP"), Word::Loop},
+            {Packed("FRAME"), Word::Frame},     {Packed("ORIGIN"), Word::Origin},
+            {Packed("LX"), Word::LX},           {Packed("LY"), Word::LY},
+            {Packed("LZ"), Word::LZ},           {Packed("X"), Word::Motion},
+            {Packed("Y"), Word::Motion},        {Packed("Z"), Word::Motion},
+            {Packed("XR"), Word::Motion},       {Packed("YR"), Word::Motion},
+            {Packed("ZR"), Word::Motion},       {Packed("AX"), Word::Motion},
+            {Packed("AY"), Word::Motion},       {Packed("AZ"), Word::Motion},
+            {Packed("AXR"), Word::Motion},      {Packed("AYR"), Word::Motion},
+            {Packed("AZR"), Word::Motion},      {Packed("ROTATE"), Word::Rotate},
+            {Packed("SCALE"), Word::Scale},     {Packed("BLEND"), Word::Blend},
+            {Packed("NODE"), Word::OneArgument}, {Packed("PIVOT"), Word::ThreeArguments},
+            {Packed("{"), Word::Open},          {Packed("{EVENT"), Word::OpenEvent},
+            {Packed("EVENT"), Word::Event},     {Packed("}"), Word::Close}};
+        char upper[12];
+        if (t.size() > sizeof upper) {
             return Word::Other;
         }
         for (std::size_t i = 0; i < t.size(); ++i) {
             const char c = t[i];
-            buffer[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+            upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
         }
-        const std::string_view upper(buffer, t.size());
-        const auto* end = std::end(words);
-        const auto* it = std::lower_bound(std::begin(words), end, upper,
-                                          [](const auto& w, std::string_view u) { return w.first < u; });
-        return it != end && it->first == upper ? it->second : Word::Other;
+        const std::string_view word(upper, t.size());
+        if (word.size() > 7) {
+            if (word == "ANIMATION") {
+                return Word::OneArgument;
+            }
+            return word == "TRANSITION" || word == "RTRANSITION" ? Word::TwoArguments : Word::Other;
+        }
+        const std::uint64_t key = Packed(word);
+        for (const Entry& entry : shortWords) {
+            if (entry.Key == key) {
+                return entry.Meaning;
+            }
+        }
+        return Word::Other;
     }
 
     // Whether a word is an activity name (ACT_..., in any case).
