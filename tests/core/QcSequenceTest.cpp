@@ -158,6 +158,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
          "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"},
+        {"lines behind a sequence without a name",
+         "$body head \"head\"\n$sequence \"\"\n$hbox 0 \"b\" 0 0 0 1 1 1\n$sequence walk walk\n"},
         {"sequence files with blanks inside",
          "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},
     };

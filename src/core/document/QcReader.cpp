@@ -869,7 +869,9 @@ private:
         }
         if (seq_.KeepLines) {
             Keep();
-        } else {
+        } else if (!anim->Name.empty()) {
+            // A sequence without a name is not written: what follows it
+            // stays where it would read back.
             anchor_ = &anim->KeptAfter;
         }
         SequenceTokens(rest_, pos);
