@@ -158,6 +158,9 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
          "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"},
+        {"a line behind a closed texture group",
+         "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$texrendermode \"a.bmp\" masked\n{ \"a3.bmp\" }\n"},
         {"lines behind a sequence without a name",
          "$body head \"head\"\n$sequence \"\"\n$hbox 0 \"b\" 0 0 0 1 1 1\n$sequence walk walk\n"},
         {"sequence files with blanks inside",

@@ -715,6 +715,12 @@ private:
     }
 
     void TextureGroupLine(std::string_view line) {
+        if (parseState_ == 0) {
+            // The group is closed: what follows is read like any line.
+            block_ = BlockKind::None;
+            UnreadLine(line);
+            return;
+        }
         std::string text(line);
         if (parseState_ == 1) {
             const std::size_t open = text.find('{');
