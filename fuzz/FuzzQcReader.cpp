@@ -1,11 +1,14 @@
 // The reader over any script: written to a file, read with a host that
 // answers every question the same way for the same input, then written back.
-// Nothing may crash, hang, or touch memory outside a table.
+// Nothing may crash, hang, or touch memory outside a table, and the script
+// written must read back to the same bytes.
 #include "FuzzSupport.h"
 #include "document/Document.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
+#include "document/Text.h"
 
+#include <cstdlib>
 #include <memory>
 #include <sstream>
 
@@ -94,6 +97,40 @@ quarle::Document& FreshDocument() {
     return d;
 }
 
+// Whether a texture directive that the load could not map is kept as text.
+// Where it stands among the bodies decides what a second read maps (a
+// render mode scans the parts before it once; a texture group maps onto the
+// parts before it), and a save writes the bodies first: such a script can
+// change once more on the next load, and its bytes are not compared.
+bool KeepsTextureDirective(const quarle::Document& d) {
+    auto any = [](const std::vector<std::string>& lines) {
+        for (const std::string& line : lines) {
+            const std::size_t start = line.find_first_not_of(" \t");
+            if (start == std::string::npos) {
+                continue;
+            }
+            const std::string word = quarle::ToUpper(std::string_view(line).substr(start, 14));
+            if (word.starts_with("$TEXRENDERMODE") || word.starts_with("$TEXTUREGROUP")) {
+                return true;
+            }
+        }
+        return false;
+    };
+    bool kept = any(d.KeptBeforeBody) || any(d.KeptAfterTextures);
+    for (const auto& group : d.BodyGroups) {
+        kept = kept || any(group.KeptAfter);
+    }
+    for (const auto& lines : d.KeptAtGroupStart) {
+        kept = kept || any(lines);
+    }
+    for (const auto& group : d.Anims) {
+        for (const auto& anim : group) {
+            kept = kept || any(anim.KeptAfter);
+        }
+    }
+    return kept;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -112,18 +149,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool loaded = quarle::ReadQcFile(doc, host, folder.Path()) == quarle::ReadOutcome::Loaded;
     std::ostringstream out;
     quarle::WriteQcScript(doc, out, (size & 8) != 0 ? ',' : '.');
-    if (!loaded) {
+    if (!loaded || KeepsTextureDirective(doc)) {
         return 0;
     }
-    // The script a save writes is read and written again: that must run
-    // clean too. (Its bytes are not compared: a texture name that ends in a
-    // blank, as a part file may hold it, reads back as another row.)
+    // The script a save writes must read back to itself: read and written
+    // again, it gives the same bytes. (With a decimal comma some numbers are
+    // written in the form of the user's locale, which the reader does not
+    // take back; the comparison is made with the point.)
+    std::ostringstream first;
+    quarle::WriteQcScript(doc, first, '.');
     quarle::Document& next = FreshDocument();
-    next.QcFile = folder.Write("again.qc", out.str());
-    FuzzHost quiet(next, 0, modelFolder);
-    if (quarle::ReadQcFile(next, quiet, folder.Path()) == quarle::ReadOutcome::Loaded) {
-        std::ostringstream again;
-        quarle::WriteQcScript(next, again, '.');
+    next.QcFile = folder.Write("again.qc", first.str());
+    // Questions of the second read keep what the script says.
+    FuzzHost quiet(next, 0, false);
+    if (quarle::ReadQcFile(next, quiet, folder.Path()) != quarle::ReadOutcome::Loaded) {
+        std::abort();
+    }
+    std::ostringstream again;
+    quarle::WriteQcScript(next, again, '.');
+    if (again.str() != first.str()) {
+        std::abort();
     }
     return 0;
 }

@@ -123,13 +123,13 @@ TEST(QcReader, BodyGroupsAndTheirPartLines) {
                        "{ studio \"arm\"\n"
                        "\tstudio \"leg\"}\n");
     // A $body keeps its words; a group of one reversed part stays a block;
-    // "legs " keeps the blank that stood before its cut brace, "quoted" its
-    // quotes.
+    // "legs " is written without the blank that stood before its cut brace
+    // (it would not read back), "quoted" keeps its quotes.
     EXPECT_EQ(LinesOf(l.Written(), "$b") + LinesOf(l.Written(), "studio") +
                   LinesOf(l.Written(), "blank"),
               "$body head \"head\" reverse\n"
               "$bodygroup arms\n"
-              "$bodygroup legs \n"
+              "$bodygroup legs\n"
               "$bodygroup \"quoted\"\n"
               "$bodygroup tail\n"
               "studio \"arm\" reverse\n"

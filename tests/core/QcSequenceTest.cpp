@@ -74,7 +74,7 @@ TEST(QcSequence, OptionWordsEventsBlendsAndTokeniserQuirksInWholeLines) {
          "$sequence \"big walk\" \"walk\" 2\" fps 20 \n"
          "$sequence \"three\" \"three\" fps 20 loop \n"
          "$sequence \"two\" \"two\" fps 20 loop \n"
-         "$sequence \"tab\" \"\ttab\" fps 12 \n"
+         "$sequence \"tab\"\t\"tab\" fps 12 \n"
          "$sequence\t\"tabword\" \"x\"\n"
          "$sequence \"q\" \"q\" fps 24 \n"
          "$sequence \"idle\" \"idle\" fps 8 \n"},
@@ -133,6 +133,49 @@ TEST(QcSequence, AWrittenScriptReadsBackIntoTheSameScript) {
     EXPECT_EQ(d.Anims[1][1].Name, "late");
     EXPECT_EQ(d.Anims[2][1].Name, "");
     EXPECT_EQ(again.Host.Animations, (std::vector<std::string>{"walk", "idle", "plain"}));
+}
+
+// Whatever a load made of a script, its save reads back to the same bytes.
+TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
+    const struct {
+        const char* what;
+        std::string script; // behind the folders of the test's model
+    } cases[] = {
+        {"a model without a name", ""},
+        {"a quoted texture name ending in a blank, behind another",
+         "$body head \"head\"\n$body blank \"blank\"\n"
+         "$texturegroup s {\n{ \"a.bmp\" \"e.bmp \" }\n{ \"a2.bmp\" \"e.bmp \" }\n}\n"},
+        {"a texture group before a body",
+         "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$body arm \"arm\"\n"},
+        {"a texture group before the bodies",
+         "$sequence walk walk\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$body head \"head\"\n"},
+        {"body group names with blanks",
+         "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
+         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"},
+        {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
+        {"kept files and options with quotes",
+         "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
+         "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"},
+        {"a line behind a closed texture group",
+         "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
+         "$texrendermode \"a.bmp\" masked\n{ \"a3.bmp\" }\n"},
+        {"lines behind a sequence without a name",
+         "$body head \"head\"\n$sequence \"\"\n$hbox 0 \"b\" 0 0 0 1 1 1\n$sequence walk walk\n"},
+        {"sequence files with blanks inside",
+         "$sequence aim \"aim down\"\n$sequence b \"b c\" \"d e\" blend XR 0 1\n"},
+    };
+    for (const auto& c : cases) {
+        Model l;
+        l.Dir.Write("m/blank.smd", testing::Smd({"e.bmp "}));
+        ASSERT_EQ(l.Load(l.Paths() + c.script), ReadOutcome::Loaded) << c.what;
+        const std::string first = l.Written();
+        Model again;
+        ASSERT_EQ(again.LoadFile(l.Dir.Write("again.qc", first)), ReadOutcome::Loaded) << c.what;
+        EXPECT_TRUE(again.Host.Questions.empty()) << c.what;
+        EXPECT_EQ(again.Written(), first) << c.what;
+    }
 }
 
 TEST(QcSequence, ADecimalCommaIsCutOnTheNextLoad) {

@@ -16,8 +16,8 @@ using Strings = std::vector<std::string>;
 Strings Tokens(std::string_view line) {
     Strings tokens;
     int pos = 1;
-    for (std::string t = NextToken(line, pos); t != NoToken; t = NextToken(line, pos)) {
-        tokens.push_back(t);
+    for (std::string_view t = NextToken(line, pos); t != NoToken; t = NextToken(line, pos)) {
+        tokens.emplace_back(t);
         if (tokens.size() > line.size() + 1) {
             ADD_FAILURE() << "NextToken does not advance on: " << line;
             break;

@@ -108,8 +108,8 @@ struct AnimRec {
     // flags, node and transitions (written behind the known ones), and the
     // lines that followed the sequence up to the next one (written behind
     // its line).
-    std::string KeptFiles{};
-    std::string KeptOptions{};
+    std::vector<std::string> KeptFiles{};   // each token as written
+    std::vector<std::string> KeptOptions{}; // each token as written
     std::vector<std::string> KeptAfter{};
 
     bool operator==(const AnimRec&) const = default;

@@ -13,8 +13,10 @@
 
 #include <array>
 #include <cstddef>
+#include <list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quarle {
@@ -60,6 +62,10 @@ struct LineOrigin {
 struct SourceMap {
     std::vector<std::string> Files;
     std::vector<LineOrigin> Lines; // one per line of the working file
+    // The lines of the working file themselves, as views into Texts, the
+    // text of each file read (held as long as the map).
+    std::vector<std::string_view> LineTexts;
+    std::list<std::string> Texts;
 };
 
 // The message of a kind: the messages follow the kinds.

@@ -102,9 +102,11 @@ public:
 
     // Copies one file's text; false when the user refused a question. name
     // is the file's path as the script or the include line gives it.
-    bool Copy(const std::string& text, const std::string& identity, const std::string& name) {
+    bool Copy(std::string&& read, const std::string& identity, const std::string& name) {
         chain_.push_back(identity);
         const std::size_t file = map_ ? map_->Files.size() : 0;
+        // With a map, the lines are kept in it as views into the file's text.
+        const std::string& text = map_ ? map_->Texts.emplace_back(std::move(read)) : read;
         if (map_) {
             map_->Files.push_back(name);
         }
@@ -118,6 +120,7 @@ public:
                 out_ << line << "\r\n";
                 if (map_) {
                     map_->Lines.push_back({file, number});
+                    map_->LineTexts.push_back(line);
                 }
                 continue;
             }
@@ -170,7 +173,7 @@ private:
             report_(ReadProblem::IncludeUnreadable, path);
             return true;
         }
-        return Copy(text, identity, path);
+        return Copy(std::move(text), identity, path);
     }
 
     std::ostream& out_;
@@ -193,7 +196,7 @@ BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
         return BufferResult::Unreadable;
     }
     Buffering buffering(out, baseFolder, host, report, map);
-    return buffering.Copy(text, Identity(disk), scriptPath) ? BufferResult::Done
+    return buffering.Copy(std::move(text), Identity(disk), scriptPath) ? BufferResult::Done
                                                             : BufferResult::Refused;
 }
 

@@ -32,7 +32,8 @@ enum class BufferResult {
 // is asked for through host.NewDir (FolderQuestion::IncludeFile). A relative
 // path that remains (a host may answer so) is taken from baseFolder, the
 // folder of the script being loaded. With a map, each line written is
-// recorded with the file and the line number it came from.
+// recorded with the file and the line number it came from, and with its text,
+// so that the working file need not be read back.
 BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
                           const std::string& baseFolder, ReaderHost& host, ProblemOnce& report,
                           SourceMap* map = nullptr);

@@ -13,11 +13,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <span>
 #include <string_view>
 #include <system_error>
-#include <unordered_map>
 
 namespace quarle {
 
@@ -75,13 +75,13 @@ public:
     const std::string& QcFolder() const { return qcFolder_; }
 
     // False when the load was broken off.
-    bool ReadLines(std::string_view text) {
+    bool ReadLines(const std::vector<std::string_view>& lines) {
         doc_.BodyGroupCount = 0;
         doc_.BodyGroups[1].PartCount = 0;
         doc_.BodyGroups[1].Name.clear();
         ForgetKeptRows();
         anchor_ = &doc_.KeptBeforeBody;
-        lines_ = SplitLines(text);
+        lines_ = lines;
         for (index_ = 0; index_ < lines_.size(); ++index_) {
             const std::string_view line = Trim(lines_[index_]);
             FollowComments(line);
@@ -100,6 +100,13 @@ public:
         }
         if (block_ == BlockKind::Sequence) {
             EndSequence();
+        }
+        if (textureGroupRead_) {
+            // The texture table holds the textures of every part, also of
+            // parts named after the group, as a save writes them all before it.
+            int count = doc_.TextureCount;
+            ScanParts(doc_.TextureVariations[1], count);
+            doc_.TextureCount = static_cast<u8>(count);
         }
         return true;
     }
@@ -312,18 +319,36 @@ private:
 
     // RemoveAll(text, "\""): for one character that is no letter, cutting the
     // first occurrence until none is left takes out every one of them.
-    static std::string NoQuotes(std::string text) {
-        std::erase(text, '"');
-        return text;
+    static std::string NoQuotes(std::string_view text) {
+        std::string result;
+        result.reserve(text.size());
+        for (const char c : text) {
+            if (c != '"') {
+                result.push_back(c);
+            }
+        }
+        return result;
     }
 
-    static std::string Unquoted(const std::string& token) {
+    // The next token of a texture row: blanks before it are passed over, so
+    // that a quoted name starts at its quote and keeps the blanks inside it
+    // (a part file may name a texture with a blank at its end).
+    static std::string_view ListToken(std::string_view text, int& pos) {
+        while (pos >= 1 && pos <= static_cast<int>(text.size()) &&
+               (text[static_cast<std::size_t>(pos - 1)] == ' ' ||
+                text[static_cast<std::size_t>(pos - 1)] == '\t')) {
+            ++pos;
+        }
+        return NextToken(text, pos);
+    }
+
+    static std::string Unquoted(std::string_view token) {
         return token == NoToken ? std::string() : NoQuotes(token);
     }
 
     // The axis of a word; any other word (such as the X of a moving
     // controller) keeps the old one.
-    f32 AxisOr(const std::string& word, f32 old) {
+    f32 AxisOr(std::string_view word, f32 old) {
         const std::string upper = ToUpper(word);
         if (upper == "XR") {
             return 0.0f;
@@ -337,7 +362,7 @@ private:
         return old;
     }
 
-    static bool IsRotation(const std::string& word) {
+    static bool IsRotation(std::string_view word) {
         const std::string upper = ToUpper(word);
         return upper == "XR" || upper == "YR" || upper == "ZR";
     }
@@ -433,6 +458,13 @@ private:
         if (paths::HostStyle() == paths::Style::Windows) {
             rest = ReplaceAll(rest, "/", "\\");
         }
+        if (rest.empty()) {
+            // No name at all (a new model's): it stays without one, and
+            // is not taken for a file in the script's folder.
+            doc_.ModelName.clear();
+            doc_.ModelNameAsWritten.clear();
+            return;
+        }
         const int at = LastSeparator(rest);
         std::string folder;
         char sep = '\0';
@@ -486,7 +518,7 @@ private:
         }
         const auto i = static_cast<std::size_t>(index);
         const std::string bone = Unquoted(NextToken(rest_, pos));
-        const std::string axis = NextToken(rest_, pos);
+        const std::string_view axis = NextToken(rest_, pos);
         if (!IsRotation(axis)) {
             Keep(); // a moving controller (X, Y, Z): the forms turn only
             return;
@@ -660,7 +692,6 @@ private:
     }
 
     void TextureGroup() {
-        anchor_ = &doc_.KeptAfterTextures;
         block_ = BlockKind::TextureGroup;
         parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
         int count = doc_.TextureCount;
@@ -669,13 +700,27 @@ private:
         textureRow_ = 0;
         if (count == 0) {
             // No texture of the parts to map the rows onto: the group is
-            // kept as it stands, with its block.
+            // kept as it stands, with its block, where it stood among the
+            // bodies, or before them all when none came yet (behind them
+            // it would find their textures).
             block_ = BlockKind::None;
+            if (doc_.BodyGroupCount == 0) {
+                anchor_ = &doc_.KeptBeforeBody;
+            }
             Keep();
+            return;
         }
+        textureGroupRead_ = true;
+        anchor_ = &doc_.KeptAfterTextures;
     }
 
     void TextureGroupLine(std::string_view line) {
+        if (parseState_ == 0) {
+            // The group is closed: what follows is read like any line.
+            block_ = BlockKind::None;
+            UnreadLine(line);
+            return;
+        }
         std::string text(line);
         if (parseState_ == 1) {
             const std::size_t open = text.find('{');
@@ -717,7 +762,7 @@ private:
         int pos = 1;
         for (;;) {
             const int before = pos;
-            const std::string token = NextToken(text, pos);
+            const std::string_view token = ListToken(text, pos);
             if (token == NoToken || pos <= before) {
                 break; // the row goes on in the next line, as a row of its own
             }
@@ -796,6 +841,7 @@ private:
         parseState_ = 0;
         ++sequenceSlot_;
         seq_ = SequenceRead{};
+        events_.clear();
         AnimRec* anim = &spareAnim_;
         if (sequenceGroup_ > limits::LastSequenceGroup) {
             seq_.KeepLines = true; // reported at its $sequencegroup
@@ -819,7 +865,7 @@ private:
         if (sequenceGroup_ == 0 && anim != &spareAnim_) {
             host_.AddAnimation(anim->Name);
         }
-        const std::string file = NextToken(rest_, pos);
+        const std::string_view file = NextToken(rest_, pos);
         if (file == "{") {
             // $sequence "run" { "run" fps 30 ... }: the file comes inside.
             seq_.Depth = 1;
@@ -829,7 +875,9 @@ private:
         }
         if (seq_.KeepLines) {
             Keep();
-        } else {
+        } else if (!anim->Name.empty()) {
+            // A sequence without a name is not written: what follows it
+            // stays where it would read back.
             anchor_ = &anim->KeptAfter;
         }
         SequenceTokens(rest_, pos);
@@ -848,7 +896,7 @@ private:
         AnimRec& anim = *seq_.Anim;
         for (;;) {
             const int before = pos;
-            const std::string token = NextToken(text, pos);
+            const std::string_view token = NextToken(text, pos);
             if (token == NoToken || pos <= before) {
                 break;
             }
@@ -856,12 +904,16 @@ private:
                 break; // a comment to the end of the line
             }
             // Most tokens have no quotes: they are read as they are.
-            std::string unquoted;
-            const bool quoted = token.find('"') != std::string::npos;
-            if (quoted) {
-                unquoted = NoQuotes(token);
+            std::string_view t = token;
+            if (token.find('"') == std::string_view::npos) {
+                // as it is
+            } else if (token.size() >= 2 && token.front() == '"' &&
+                       token.find('"', 1) == token.size() - 1) {
+                t = token.substr(1, token.size() - 2); // "..." as a whole
+            } else {
+                unquoted_ = NoQuotes(token);
+                t = unquoted_;
             }
-            const std::string& t = quoted ? unquoted : token;
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);
@@ -906,9 +958,10 @@ private:
                     spareEvent_ = AnimEventRec{};
                     event_ = &spareEvent_;
                 } else {
+                    // Gathered here and stored at the end of the sequence,
+                    // so that its table grows once.
                     ++anim.EventCount;
-                    event_ = &anim.Events[anim.EventCount];
-                    *event_ = AnimEventRec{};
+                    event_ = &events_.emplace_back();
                 }
                 event_->EventId = Whole(TextToNumber(t));
                 parseState_ = 10;
@@ -927,17 +980,17 @@ private:
                 }
                 break;
             case 13:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendAxis = t;
                 parseState_ = 14;
                 break;
             case 14:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendMin = Float(TextToNumber(t));
                 parseState_ = 15;
                 break;
             case 15:
-                seq_.BlendText += ' ' + token;
+                seq_.BlendText.emplace_back(token);
                 seq_.BlendMax = Float(TextToNumber(t));
                 parseState_ = 0;
                 break;
@@ -951,7 +1004,7 @@ private:
                 break;
             case 20:
                 // An argument of a kept option.
-                seq_.Options += ' ' + token;
+                seq_.Options.emplace_back(token);
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
             default:
@@ -974,8 +1027,8 @@ private:
     }
 
     // An option the record does not hold, with its arguments.
-    void KeepOption(const std::string& token, int arguments) {
-        seq_.Options += ' ' + token;
+    void KeepOption(std::string_view token, int arguments) {
+        seq_.Options.emplace_back(token);
         seq_.Arguments = arguments;
         if (arguments > 0) {
             parseState_ = 20;
@@ -1004,56 +1057,72 @@ private:
         Close
     };
 
-    // The option words, compared in upper case (they are all ASCII).
-    static Word WordOf(const std::string& t, std::string& upper) {
-        static const std::unordered_map<std::string, Word> words = {
-            {"FPS", Word::Fps},
-            {"LOOP", Word::Loop},
-            {"FRAME", Word::Frame},
-            {"ORIGIN", Word::Origin},
-            {"LX", Word::LX},
-            {"LY", Word::LY},
-            {"LZ", Word::LZ},
-            {"X", Word::Motion},
-            {"Y", Word::Motion},
-            {"Z", Word::Motion},
-            {"XR", Word::Motion},
-            {"YR", Word::Motion},
-            {"ZR", Word::Motion},
-            {"AX", Word::Motion},
-            {"AY", Word::Motion},
-            {"AZ", Word::Motion},
-            {"AXR", Word::Motion},
-            {"AYR", Word::Motion},
-            {"AZR", Word::Motion},
-            {"ROTATE", Word::Rotate},
-            {"SCALE", Word::Scale},
-            {"BLEND", Word::Blend},
-            {"NODE", Word::OneArgument},
-            {"ANIMATION", Word::OneArgument},
-            {"TRANSITION", Word::TwoArguments},
-            {"RTRANSITION", Word::TwoArguments},
-            {"PIVOT", Word::ThreeArguments},
-            {"{", Word::Open},
-            {"{EVENT", Word::OpenEvent},
-            {"EVENT", Word::Event},
-            {"}", Word::Close}};
-        upper = t;
-        for (char& c : upper) {
-            if (c >= 'a' && c <= 'z') {
-                c = static_cast<char>(c - 'a' + 'A');
-            }
+    // The option words, compared in upper case (they are all ASCII): up to
+    // seven letters as one number, the longer ones as text.
+    static constexpr std::uint64_t Packed(std::string_view word) {
+        // The length in the top byte: a word never ends in a zero byte.
+        std::uint64_t key = static_cast<std::uint64_t>(word.size()) << 56;
+        for (std::size_t i = 0; i < word.size() && i < 7; ++i) {
+            key |= static_cast<std::uint64_t>(static_cast<unsigned char>(word[i])) << (8 * i);
         }
-        const auto it = words.find(upper);
-        return it == words.end() ? Word::Other : it->second;
+        return key;
     }
 
-    void Keyword(AnimRec& anim, const std::string& token, const std::string& t) {
+    static Word WordOf(std::string_view t) {
+        struct Entry {
+            std::uint64_t Key;
+            Word Meaning;
+        };
+        static constexpr Entry shortWords[] = {
+            {Packed("FPS"), Word::Fps},         {Packed("LOOP"), Word::Loop},
+            {Packed("FRAME"), Word::Frame},     {Packed("ORIGIN"), Word::Origin},
+            {Packed("LX"), Word::LX},           {Packed("LY"), Word::LY},
+            {Packed("LZ"), Word::LZ},           {Packed("X"), Word::Motion},
+            {Packed("Y"), Word::Motion},        {Packed("Z"), Word::Motion},
+            {Packed("XR"), Word::Motion},       {Packed("YR"), Word::Motion},
+            {Packed("ZR"), Word::Motion},       {Packed("AX"), Word::Motion},
+            {Packed("AY"), Word::Motion},       {Packed("AZ"), Word::Motion},
+            {Packed("AXR"), Word::Motion},      {Packed("AYR"), Word::Motion},
+            {Packed("AZR"), Word::Motion},      {Packed("ROTATE"), Word::Rotate},
+            {Packed("SCALE"), Word::Scale},     {Packed("BLEND"), Word::Blend},
+            {Packed("NODE"), Word::OneArgument}, {Packed("PIVOT"), Word::ThreeArguments},
+            {Packed("{"), Word::Open},          {Packed("{EVENT"), Word::OpenEvent},
+            {Packed("EVENT"), Word::Event},     {Packed("}"), Word::Close}};
+        char upper[12];
+        if (t.size() > sizeof upper) {
+            return Word::Other;
+        }
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            const char c = t[i];
+            upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+        const std::string_view word(upper, t.size());
+        if (word.size() > 7) {
+            if (word == "ANIMATION") {
+                return Word::OneArgument;
+            }
+            return word == "TRANSITION" || word == "RTRANSITION" ? Word::TwoArguments : Word::Other;
+        }
+        const std::uint64_t key = Packed(word);
+        for (const Entry& entry : shortWords) {
+            if (entry.Key == key) {
+                return entry.Meaning;
+            }
+        }
+        return Word::Other;
+    }
+
+    // Whether a word is an activity name (ACT_..., in any case).
+    static bool IsActivity(std::string_view t) {
+        return t.size() >= 4 && (t[0] == 'A' || t[0] == 'a') && (t[1] == 'C' || t[1] == 'c') &&
+               (t[2] == 'T' || t[2] == 't') && t[3] == '_';
+    }
+
+    void Keyword(AnimRec& anim, std::string_view token, std::string_view t) {
         if (t.empty()) {
             return; // blanks in a row
         }
-        std::string upper;
-        switch (WordOf(t, upper)) {
+        switch (WordOf(t)) {
         case Word::Fps:
             parseState_ = 1;
             break;
@@ -1091,7 +1160,7 @@ private:
                 KeepOption(token, 3);
             } else {
                 seq_.Blend = true;
-                seq_.BlendText = token;
+                seq_.BlendText = {std::string(token)};
                 parseState_ = 13;
             }
             break;
@@ -1118,14 +1187,14 @@ private:
             CloseBrace();
             break;
         case Word::Other:
-            if (upper.starts_with("ACT_") && anim.ActivityId.empty()) {
-                anim.ActivityId = t;
+            if (IsActivity(t) && anim.ActivityId.empty()) {
+                anim.ActivityId = std::string(t);
                 parseState_ = 7;
-            } else if (upper.starts_with("ACT_")) {
+            } else if (IsActivity(t)) {
                 KeepOption(token, 0);
             } else {
                 // Anything else is one more .smd file for the compiler.
-                seq_.Files.push_back(token);
+                seq_.Files.emplace_back(token);
             }
             break;
         }
@@ -1151,15 +1220,21 @@ private:
             anim.BlendFile = NoQuotes(seq_.Files.front());
             file = 1;
         } else if (seq_.Blend) {
-            seq_.Options = ' ' + seq_.BlendText + seq_.Options;
+            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(),
+                                seq_.BlendText.end());
         }
-        for (; file < seq_.Files.size(); ++file) {
-            if (!anim.KeptFiles.empty()) {
-                anim.KeptFiles += ' ';
+        anim.KeptFiles.assign(std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
+                              std::make_move_iterator(seq_.Files.end()));
+        anim.KeptOptions = std::move(seq_.Options);
+        if (!events_.empty()) {
+            const int count = static_cast<int>(events_.size());
+            anim.Events[count]; // one allocation for the whole table
+            for (int e = 1; e <= count; ++e) {
+                anim.Events[e] = std::move(events_[static_cast<std::size_t>(e - 1)]);
             }
-            anim.KeptFiles += seq_.Files[file];
+            events_.clear();
         }
-        anim.KeptOptions = std::string(Trim(seq_.Options));
+        event_ = &spareEvent_;
         block_ = BlockKind::None;
         parseState_ = 0;
         seq_.Depth = 0;
@@ -1173,7 +1248,7 @@ private:
     bool broken_ = false;
 
     // What tells the findings.
-    std::vector<std::string_view> lines_; // of the working file
+    std::span<const std::string_view> lines_; // of the working file
     std::size_t index_ = 0;               // of the line being read
     std::vector<std::pair<std::size_t, LoadFinding>> noted_;
     std::set<std::pair<std::size_t, int>> notedKinds_;
@@ -1190,20 +1265,22 @@ private:
         int Depth = 0;           // braces open
         bool FileInside = false; // the first file stands inside the braces
         bool Blend = false;      // the first blend option was read
-        std::string BlendText;   // as written
+        std::vector<std::string> BlendText; // its tokens, as written
         std::string BlendAxis;
         f32 BlendMin = 0.0f;
         f32 BlendMax = 0.0f;
         std::vector<std::string> Files; // further files, as written
-        std::string Options;            // kept options, as written, each behind a blank
+        std::vector<std::string> Options; // kept options, each token as written
         int Arguments = 0;              // still to come of the last kept option
     };
     SequenceRead seq_;
     AnimRec spareAnim_;
     AnimEventRec spareEvent_;
     AnimEventRec* event_ = &spareEvent_;
+    std::vector<AnimEventRec> events_; // of the sequence being read
 
-    std::string line_; // the directive line, for reports
+    std::string unquoted_; // a token of a sequence without its quotes
+    std::string line_;     // the directive line, for reports
     std::string directive_;
     std::string rest_;
     BlockKind block_ = BlockKind::None;
@@ -1215,6 +1292,7 @@ private:
     bool modeScanDone_ = false;
     std::array<std::string, limits::LastTexture + 1> modeTextures_{};
     int textureRow_ = 0;
+    bool textureGroupRead_ = false;
     int textureColumn_ = 0;
     std::array<i16, limits::LastTexture + 1> columnMap_{};
 };
@@ -1231,7 +1309,11 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     Reader reader(doc, host, report, map);
     BufferResult buffered = BufferResult::Done;
     {
-        std::ofstream out(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
+        // A buffer of some size: the file is written in few calls.
+        std::vector<char> buffer(std::size_t{1} << 16);
+        std::ofstream out;
+        out.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        out.open(paths::ToFsPath(workFile), std::ios::binary | std::ios::trunc);
         if (!out) {
             report(ReadProblem::WorkFileUnwritable, workFile);
             host.NewDocument();
@@ -1248,15 +1330,12 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     if (buffered == BufferResult::Refused) {
         return ReadOutcome::Refused;
     }
-    std::string text;
-    if (buffered == BufferResult::Unreadable || !ReadWholeFile(workFile, text)) {
-        if (buffered != BufferResult::Unreadable) {
-            report(ReadProblem::WorkFileUnwritable, workFile);
-        }
+    if (buffered == BufferResult::Unreadable) {
         host.NewDocument();
         return ReadOutcome::Unreadable;
     }
-    if (!reader.ReadLines(text)) {
+    // The lines written to the working file, as the map holds them.
+    if (!reader.ReadLines(map.LineTexts)) {
         return ReadOutcome::Refused;
     }
     if (findings != nullptr) {

@@ -3,6 +3,7 @@
 #include "document/NumberText.h"
 #include "document/Paths.h"
 #include "document/QcInclude.h"
+#include "document/Text.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -37,6 +38,77 @@ std::string Quoted(std::string_view text) {
     quoted += text;
     quoted += '"';
     return quoted;
+}
+
+// A quoted name behind another. A token is read as quoted only when it
+// starts at its quote; one read from the blank behind a quote ends at the
+// next blank or tab, and uses that up. So, behind a token read as quoted, a
+// name with a blank or tab inside follows the quote directly, and a tab that
+// began it (as in "name"<tab>"file") stands outside its quotes, where it
+// reads back from. Afterwards, whether this name is read as quoted.
+bool AppendQuoted(std::string& line, std::string_view name, bool behindQuoted) {
+    const bool blanks = name.find_first_of(" \t") != std::string_view::npos;
+    if (!behindQuoted || !blanks) {
+        line += ' ';
+        line += Quoted(name);
+        return !behindQuoted;
+    }
+    if (name.front() == '\t' && name.find_first_of(" \t", 1) == std::string_view::npos) {
+        line += '\t';
+        line += Quoted(name.substr(1));
+        return false;
+    }
+    line += Quoted(name);
+    return true;
+}
+
+// A kept token, so that it reads back as it was read; afterwards, whether it
+// is read as quoted. Read from the blank behind a quoted token, a token runs to
+// the next blank or tab, whatever quotes it holds; read from its first
+// character, one that starts with a quote runs to the next quote.
+bool AppendToken(std::string& line, std::string_view token, bool behindQuoted) {
+    if (token.empty()) {
+        return behindQuoted;
+    }
+    if (token.front() == '\t') {
+        // Read from the tab: it must not stand behind a blank of its own.
+        line += behindQuoted ? "" : " ";
+        line += token;
+        return false;
+    }
+    line += ' ';
+    if (token.front() != '"') {
+        line += token;
+        return false;
+    }
+    const std::size_t close = token.find('"', 1);
+    const bool blanks = token.find_first_of(" \t") != std::string_view::npos;
+    if (close == token.size() - 1) {
+        // "..." as a whole: read from its quote, or from the blank when it
+        // has none inside.
+        if (behindQuoted && blanks) {
+            line.pop_back();
+        }
+        line += token;
+        return !behindQuoted || blanks;
+    }
+    if (blanks) {
+        // A quote that ran to the end of its line: closed here, it reads
+        // back as one token wherever it stands.
+        if (behindQuoted) {
+            line.pop_back();
+        }
+        line += token;
+        line += '"';
+        return true;
+    }
+    // Quotes that only a read from a blank takes in: a second blank when
+    // the one before is used up.
+    if (!behindQuoted) {
+        line += ' ';
+    }
+    line += token;
+    return false;
 }
 
 std::size_t Index(int i) {
@@ -143,14 +215,19 @@ private:
         for (int g = 1; g <= groups; ++g) {
             const BodyGroupRec& group = doc_.BodyGroups[Index(g)];
             const int parts = std::min<int>(group.PartCount, limits::LastPart);
-            if (parts == 1 && group.Reverse[1] == 0) {
+            // A blank at the end of the name would not read back, and a
+            // $body reads its name as one word without quotes: other names
+            // take a block.
+            const std::string_view name = Trim(group.Name);
+            if (parts == 1 && group.Reverse[1] == 0 && !name.empty() &&
+                name.find_first_of(" \t\"") == std::string_view::npos) {
                 // A lone part, even "<blank>", stands as it is.
-                Line("$body " + group.Name + " " + Quoted(group.Parts[1]) +
+                Line("$body " + std::string(name) + " " + Quoted(group.Parts[1]) +
                      (group.KeptWords.empty() ? "" : " " + group.KeptWords));
                 Lines(group.KeptAfter);
                 continue;
             }
-            Line("$bodygroup " + group.Name);
+            Line("$bodygroup " + std::string(name));
             Line("{");
             for (int p = 1; p <= parts; ++p) {
                 const std::string& part = group.Parts[Index(p)];
@@ -255,12 +332,13 @@ private:
     std::string SequenceLine(const AnimRec& a) const {
         std::string line;
         line.reserve(256);
-        line += "$sequence " + Quoted(a.Name) + " " + Quoted(a.SmdFile);
+        line += "$sequence " + Quoted(a.Name);
+        bool quoted = AppendQuoted(line, a.SmdFile, true);
         if (a.BlendOn == 1) {
-            line += " " + Quoted(a.BlendFile);
+            quoted = AppendQuoted(line, a.BlendFile, quoted);
         }
-        if (!a.KeptFiles.empty()) {
-            line += " " + a.KeptFiles;
+        for (const std::string& token : a.KeptFiles) {
+            quoted = AppendToken(line, token, quoted);
         }
         line += " fps " + IntToText(a.Fps);
         if (a.Loop == 1) {
@@ -293,8 +371,9 @@ private:
             line += " blend " + std::string(AxisWord(a.BlendAxis)) + " " + Local(a.BlendMin) + " " +
                     Local(a.BlendMax);
         }
-        if (!a.KeptOptions.empty()) {
-            line += " " + a.KeptOptions;
+        quoted = false; // behind a word without quotes
+        for (const std::string& token : a.KeptOptions) {
+            quoted = AppendToken(line, token, quoted);
         }
         for (int e = 1; e <= a.EventCount; ++e) {
             const AnimEventRec& event = a.Events[e];
@@ -411,7 +490,11 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
     };
     {
         errno = 0;
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        // A buffer of some size: the script is written in few calls.
+        std::vector<char> buffer(std::size_t{1} << 16);
+        std::ofstream out;
+        out.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        out.open(temporary, std::ios::binary | std::ios::trunc);
         if (!out.is_open()) {
             const int error = errno;
             return fail(WriteFailure::FolderUnwritable,

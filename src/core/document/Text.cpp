@@ -17,11 +17,6 @@ int Len(std::string_view s) {
                : static_cast<int>(s.size());
 }
 
-// Character at 1-based position p, or 0 outside the text.
-char At(std::string_view s, int p) {
-    return p >= 1 && p <= Len(s) ? s[static_cast<std::size_t>(p - 1)] : '\0';
-}
-
 // Upper case of cp1252, the code page of scripts and .smd files: the ASCII
 // letters, à-þ to À-Þ (but ÷, which has no capital), and š, œ, ž, ÿ to their
 // capitals at 0x8A, 0x8C, 0x8E and 0x9F. ß has no single capital and stays.
@@ -113,32 +108,38 @@ std::string ToUpper(std::string_view s) {
     return result;
 }
 
-std::string NextToken(std::string_view line, int& pos) {
+std::string_view NextToken(std::string_view line, int& pos) {
     pos = std::max(pos, 1);
     const int length = Len(line);
-    const bool quoted = At(line, pos) == '"';
+    if (pos > length) {
+        return NoToken;
+    }
+    const auto start = static_cast<std::size_t>(pos - 1);
+    const auto size = static_cast<std::size_t>(length);
     // The character at Pos itself never ends the token.
-    for (int i = pos; i < length;) {
-        ++i;
-        const char c = At(line, i);
-        if (!quoted && (c == ' ' || c == '\t')) {
-            std::string token(Trim(Mid(line, pos, i - pos)));
-            pos = i + 1;
-            return token;
+    std::size_t end = start + 1;
+    if (line[start] == '"') {
+        end = line.find('"', end);
+        if (end != std::string_view::npos) {
+            pos = static_cast<int>(end) + 2;
+            return Trim(line.substr(start, end - start + 1));
         }
-        if (quoted && c == '"') {
-            std::string token(Trim(Mid(line, pos, i - pos + 1)));
-            pos = i + 1;
-            return token;
+    } else {
+        while (end < size && line[end] != ' ' && line[end] != '\t') {
+            ++end;
+        }
+        if (end < size) {
+            pos = static_cast<int>(end) + 2;
+            return Trim(line.substr(start, end - start));
         }
     }
     // No end found: whatever stands in the rest of the line is the last token.
-    const std::string_view rest = Trim(Mid(line, pos));
+    const std::string_view rest = Trim(line.substr(start));
     if (!rest.empty()) {
         pos = length + 1;
-        return std::string(rest);
+        return rest;
     }
-    return std::string(NoToken);
+    return NoToken;
 }
 
 // The rule: while Find occurs exactly, cut out its first case-insensitive
@@ -261,6 +262,20 @@ std::string TextAfter(std::string_view source, std::string_view pattern, int sta
 }
 
 double TextToNumber(std::string_view text) {
+    // Most numbers of a script are short whole numbers: read at once.
+    if (!text.empty() && text.size() <= 15) {
+        const bool negative = text.front() == '-';
+        const std::size_t first = negative || text.front() == '+' ? 1 : 0;
+        long long whole = 0;
+        std::size_t i = first;
+        for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+            whole = whole * 10 + (text[i] - '0');
+        }
+        if (i == text.size() && i > first) {
+            // Below 10^15: exact in a double. Minus zero is plain 0.
+            return whole == 0 ? 0.0 : static_cast<double>(negative ? -whole : whole);
+        }
+    }
     // Gather the number's characters, leaving out blanks and tabs wherever
     // they stand, and stop at the first character that cannot belong to it.
     std::size_t i = 0;

@@ -22,7 +22,8 @@ inline constexpr std::string_view NoToken = "gg-1gg";
 // starts on a double quote ends at the next double quote, which stays in the
 // token, and the blank behind it is not used up. Three blanks in a row give an
 // empty token. NoToken when nothing is left; Pos then stays where it was.
-std::string NextToken(std::string_view line, int& pos);
+// The token is a view into Line.
+std::string_view NextToken(std::string_view line, int& pos);
 
 // While Find occurs exactly, cut out its first case-insensitive occurrence.
 // An empty Find changes nothing.
