@@ -48,8 +48,8 @@ AnimRec FilledAnim(int g, int s) {
     a.Name = Mark("anim", g, s);
     a.ActivityId = "ACT_IDLE 1";
     a.Rotate = 90.0f;
-    a.KeptFiles = "more.smd";
-    a.KeptOptions = "node 3";
+    a.KeptFiles = {"more.smd"};
+    a.KeptOptions = {"node", "3"};
     a.KeptAfter = {"// after"};
     return a;
 }
