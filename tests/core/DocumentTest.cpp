@@ -217,10 +217,20 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
     EXPECT_EQ(doc->SmdFrameCount, 12);
 }
 
-TEST(Document, FreshDocumentCostsAFewMegabytes) {
+TEST(Document, FreshDocumentCostsWhatItsFormsUse) {
     auto doc = std::make_unique<Document>();
     const std::size_t bytes = DocumentFootprint(*doc);
-    EXPECT_LT(bytes, 4u * 1024 * 1024);
+    EXPECT_LT(bytes, 512u * 1024);
+    // A sequence beyond the 101st of a group costs that group's upper slots;
+    // the slots around it read fresh.
+    doc->Anims[4][300].Name = "run";
+    EXPECT_TRUE(doc->Anims[4].HoldsUpperSlots());
+    EXPECT_FALSE(doc->Anims[5].HoldsUpperSlots());
+    EXPECT_LT(DocumentFootprint(*doc), bytes + 128u * 1024);
+    const Document& read = *doc;
+    EXPECT_EQ(read.Anims[4][300].Name, "run");
+    EXPECT_TRUE(read.Anims[4][512] == AnimRec{});
+    EXPECT_TRUE(read.Anims[5][512] == AnimRec{});
     // Writing the last event slot of one animation costs that animation only.
     doc->Anims[3][7].Events[1024].EventId = 1;
     EXPECT_EQ(doc->Anims[3][7].Events.StoredSlots(), 1025);

@@ -68,6 +68,30 @@ bool EventTable::operator==(const EventTable& other) const {
     return true;
 }
 
+AnimGroup::AnimGroup(const AnimGroup& other)
+    : front_(other.front_),
+      back_(other.back_ ? std::make_unique<BackSlots>(*other.back_) : nullptr) {}
+
+AnimGroup& AnimGroup::operator=(const AnimGroup& other) {
+    if (this != &other) {
+        front_ = other.front_;
+        back_ = other.back_ ? std::make_unique<BackSlots>(*other.back_) : nullptr;
+    }
+    return *this;
+}
+
+AnimRec* AnimGroup::Back() {
+    if (!back_) {
+        back_ = std::make_unique<BackSlots>();
+    }
+    return back_->data();
+}
+
+const AnimRec& AnimGroup::Fresh() {
+    static const AnimRec fresh{};
+    return fresh;
+}
+
 Document::Document() {
     InitVars(*this);
 }
@@ -138,6 +162,9 @@ std::size_t DocumentFootprint(const Document& doc) {
         bytes += text(*s);
     }
     for (const auto& group : doc.Anims) {
+        if (group.HoldsUpperSlots()) {
+            bytes += (AnimGroup::Size - limits::LastWrittenAnimSlot - 1) * sizeof(AnimRec);
+        }
         for (const AnimRec& a : group) {
             bytes += text(a.SmdFile) + text(a.BlendFile) + text(a.Name) + text(a.ActivityId);
             bytes += static_cast<std::size_t>(a.Events.StoredSlots()) * sizeof(AnimEventRec);

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -115,6 +116,67 @@ struct AnimRec {
     bool operator==(const AnimRec&) const = default;
 };
 
+// Anims(g, 0..512): the sequences of one group. The forms, the writer and
+// the reset use slots 0..100; a slot above is only ever written by a load of
+// a group with more sequences, or by a delete that moves records up. Those
+// slots are stored once one of them is written to; until then each reads as
+// a fresh record, and a new document costs only the memory it uses.
+// Indexing, iteration and the reset rules are those of a full table.
+class AnimGroup {
+public:
+    static constexpr std::size_t Size = limits::LastAnimSlot + 1;
+
+    AnimGroup() = default;
+    AnimGroup(const AnimGroup& other);
+    AnimGroup& operator=(const AnimGroup& other);
+    AnimGroup(AnimGroup&&) noexcept = default;
+    AnimGroup& operator=(AnimGroup&&) noexcept = default;
+    ~AnimGroup() = default;
+
+    // Write access: the slots above 100 are stored from the first access on.
+    AnimRec& operator[](std::size_t i) {
+        return i < Front ? front_[i] : Back()[i - Front];
+    }
+    // Read access: a slot above 100 that was never stored reads as a fresh record.
+    const AnimRec& operator[](std::size_t i) const {
+        return i < Front ? front_[i] : back_ ? (*back_)[i - Front] : Fresh();
+    }
+    static constexpr std::size_t size() { return Size; }
+
+    // Whether the slots above 100 are held in memory (for measurements and tests).
+    bool HoldsUpperSlots() const { return back_ != nullptr; }
+
+    template <typename Group, typename Rec>
+    class Iterator {
+    public:
+        Iterator(Group* group, std::size_t i) : group_(group), i_(i) {}
+        Rec& operator*() const { return (*group_)[i_]; }
+        Iterator& operator++() {
+            ++i_;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return i_ == other.i_; }
+
+    private:
+        Group* group_;
+        std::size_t i_;
+    };
+    auto begin() { return Iterator<AnimGroup, AnimRec>(this, 0); }
+    auto end() { return Iterator<AnimGroup, AnimRec>(this, Size); }
+    auto begin() const { return Iterator<const AnimGroup, const AnimRec>(this, 0); }
+    auto end() const { return Iterator<const AnimGroup, const AnimRec>(this, Size); }
+
+private:
+    static constexpr std::size_t Front = limits::LastWrittenAnimSlot + 1;
+    using BackSlots = std::array<AnimRec, Size - Front>;
+
+    AnimRec* Back();
+    static const AnimRec& Fresh();
+
+    std::array<AnimRec, Front> front_{};
+    std::unique_ptr<BackSlots> back_;
+};
+
 // One $body or $bodygroup.
 struct BodyGroupRec {
     std::string Name;
@@ -176,8 +238,7 @@ struct Document {
     u8 BodyGroupCount = 1;
     std::array<BodyGroupRec, limits::LastBodyGroup + 1> BodyGroups{};
     // Anims[group][slot]
-    std::array<std::array<AnimRec, limits::LastAnimSlot + 1>, limits::LastSequenceGroup + 1>
-        Anims{};
+    std::array<AnimGroup, limits::LastSequenceGroup + 1> Anims{};
     std::array<AttachmentRec, limits::LastAttachment + 1> Attachments{};
     std::array<std::string, limits::LastAttachment + 1> AttachmentBones{};
     std::array<ControllerRec, limits::LastController + 1> Controllers{};
