@@ -370,17 +370,14 @@ private:
     // --- directives -------------------------------------------------------
 
     void Directive(std::string_view line) {
-        line_ = std::string(line);
+        line_.assign(line);
         const std::size_t blank = line.find(' ', 1);
         if (blank == std::string_view::npos) {
-            directive_ = std::string(line);
+            directive_.assign(line);
             rest_.clear();
         } else {
-            std::string head;
-            std::string tail;
-            SplitAt(line, static_cast<int>(blank) + 1, head, tail);
-            directive_ = std::string(Trim(head));
-            rest_ = std::string(Trim(tail));
+            directive_.assign(Trim(line.substr(0, blank + 1)));
+            rest_.assign(Trim(line.substr(blank + 1)));
         }
         block_ = BlockKind::None;
 
@@ -905,7 +902,7 @@ private:
             }
             // Most tokens have no quotes: they are read as they are.
             std::string_view t = token;
-            if (token.find('"') == std::string_view::npos) {
+            if (std::find(token.begin(), token.end(), '"') == token.end()) {
                 // as it is
             } else if (token.size() >= 2 && token.front() == '"' &&
                        token.find('"', 1) == token.size() - 1) {
@@ -1069,25 +1066,6 @@ private:
     }
 
     static Word WordOf(std::string_view t) {
-        struct Entry {
-            std::uint64_t Key;
-            Word Meaning;
-        };
-        static constexpr Entry shortWords[] = {
-            {Packed("FPS"), Word::Fps},         {Packed("LOOP"), Word::Loop},
-            {Packed("FRAME"), Word::Frame},     {Packed("ORIGIN"), Word::Origin},
-            {Packed("LX"), Word::LX},           {Packed("LY"), Word::LY},
-            {Packed("LZ"), Word::LZ},           {Packed("X"), Word::Motion},
-            {Packed("Y"), Word::Motion},        {Packed("Z"), Word::Motion},
-            {Packed("XR"), Word::Motion},       {Packed("YR"), Word::Motion},
-            {Packed("ZR"), Word::Motion},       {Packed("AX"), Word::Motion},
-            {Packed("AY"), Word::Motion},       {Packed("AZ"), Word::Motion},
-            {Packed("AXR"), Word::Motion},      {Packed("AYR"), Word::Motion},
-            {Packed("AZR"), Word::Motion},      {Packed("ROTATE"), Word::Rotate},
-            {Packed("SCALE"), Word::Scale},     {Packed("BLEND"), Word::Blend},
-            {Packed("NODE"), Word::OneArgument}, {Packed("PIVOT"), Word::ThreeArguments},
-            {Packed("{"), Word::Open},          {Packed("{EVENT"), Word::OpenEvent},
-            {Packed("EVENT"), Word::Event},     {Packed("}"), Word::Close}};
         char upper[12];
         if (t.size() > sizeof upper) {
             return Word::Other;
@@ -1103,13 +1081,55 @@ private:
             }
             return word == "TRANSITION" || word == "RTRANSITION" ? Word::TwoArguments : Word::Other;
         }
-        const std::uint64_t key = Packed(word);
-        for (const Entry& entry : shortWords) {
-            if (entry.Key == key) {
-                return entry.Meaning;
-            }
+        switch (Packed(word)) {
+        case Packed("FPS"):
+            return Word::Fps;
+        case Packed("LOOP"):
+            return Word::Loop;
+        case Packed("FRAME"):
+            return Word::Frame;
+        case Packed("ORIGIN"):
+            return Word::Origin;
+        case Packed("LX"):
+            return Word::LX;
+        case Packed("LY"):
+            return Word::LY;
+        case Packed("LZ"):
+            return Word::LZ;
+        case Packed("X"):
+        case Packed("Y"):
+        case Packed("Z"):
+        case Packed("XR"):
+        case Packed("YR"):
+        case Packed("ZR"):
+        case Packed("AX"):
+        case Packed("AY"):
+        case Packed("AZ"):
+        case Packed("AXR"):
+        case Packed("AYR"):
+        case Packed("AZR"):
+            return Word::Motion;
+        case Packed("ROTATE"):
+            return Word::Rotate;
+        case Packed("SCALE"):
+            return Word::Scale;
+        case Packed("BLEND"):
+            return Word::Blend;
+        case Packed("NODE"):
+            return Word::OneArgument;
+        case Packed("PIVOT"):
+            return Word::ThreeArguments;
+        case Packed("{"):
+            return Word::Open;
+        case Packed("{EVENT"):
+            return Word::OpenEvent;
+        case Packed("EVENT"):
+            return Word::Event;
+        case Packed("}"):
+            return Word::Close;
+        default:
+            return Word::Other;
         }
-        return Word::Other;
     }
 
     // Whether a word is an activity name (ACT_..., in any case).
