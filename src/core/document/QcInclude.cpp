@@ -3,6 +3,8 @@
 #include "document/Paths.h"
 #include "document/Text.h"
 
+#include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -11,19 +13,35 @@ namespace quarle {
 
 std::vector<std::string_view> SplitLines(std::string_view text) {
     std::vector<std::string_view> lines;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '\n' || c == '\r') {
-            lines.push_back(text.substr(start, i - start));
-            if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-                ++i;
-            }
-            start = i + 1;
+    // Lines are long (a sequence with its events is hundreds of bytes): the
+    // next CR and the next LF are each found by a library search.
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    auto next = [end](const char* from, char c) {
+        const void* found =
+            from < end ? std::memchr(from, c, static_cast<std::size_t>(end - from)) : nullptr;
+        return found != nullptr ? static_cast<const char*>(found) : end;
+    };
+    const char* start = begin;
+    const char* cr = next(begin, '\r');
+    const char* lf = next(begin, '\n');
+    while (start < end) {
+        const char* stop = std::min(cr, lf);
+        if (stop == end) {
+            lines.emplace_back(start, static_cast<std::size_t>(end - start));
+            break;
         }
-    }
-    if (start < text.size()) {
-        lines.push_back(text.substr(start));
+        lines.emplace_back(start, static_cast<std::size_t>(stop - start));
+        start = stop + 1;
+        if (stop == cr && start == lf) {
+            ++start; // CR LF
+        }
+        if (cr < start) {
+            cr = next(start, '\r');
+        }
+        if (lf < start) {
+            lf = next(start, '\n');
+        }
     }
     return lines;
 }
