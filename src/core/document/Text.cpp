@@ -122,7 +122,8 @@ std::string_view NextToken(std::string_view line, int& pos) {
         end = line.find('"', end);
         if (end != std::string_view::npos) {
             pos = static_cast<int>(end) + 2;
-            return Trim(line.substr(start, end - start + 1));
+            // From quote to quote: no blank at either end to trim.
+            return line.substr(start, end - start + 1);
         }
     } else {
         while (end < size && line[end] != ' ' && line[end] != '\t') {
@@ -130,7 +131,9 @@ std::string_view NextToken(std::string_view line, int& pos) {
         }
         if (end < size) {
             pos = static_cast<int>(end) + 2;
-            return Trim(line.substr(start, end - start));
+            // Only the first character can be a blank: the walk stops at the others.
+            const std::string_view token = line.substr(start, end - start);
+            return token.front() == ' ' ? Trim(token) : token;
         }
     }
     // No end found: whatever stands in the rest of the line is the last token.
