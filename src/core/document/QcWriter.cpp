@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -29,6 +30,14 @@ std::string_view AxisWord(f32 axis) {
         return "ZR";
     }
     return "XR";
+}
+
+// A whole number behind a line, with no string of its own (a large script
+// has tens of thousands of event numbers).
+void AppendWhole(std::string& line, long long value) {
+    char digits[24];
+    const auto written = std::to_chars(digits, digits + sizeof digits, value);
+    line.append(digits, written.ptr);
 }
 
 std::string Quoted(std::string_view text) {
@@ -378,9 +387,9 @@ private:
         for (int e = 1; e <= a.EventCount; ++e) {
             const AnimEventRec& event = a.Events[e];
             line += " { event ";
-            line += IntToText(event.EventId);
+            AppendWhole(line, event.EventId);
             line += ' ';
-            line += IntToText(event.Frame);
+            AppendWhole(line, event.Frame);
             if (!event.Parameter.empty()) {
                 line += " \"";
                 line += event.Parameter;
