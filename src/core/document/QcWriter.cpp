@@ -340,7 +340,7 @@ private:
 
     std::string SequenceLine(const AnimRec& a) const {
         std::string line;
-        line.reserve(256);
+        line.reserve(256 + 48 * static_cast<std::size_t>(a.EventCount)); // with room for its events
         line += "$sequence " + Quoted(a.Name);
         bool quoted = AppendQuoted(line, a.SmdFile, true);
         if (a.BlendOn == 1) {
