@@ -1066,22 +1066,29 @@ private:
     }
 
     static Word WordOf(std::string_view t) {
-        char upper[12];
-        if (t.size() > sizeof upper) {
-            return Word::Other;
-        }
-        for (std::size_t i = 0; i < t.size(); ++i) {
-            const char c = t[i];
-            upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        }
-        const std::string_view word(upper, t.size());
-        if (word.size() > 7) {
+        if (t.size() > 7) {
+            char upper[12];
+            if (t.size() > sizeof upper) {
+                return Word::Other;
+            }
+            for (std::size_t i = 0; i < t.size(); ++i) {
+                const char c = t[i];
+                upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+            }
+            const std::string_view word(upper, t.size());
             if (word == "ANIMATION") {
                 return Word::OneArgument;
             }
             return word == "TRANSITION" || word == "RTRANSITION" ? Word::TwoArguments : Word::Other;
         }
-        switch (Packed(word)) {
+        // The short words: packed as Packed does, in upper case, in one pass.
+        std::uint64_t key = static_cast<std::uint64_t>(t.size()) << 56;
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            const auto c = static_cast<unsigned char>(t[i]);
+            const auto upper = c >= 'a' && c <= 'z' ? static_cast<unsigned char>(c - 'a' + 'A') : c;
+            key |= static_cast<std::uint64_t>(upper) << (8 * i);
+        }
+        switch (key) {
         case Packed("FPS"):
             return Word::Fps;
         case Packed("LOOP"):

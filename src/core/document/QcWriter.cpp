@@ -37,7 +37,7 @@ std::string_view AxisWord(f32 axis) {
 void AppendWhole(std::string& line, long long value) {
     char digits[24];
     const auto written = std::to_chars(digits, digits + sizeof digits, value);
-    line.append(digits, written.ptr);
+    line.append(digits, static_cast<std::size_t>(written.ptr - digits));
 }
 
 std::string Quoted(std::string_view text) {
