@@ -264,8 +264,16 @@ std::string TextAfter(std::string_view source, std::string_view pattern, int sta
     return "-1";
 }
 
+namespace {
+
+// TextToNumber for anything but a short whole number.
+[[gnu::noinline]] double AnyNumber(std::string_view text);
+
+} // namespace
+
 double TextToNumber(std::string_view text) {
-    // Most numbers of a script are short whole numbers: read at once.
+    // Most numbers of a script are short whole numbers: read at once, the
+    // rest elsewhere, so that this path stays light.
     if (!text.empty() && text.size() <= 15) {
         const bool negative = text.front() == '-';
         const std::size_t first = negative || text.front() == '+' ? 1 : 0;
@@ -279,6 +287,12 @@ double TextToNumber(std::string_view text) {
             return whole == 0 ? 0.0 : static_cast<double>(negative ? -whole : whole);
         }
     }
+    return AnyNumber(text);
+}
+
+namespace {
+
+double AnyNumber(std::string_view text) {
     // Gather the number's characters, leaving out blanks and tabs wherever
     // they stand, and stop at the first character that cannot belong to it.
     std::size_t i = 0;
@@ -370,6 +384,8 @@ double TextToNumber(std::string_view text) {
     }
     return negative ? -value : value;
 }
+
+} // namespace
 
 std::int16_t ToI16(double value) {
     if (std::isnan(value)) {
