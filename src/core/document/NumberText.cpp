@@ -148,6 +148,10 @@ std::string FloatToText(f32 value, char decimalSeparator) {
         value =
             value > 0 ? std::numeric_limits<float>::max() : std::numeric_limits<float>::lowest();
     }
+    if (std::fabs(value) < 1e7f && value == std::trunc(value)) {
+        // A whole number of at most seven digits is its digits.
+        return IntToText(static_cast<long long>(value));
+    }
     const Decimal d = ToDecimal(std::fabs(value));
     std::string text = value < 0 ? "-" : "";
     if (d.Exponent >= 7 || d.Exponent <= -5) {
