@@ -230,9 +230,9 @@ TEST(QcReader, AttachmentsAndControllers) {
     EXPECT_EQ(l.Host.Finished, 1);
 }
 
-TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
-    // Before any part: the scan finds nothing, and later parts are not
-    // scanned; the lines are kept as they stand.
+TEST(QcReader, RenderModesMapOntoTheTexturesOfEveryPart) {
+    // Before the part that has the texture, as behind it; a second mode of
+    // the same texture is kept as its line.
     Model early;
     early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
                                "$texrendermode \"a.bmp\" additive\n");
@@ -348,8 +348,8 @@ TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
     EXPECT_EQ(p.Host.Animations.size(), 513u);
     EXPECT_EQ(q.TextureVariations[100][0], "r100.bmp");
     EXPECT_EQ(p.Host.ProblemKinds(),
-              (std::vector{P::TooManyParts, P::TooManyTextureColumns, P::TooManyTextureRows,
-                           P::TooManyEvents, P::TooManySequences}));
+              (std::vector{P::TooManyParts, P::TooManyEvents, P::TooManySequences,
+                           P::TooManyTextureColumns, P::TooManyTextureRows}));
 
     // More than ten textures in the parts: the first ten are the columns.
     Model t;

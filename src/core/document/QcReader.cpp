@@ -101,13 +101,7 @@ public:
         if (block_ == BlockKind::Sequence) {
             EndSequence();
         }
-        if (textureGroupRead_) {
-            // The texture table holds the textures of every part, also of
-            // parts named after the group, as a save writes them all before it.
-            int count = doc_.TextureCount;
-            ScanParts(doc_.TextureVariations[1], count);
-            doc_.TextureCount = static_cast<u8>(count);
-        }
+        ResolveTextures();
         return true;
     }
 
@@ -662,33 +656,79 @@ private:
         }
     }
 
-    void TexRenderMode() {
-        if (!modeScanDone_) {
+    // Texture directives are mapped once every body is read: a save writes
+    // them behind all bodies, where the next load maps them onto the
+    // textures of every part. Mapped here against only the parts before
+    // them, a texture of a later part would be kept now and mapped then.
+    void ResolveTextures() {
+        if (!renderModes_.empty()) {
             int count = 0;
             ScanParts(modeTextures_, count);
             for (int i = 1; i <= limits::LastTexture; ++i) {
                 doc_.TextureModes[static_cast<std::size_t>(i)].Name =
                     modeTextures_[static_cast<std::size_t>(i)];
             }
-            modeScanDone_ = true;
         }
+        // The kept line of each mode that maps goes; from the back, so that
+        // the places of the others stay.
+        std::vector<std::size_t> mapped;
+        for (const RenderModeRead& read : renderModes_) {
+            if (MapRenderMode(read.Texture, read.Mode)) {
+                mapped.push_back(read.Kept);
+            }
+        }
+        for (auto it = mapped.rbegin(); it != mapped.rend(); ++it) {
+            doc_.KeptAfterTextures.erase(doc_.KeptAfterTextures.begin() +
+                                         static_cast<std::ptrdiff_t>(*it));
+        }
+        if (textureGroupRead_) {
+            // The texture table holds the textures of every part, also of
+            // parts named after the group, as a save writes them all before it.
+            int count = doc_.TextureCount;
+            ScanParts(doc_.TextureVariations[1], count);
+            doc_.TextureCount = static_cast<u8>(count);
+        }
+        for (const TextureRowRead& row : textureRows_) {
+            if (row.GroupStart) {
+                textureRow_ = 0;
+                continue;
+            }
+            index_ = row.Index;
+            TextureRow(row.Text);
+        }
+    }
+
+    bool MapRenderMode(const std::string& texture, const std::string& mode) {
+        if (mode != "MASKED" && mode != "ADDITIVE") {
+            return false; // a mode the forms do not offer
+        }
+        for (int i = 1; i <= limits::LastTexture; ++i) {
+            TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
+            if (slot.Name == texture) {
+                // The compiler adds the modes of a texture up; the slot
+                // holds one, a second stays as its line.
+                const u8 value = mode == "MASKED" ? 1 : 2;
+                if (slot.Mode != 0 && slot.Mode != value) {
+                    return false;
+                }
+                slot.Mode = value;
+                return true;
+            }
+        }
+        return false; // a texture the parts lack
+    }
+
+    void TexRenderMode() {
         int pos = 1;
         // A line without a name matches nothing; an empty name ("") matches
         // the first slot without a texture.
-        const std::string texture = NoQuotes(NextToken(rest_, pos));
-        const std::string mode = ToUpper(Unquoted(NextToken(rest_, pos)));
+        std::string texture = NoQuotes(NextToken(rest_, pos));
+        std::string mode = ToUpper(Unquoted(NextToken(rest_, pos)));
         anchor_ = &doc_.KeptAfterTextures;
-        if (mode == "MASKED" || mode == "ADDITIVE") {
-            for (int i = 1; i <= limits::LastTexture; ++i) {
-                TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
-                if (slot.Name == texture) {
-                    slot.Mode = mode == "MASKED" ? 1 : 2;
-                    return;
-                }
-            }
-        }
-        // A texture the parts lack, or a mode the forms do not offer.
+        // Kept until it maps (see ResolveTextures).
+        renderModes_.push_back({std::move(texture), std::move(mode), anchor_->size()});
         Keep();
+        textureLine_ = true;
     }
 
     void TextureGroup() {
@@ -711,6 +751,8 @@ private:
             return;
         }
         textureGroupRead_ = true;
+        textureLine_ = true;
+        textureRows_.push_back({index_, {}, true});
         anchor_ = &doc_.KeptAfterTextures;
     }
 
@@ -742,11 +784,31 @@ private:
         if (text.empty() || parseState_ != 3) {
             return;
         }
+        // The row is mapped once every body is read; here only its end is
+        // looked for.
+        int pos = 1;
+        for (;;) {
+            const int before = pos;
+            const std::string_view token = ListToken(text, pos);
+            if (token == NoToken || pos <= before) {
+                break;
+            }
+            if (token == "}") {
+                parseState_ = 2;
+                break;
+            }
+        }
+        textureRows_.push_back({index_, std::move(text), false});
+    }
+
+    // One row of a texture group: the first names the textures of its
+    // columns, the others what replaces them.
+    void TextureRow(std::string_view text) {
         ++textureRow_;
         textureColumn_ = 0;
         const bool stored = textureRow_ <= limits::LastTextureRow;
         if (!stored) {
-            report_(ReadProblem::TooManyTextureRows, text);
+            report_(ReadProblem::TooManyTextureRows, std::string(text));
         }
         const auto row = static_cast<std::size_t>(stored ? textureRow_ : 0);
         auto& cells = doc_.TextureVariations;
@@ -767,12 +829,11 @@ private:
                 break; // the row goes on in the next line, as a row of its own
             }
             if (token == "}") {
-                parseState_ = 2;
                 break;
             }
             ++textureColumn_;
             if (textureColumn_ > limits::LastTexture) {
-                report_(ReadProblem::TooManyTextureColumns, text);
+                report_(ReadProblem::TooManyTextureColumns, std::string(text));
                 continue;
             }
             if (!stored) {
@@ -1289,7 +1350,20 @@ private:
     bool heldDirective_ = false;
     int sequenceGroup_ = 0;
     int sequenceSlot_ = -1;
-    bool modeScanDone_ = false;
+    // Texture directives, mapped once every body is read.
+    struct RenderModeRead {
+        std::string Texture;
+        std::string Mode;  // in upper case
+        std::size_t Kept;  // its line's place in KeptAfterTextures
+    };
+    std::vector<RenderModeRead> renderModes_;
+    struct TextureRowRead {
+        std::size_t Index;
+        std::string Text;
+        bool GroupStart;
+    };
+    std::vector<TextureRowRead> textureRows_;
+    bool textureLine_ = false; // the line read was a texture directive or row
     std::array<std::string, limits::LastTexture + 1> modeTextures_{};
     int textureRow_ = 0;
     bool textureGroupRead_ = false;
