@@ -283,13 +283,22 @@ TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
     EXPECT_EQ(l.Doc->TextureVariations[3][3], Blank);
 }
 
-TEST(QcReader, ATextureGroupBeforeTheBodiesFindsNoBaseRowAndIsKept) {
+TEST(QcReader, ATextureGroupMapsOntoTheTexturesOfEveryPartOrStaysAsItStands) {
+    // Before the bodies, as a save writes it behind them.
     Model l;
     l.Load(l.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
                        "$body head \"head\"\n");
-    EXPECT_EQ(l.Doc->TextureCount, 0);
-    EXPECT_EQ(l.Doc->TextureVariations[2][1], Blank);
-    EXPECT_NE(l.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
+    EXPECT_EQ(l.Doc->TextureCount, 1);
+    EXPECT_EQ(l.Doc->TextureVariations[2][1], "x.bmp");
+    EXPECT_NE(l.Written().find("$texturegroup dummi\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }"),
+              std::string::npos);
+    // Parts without textures: nothing to map onto.
+    Model bare;
+    bare.Dir.Write("m/plain.smd", testing::Smd({}));
+    bare.Load(bare.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
+                             "$body plain \"plain\"\n");
+    EXPECT_EQ(bare.Doc->TextureCount, 0);
+    EXPECT_NE(bare.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
               std::string::npos);
 }
 

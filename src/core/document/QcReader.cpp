@@ -83,7 +83,10 @@ public:
         anchor_ = &doc_.KeptBeforeBody;
         lines_ = lines;
         for (index_ = 0; index_ < lines_.size(); ++index_) {
+            IncludesAt(index_);
             const std::string_view line = Trim(lines_[index_]);
+            const std::size_t keptBefore = keptCount_;
+            recordLine_ = false;
             FollowComments(line);
             if (!line.empty() && line.front() == '$') {
                 heldDirective_ = true;
@@ -97,7 +100,11 @@ public:
             if (broken_) {
                 return false;
             }
+            if (include_ && !line.empty() && (recordLine_ || keptCount_ == keptBefore)) {
+                include_->OnlyKept = false;
+            }
         }
+        IncludesAt(lines_.size());
         if (block_ == BlockKind::Sequence) {
             EndSequence();
         }
@@ -217,6 +224,61 @@ private:
         return true;
     }
 
+    // --- includes ---------------------------------------------------------
+    //
+    // An include of the script whose lines were all kept as text (hitboxes
+    // and the like: nothing the forms show) is kept as its $include line, at
+    // the place of those lines. Any other is read into the script; a save
+    // writes its lines there, and the findings say so once per file. What
+    // an include includes in turn goes with it.
+
+    struct IncludeRead {
+        const IncludeSpan* Span = nullptr;
+        std::vector<std::string>* Anchor = nullptr;
+        std::size_t AnchorSize = 0;
+        std::size_t Kept = 0;
+        bool OnlyKept = true;
+    };
+
+    // Opens and closes the includes that start and end before line index.
+    void IncludesAt(std::size_t index) {
+        if (include_ && include_->Span->End == index) {
+            CloseInclude();
+        }
+        while (nextInclude_ < map_.Includes.size() && map_.Includes[nextInclude_].First == index) {
+            const IncludeSpan& span = map_.Includes[nextInclude_++];
+            // Only where a line can stand on its own, and where the file is
+            // found as the line names it.
+            include_ = IncludeRead{&span, anchor_, anchor_->size(), keptCount_,
+                                   block_ == BlockKind::None && !inComment_ && !span.Asked};
+            if (span.End == index) {
+                CloseInclude();
+            }
+        }
+    }
+
+    void CloseInclude() {
+        const IncludeRead read = *include_;
+        include_.reset();
+        const bool inPlace = read.OnlyKept && block_ == BlockKind::None && !inComment_ &&
+                             anchor_ == read.Anchor &&
+                             anchor_->size() - read.AnchorSize == keptCount_ - read.Kept;
+        if (inPlace) {
+            anchor_->resize(read.AnchorSize);
+            anchor_->emplace_back(read.Span->Line);
+            return;
+        }
+        if (!mergedIncludes_.insert(read.Span->Path).second) {
+            return;
+        }
+        LoadFinding finding{FindingKind::IncludeMerged, doc_.QcFile, read.Span->LineNumber,
+                            std::string(Trim(read.Span->Line))};
+        if (!map_.Files.empty()) {
+            finding.File = map_.Files.front();
+        }
+        noted_.emplace_back(read.Span->First, std::move(finding));
+    }
+
     // --- findings ---------------------------------------------------------
     //
     // Each kind is noted once per line of the working file, with the file and
@@ -257,7 +319,10 @@ private:
         }
     }
 
-    void Keep() { anchor_->emplace_back(lines_[index_]); }
+    void Keep() {
+        anchor_->emplace_back(lines_[index_]);
+        ++keptCount_;
+    }
 
     // Rows beyond the tenth are the load's own: none of an earlier load.
     void ForgetKeptRows() {
@@ -669,24 +734,30 @@ private:
                     modeTextures_[static_cast<std::size_t>(i)];
             }
         }
-        // The kept line of each mode that maps goes; from the back, so that
-        // the places of the others stay.
+        // The kept line of each directive that maps goes.
         std::vector<std::size_t> mapped;
         for (const RenderModeRead& read : renderModes_) {
             if (MapRenderMode(read.Texture, read.Mode)) {
                 mapped.push_back(read.Kept);
             }
         }
-        for (auto it = mapped.rbegin(); it != mapped.rend(); ++it) {
-            doc_.KeptAfterTextures.erase(doc_.KeptAfterTextures.begin() +
-                                         static_cast<std::ptrdiff_t>(*it));
-        }
         if (textureGroupRead_) {
-            // The texture table holds the textures of every part, also of
-            // parts named after the group, as a save writes them all before it.
+            // The texture table holds the textures of every part, as a save
+            // writes them all before the group.
             int count = doc_.TextureCount;
             ScanParts(doc_.TextureVariations[1], count);
             doc_.TextureCount = static_cast<u8>(count);
+        }
+        if (doc_.TextureCount == 0) {
+            textureRows_.clear(); // no texture to map onto: the groups stay as lines
+        } else {
+            mapped.insert(mapped.end(), textureLines_.begin(), textureLines_.end());
+        }
+        // From the back, so that the places of the others stay.
+        std::sort(mapped.begin(), mapped.end());
+        for (auto it = mapped.rbegin(); it != mapped.rend(); ++it) {
+            doc_.KeptAfterTextures.erase(doc_.KeptAfterTextures.begin() +
+                                         static_cast<std::ptrdiff_t>(*it));
         }
         for (const TextureRowRead& row : textureRows_) {
             if (row.GroupStart) {
@@ -719,6 +790,7 @@ private:
     }
 
     void TexRenderMode() {
+        recordLine_ = true;
         int pos = 1;
         // A line without a name matches nothing; an empty name ("") matches
         // the first slot without a texture.
@@ -728,32 +800,24 @@ private:
         // Kept until it maps (see ResolveTextures).
         renderModes_.push_back({std::move(texture), std::move(mode), anchor_->size()});
         Keep();
-        textureLine_ = true;
     }
 
     void TextureGroup() {
+        recordLine_ = true;
         block_ = BlockKind::TextureGroup;
         parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
-        int count = doc_.TextureCount;
-        ScanParts(doc_.TextureVariations[1], count);
-        doc_.TextureCount = static_cast<u8>(count);
-        textureRow_ = 0;
-        if (count == 0) {
-            // No texture of the parts to map the rows onto: the group is
-            // kept as it stands, with its block, where it stood among the
-            // bodies, or before them all when none came yet (behind them
-            // it would find their textures).
-            block_ = BlockKind::None;
-            if (doc_.BodyGroupCount == 0) {
-                anchor_ = &doc_.KeptBeforeBody;
-            }
-            Keep();
-            return;
-        }
         textureGroupRead_ = true;
-        textureLine_ = true;
         textureRows_.push_back({index_, {}, true});
         anchor_ = &doc_.KeptAfterTextures;
+        KeepTextureLine();
+    }
+
+    // A line of a texture group, kept until the group maps (see
+    // ResolveTextures): without a texture of the parts to map onto, the
+    // group stays as it stands.
+    void KeepTextureLine() {
+        textureLines_.push_back(doc_.KeptAfterTextures.size());
+        Keep();
     }
 
     void TextureGroupLine(std::string_view line) {
@@ -762,6 +826,9 @@ private:
             block_ = BlockKind::None;
             UnreadLine(line);
             return;
+        }
+        if (!line.empty()) {
+            KeepTextureLine();
         }
         std::string text(line);
         if (parseState_ == 1) {
@@ -899,6 +966,7 @@ private:
     // flags, node, transitions, ...) and further files are kept in order.
 
     void Sequence() {
+        recordLine_ = true;
         parseState_ = 0;
         ++sequenceSlot_;
         seq_ = SequenceRead{};
@@ -1319,6 +1387,11 @@ private:
     std::optional<std::size_t> cdTextureLine_;
     // Where lines that no record holds are kept.
     std::vector<std::string>* anchor_ = nullptr;
+    std::size_t keptCount_ = 0; // lines kept so far
+    bool recordLine_ = false;   // the line read went into a record, kept or not
+    std::optional<IncludeRead> include_;
+    std::size_t nextInclude_ = 0;
+    std::set<std::string> mergedIncludes_; // reported, by path
     // The sequence being read, across the lines of its braces.
     struct SequenceRead {
         AnimRec* Anim = nullptr;
@@ -1363,7 +1436,7 @@ private:
         bool GroupStart;
     };
     std::vector<TextureRowRead> textureRows_;
-    bool textureLine_ = false; // the line read was a texture directive or row
+    std::vector<std::size_t> textureLines_; // their places in KeptAfterTextures
     std::array<std::string, limits::LastTexture + 1> modeTextures_{};
     int textureRow_ = 0;
     bool textureGroupRead_ = false;
