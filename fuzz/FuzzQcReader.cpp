@@ -15,7 +15,7 @@ namespace {
 
 using quarle::fuzz::ProcessFolder;
 
-// The model folder of every run: parts with textures, and an include.
+// The model folder of every run: parts with textures, and includes.
 const ProcessFolder& Folder() {
     static const ProcessFolder folder;
     static const bool ready = [] {
@@ -27,6 +27,7 @@ const ProcessFolder& Folder() {
         folder.Write("head.smd", "triangles\nhead.bmp\nFACE.BMP\n");
         folder.Write("arm.smd", "triangles\nface.bmp\narm.bmp \n");
         folder.Write("inc.qc", "$sequence \"inc\" \"inc\" fps 10\n$include \"inc.qc\"\n");
+        folder.Write("box.qci", "$hbox 0 \"b\" 0 0 0 1 1 1\n\n$bbox 0 0 0 1 1 1\n");
         return true;
     }();
     (void)ready;

@@ -168,6 +168,7 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"a texture group read while an earlier $cd held the parts",
          "$cd \".\"\n$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
          "$cd \"m\"\n"},
+        {"a sequence group without a name, with a kept line", "$sequencegroup\n$flags 1\n"},
         {"a render mode of a later part", "$texrendermode b.bmp MASKED\n$body arm \"arm\"\n"},
     };
     for (const auto& c : cases) {
