@@ -1132,7 +1132,16 @@ private:
                 parseState_ = 0;
                 break;
             case 20:
-                // An argument of a kept option.
+                // An argument of a kept option. A brace is none: an option
+                // cut short by the end of its sequence would take the brace
+                // of the events a save writes behind it.
+                if (const Word word = WordOf(t);
+                    word == Word::Open || word == Word::OpenEvent || word == Word::Close) {
+                    seq_.Arguments = 0;
+                    parseState_ = 0;
+                    Keyword(anim, token, t);
+                    break;
+                }
                 seq_.Options.emplace_back(token);
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
