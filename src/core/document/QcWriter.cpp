@@ -331,10 +331,15 @@ private:
     }
 
     bool KeepsLines(int g) const {
-        const auto& anims = doc_.Anims[Index(g)];
-        return !doc_.KeptAtGroupStart[Index(g)].empty() ||
-               std::any_of(anims.begin(), anims.begin() + limits::LastWrittenAnimSlot + 1,
-                           [](const AnimRec& anim) { return !anim.KeptAfter.empty(); });
+        if (!doc_.KeptAtGroupStart[Index(g)].empty()) {
+            return true;
+        }
+        for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+            if (!doc_.Anims[Index(g)][Index(s)].KeptAfter.empty()) {
+                return true;
+            }
+        }
+        return false;
     }
 
     std::string SequenceLine(const AnimRec& a) const {
