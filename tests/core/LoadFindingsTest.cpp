@@ -79,6 +79,10 @@ TEST(LoadFindings, AnIncludeIsNamedByItsOwnLines) {
                                                        "$sequence \"b\" \"walk\" fps 7.5\n");
     ASSERT_EQ(m.Load(m.Paths() + "$include \"" + include + "\"\n$sequence c walk fps 2.5\n"),
               ReadOutcome::Loaded);
+    // First the include itself, whose sequences go into the script.
+    ASSERT_FALSE(m.Findings.empty());
+    EXPECT_EQ(m.Findings.front().Kind, Kind::IncludeMerged);
+    m.Findings.erase(m.Findings.begin());
     EXPECT_EQ(
         m.Findings,
         (LoadFindings{{Kind::FractionRounded, include, 3, "$sequence \"b\" \"walk\" fps 7.5"},

@@ -3,6 +3,7 @@
 #include "ScriptTestSupport.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 
 namespace quarle {
@@ -136,6 +137,66 @@ TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
     EXPECT_NE(r.Text.find("c31\r\n"), std::string::npos);
     EXPECT_EQ(r.Text.find("c32\r\n"), std::string::npos);
     EXPECT_TRUE(r.Text.ends_with("end\r\n"));
+}
+
+// An include whose lines are all kept as text stays its $include line, as
+// the script wrote it; one that gave records is written into the script, and
+// the load says so once. An include decides with all it includes in turn.
+TEST(QcInclude, AnIncludeOfKeptLinesStaysItsLineAndAnyOtherIsWrittenIn) {
+    const std::string hbox = "$hbox 0 \"b\" 0 0 0 1 1 1";
+    const struct {
+        const char* what;
+        std::map<std::string, std::string> files;
+        std::string script; // behind the folders of the test's model
+        std::map<std::string, int> lines; // lines of the saved script, each so many times
+        std::vector<LoadFinding> findings; // in model.qc
+    } cases[] = {
+        {"hitboxes, named relatively",
+         {{"boxes/hit.qci", "$hbox 1 \"head\" -1 -1 -1 1 1 1\n\n  $hbox 2 \"arm\" 0 0 0 2 2 2\n"}},
+         "$body head \"head\"\n$include \"boxes/hit.qci\"\n$sequence walk walk\n",
+         {{"$include \"boxes/hit.qci\"", 1}, {"$hbox 1 \"head\" -1 -1 -1 1 1 1", 0}},
+         {}},
+        {"a sequence, included twice",
+         {{"anims.qci", "$sequence idle walk fps 10\n" + hbox + "\n"}},
+         "$include \"anims.qci\"\n$include \"anims.qci\"\n",
+         {{"$include \"anims.qci\"", 0}, {hbox, 2}},
+         {{FindingKind::IncludeMerged, "", 3, "$include \"anims.qci\""}}},
+        {"hitboxes that include more",
+         {{"outer.qci", hbox + "\n$include \"inner.qci\"\n"}, {"inner.qci", "$bbox 0 0 0 1 1 1\n"}},
+         "$include \"outer.qci\"\n",
+         {{"$include \"outer.qci\"", 1}, {hbox, 0}, {"$bbox 0 0 0 1 1 1", 0}},
+         {}},
+        {"hitboxes that include a sequence",
+         {{"outer.qci", hbox + "\n$include \"seq.qci\"\n"}, {"seq.qci", "$sequence run walk\n"}},
+         "$cliptotextures\n$include \"outer.qci\"\n",
+         {{"$include \"outer.qci\"", 0}, {"$include \"seq.qci\"", 0}, {hbox, 1}},
+         {{FindingKind::IncludeMerged, "", 4, "$include \"outer.qci\""}}},
+    };
+    for (const auto& c : cases) {
+        Model m;
+        for (const auto& [name, text] : c.files) {
+            m.Dir.Write(name, text);
+        }
+        ASSERT_EQ(m.Load(m.Paths() + c.script), ReadOutcome::Loaded) << c.what;
+        EXPECT_TRUE(m.Host.Questions.empty()) << c.what;
+        std::vector<LoadFinding> findings = c.findings;
+        for (LoadFinding& f : findings) {
+            f.File = m.Dir / "model.qc";
+        }
+        EXPECT_EQ(m.Findings, findings) << c.what;
+        const std::string written = m.Written();
+        std::map<std::string, int> count;
+        for (std::string_view line : SplitLines(written)) {
+            ++count[std::string(line)];
+        }
+        for (const auto& [line, times] : c.lines) {
+            EXPECT_EQ(count[line], times) << c.what << ": " << line;
+        }
+        // Saved over the script, it reads back to the same bytes, asking nothing.
+        ASSERT_EQ(m.LoadFile(m.Dir.Write("model.qc", written)), ReadOutcome::Loaded) << c.what;
+        EXPECT_TRUE(m.Host.Questions.empty()) << c.what;
+        EXPECT_EQ(m.Written(), written) << c.what;
+    }
 }
 
 } // namespace

@@ -230,9 +230,9 @@ TEST(QcReader, AttachmentsAndControllers) {
     EXPECT_EQ(l.Host.Finished, 1);
 }
 
-TEST(QcReader, RenderModesScanThePartsOnceAtTheFirstRenderMode) {
-    // Before any part: the scan finds nothing, and later parts are not
-    // scanned; the lines are kept as they stand.
+TEST(QcReader, RenderModesMapOntoTheTexturesOfEveryPart) {
+    // Before the part that has the texture, as behind it; a second mode of
+    // the same texture is kept as its line.
     Model early;
     early.Load(early.Paths() + "$texrendermode \"a.bmp\" masked\n$body head \"head\"\n"
                                "$texrendermode \"a.bmp\" additive\n");
@@ -283,13 +283,22 @@ TEST(QcReader, TextureGroupsMapTheScriptsColumnsOntoTheScannedOnes) {
     EXPECT_EQ(l.Doc->TextureVariations[3][3], Blank);
 }
 
-TEST(QcReader, ATextureGroupBeforeTheBodiesFindsNoBaseRowAndIsKept) {
+TEST(QcReader, ATextureGroupMapsOntoTheTexturesOfEveryPartOrStaysAsItStands) {
+    // Before the bodies, as a save writes it behind them.
     Model l;
     l.Load(l.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
                        "$body head \"head\"\n");
-    EXPECT_EQ(l.Doc->TextureCount, 0);
-    EXPECT_EQ(l.Doc->TextureVariations[2][1], Blank);
-    EXPECT_NE(l.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
+    EXPECT_EQ(l.Doc->TextureCount, 1);
+    EXPECT_EQ(l.Doc->TextureVariations[2][1], "x.bmp");
+    EXPECT_NE(l.Written().find("$texturegroup dummi\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }"),
+              std::string::npos);
+    // Parts without textures: nothing to map onto.
+    Model bare;
+    bare.Dir.Write("m/plain.smd", testing::Smd({}));
+    bare.Load(bare.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
+                             "$body plain \"plain\"\n");
+    EXPECT_EQ(bare.Doc->TextureCount, 0);
+    EXPECT_NE(bare.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
               std::string::npos);
 }
 
@@ -348,8 +357,8 @@ TEST(QcReader, EveryTableLimitIsKeptAndReportedOncePerKind) {
     EXPECT_EQ(p.Host.Animations.size(), 513u);
     EXPECT_EQ(q.TextureVariations[100][0], "r100.bmp");
     EXPECT_EQ(p.Host.ProblemKinds(),
-              (std::vector{P::TooManyParts, P::TooManyTextureColumns, P::TooManyTextureRows,
-                           P::TooManyEvents, P::TooManySequences}));
+              (std::vector{P::TooManyParts, P::TooManyEvents, P::TooManySequences,
+                           P::TooManyTextureColumns, P::TooManyTextureRows}));
 
     // More than ten textures in the parts: the first ten are the columns.
     Model t;

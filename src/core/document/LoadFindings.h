@@ -40,8 +40,9 @@ enum class FindingKind {
     TextureRowDropped,     // a $texturegroup row that changes nothing
     PartReadAsBlank,       // a part line without studio "..." (studio arm, without quotes)
     AxisNotKept,           // (kept) a controller or blend axis other than XR, YR, ZR
+    IncludeMerged,         // an include that gave records: its lines replace its $include line
 };
-inline constexpr int FindingKinds = static_cast<int>(FindingKind::AxisNotKept) + 1;
+inline constexpr int FindingKinds = static_cast<int>(FindingKind::IncludeMerged) + 1;
 
 struct LoadFinding {
     FindingKind Kind = FindingKind::UnknownDirective;
@@ -59,8 +60,19 @@ struct LineOrigin {
     std::size_t File = 0; // index into SourceMap::Files
     int Line = 0;
 };
+// An include of the script itself (one of the outermost), with everything
+// it includes in turn: lines First to End (not included) of the working file.
+struct IncludeSpan {
+    std::size_t First = 0;
+    std::size_t End = 0;
+    std::string_view Line; // the $include line as the script has it
+    int LineNumber = 0;    // of that line in the script
+    std::string Path;      // as the line names it
+    bool Asked = false;    // the file was not where the line says
+};
 struct SourceMap {
     std::vector<std::string> Files;
+    std::vector<IncludeSpan> Includes; // in the order of the script
     std::vector<LineOrigin> Lines; // one per line of the working file
     // The lines of the working file themselves, as views into Texts, the
     // text of each file read (held as long as the map).
@@ -70,7 +82,7 @@ struct SourceMap {
 
 // The message of a kind: the messages follow the kinds.
 inline Msg FindingMessage(FindingKind kind) {
-    static_assert(MSG_FINDING_AXIS_NOT_KEPT - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
+    static_assert(MSG_FINDING_INCLUDE_MERGED - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
                   "one message for each kind of finding, in the same order");
     return static_cast<Msg>(MSG_FINDING_UNKNOWN_DIRECTIVE + static_cast<int>(kind));
 }

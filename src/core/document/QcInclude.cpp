@@ -142,7 +142,7 @@ public:
                 }
                 continue;
             }
-            if (!Include(line)) {
+            if (!Include(line, number)) {
                 return false;
             }
         }
@@ -151,7 +151,7 @@ public:
     }
 
 private:
-    bool Include(std::string_view line) {
+    bool Include(std::string_view line, int number) {
         const std::size_t blank = line.find(' ');
         const int splitPos = blank == std::string_view::npos ? 0 : static_cast<int>(blank) + 1;
         std::string head;
@@ -161,10 +161,12 @@ private:
         std::string path = paths::ToStyle(RemoveAll(tail, "\""));
         const std::string name = paths::FileNameOf(path);
         std::string disk = DiskPath(path, baseFolder_);
+        IncludeSpan span{0, 0, line, number, path, false};
 
         // A relative include is looked for beside the script first, as the
         // compiler finds it.
         if (!paths::FileExists(disk)) {
+            span.Asked = true;
             const std::string answer =
                 host_.NewDir(path, host_.Text(IDS_INCLUDEFILE), FolderQuestion::IncludeFile);
             if (answer == Refused) {
@@ -191,7 +193,14 @@ private:
             report_(ReadProblem::IncludeUnreadable, path);
             return true;
         }
-        return Copy(std::move(text), identity, path);
+        if (map_ == nullptr || chain_.size() != 1) {
+            return Copy(std::move(text), identity, path);
+        }
+        span.First = map_->LineTexts.size();
+        const bool copied = Copy(std::move(text), identity, path);
+        span.End = map_->LineTexts.size();
+        map_->Includes.push_back(std::move(span));
+        return copied;
     }
 
     std::ostream& out_;

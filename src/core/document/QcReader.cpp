@@ -83,7 +83,10 @@ public:
         anchor_ = &doc_.KeptBeforeBody;
         lines_ = lines;
         for (index_ = 0; index_ < lines_.size(); ++index_) {
+            IncludesAt(index_);
             const std::string_view line = Trim(lines_[index_]);
+            const std::size_t keptBefore = keptCount_;
+            recordLine_ = false;
             FollowComments(line);
             if (!line.empty() && line.front() == '$') {
                 heldDirective_ = true;
@@ -97,17 +100,15 @@ public:
             if (broken_) {
                 return false;
             }
+            if (include_ && !line.empty() && (recordLine_ || keptCount_ == keptBefore)) {
+                include_->OnlyKept = false;
+            }
         }
+        IncludesAt(lines_.size());
         if (block_ == BlockKind::Sequence) {
             EndSequence();
         }
-        if (textureGroupRead_) {
-            // The texture table holds the textures of every part, also of
-            // parts named after the group, as a save writes them all before it.
-            int count = doc_.TextureCount;
-            ScanParts(doc_.TextureVariations[1], count);
-            doc_.TextureCount = static_cast<u8>(count);
-        }
+        ResolveTextures();
         return true;
     }
 
@@ -223,6 +224,61 @@ private:
         return true;
     }
 
+    // --- includes ---------------------------------------------------------
+    //
+    // An include of the script whose lines were all kept as text (hitboxes
+    // and the like: nothing the forms show) is kept as its $include line, at
+    // the place of those lines. Any other is read into the script; a save
+    // writes its lines there, and the findings say so once per file. What
+    // an include includes in turn goes with it.
+
+    struct IncludeRead {
+        const IncludeSpan* Span = nullptr;
+        std::vector<std::string>* Anchor = nullptr;
+        std::size_t AnchorSize = 0;
+        std::size_t Kept = 0;
+        bool OnlyKept = true;
+    };
+
+    // Opens and closes the includes that start and end before line index.
+    void IncludesAt(std::size_t index) {
+        if (include_ && include_->Span->End == index) {
+            CloseInclude();
+        }
+        while (nextInclude_ < map_.Includes.size() && map_.Includes[nextInclude_].First == index) {
+            const IncludeSpan& span = map_.Includes[nextInclude_++];
+            // Only where a line can stand on its own, and where the file is
+            // found as the line names it.
+            include_ = IncludeRead{&span, anchor_, anchor_->size(), keptCount_,
+                                   block_ == BlockKind::None && !inComment_ && !span.Asked};
+            if (span.End == index) {
+                CloseInclude();
+            }
+        }
+    }
+
+    void CloseInclude() {
+        const IncludeRead read = *include_;
+        include_.reset();
+        const bool inPlace = read.OnlyKept && block_ == BlockKind::None && !inComment_ &&
+                             anchor_ == read.Anchor &&
+                             anchor_->size() - read.AnchorSize == keptCount_ - read.Kept;
+        if (inPlace) {
+            anchor_->resize(read.AnchorSize);
+            anchor_->emplace_back(read.Span->Line);
+            return;
+        }
+        if (!mergedIncludes_.insert(read.Span->Path).second) {
+            return;
+        }
+        LoadFinding finding{FindingKind::IncludeMerged, doc_.QcFile, read.Span->LineNumber,
+                            std::string(Trim(read.Span->Line))};
+        if (!map_.Files.empty()) {
+            finding.File = map_.Files.front();
+        }
+        noted_.emplace_back(read.Span->First, std::move(finding));
+    }
+
     // --- findings ---------------------------------------------------------
     //
     // Each kind is noted once per line of the working file, with the file and
@@ -263,7 +319,10 @@ private:
         }
     }
 
-    void Keep() { anchor_->emplace_back(lines_[index_]); }
+    void Keep() {
+        anchor_->emplace_back(lines_[index_]);
+        ++keptCount_;
+    }
 
     // Rows beyond the tenth are the load's own: none of an earlier load.
     void ForgetKeptRows() {
@@ -659,56 +718,103 @@ private:
         }
     }
 
-    void TexRenderMode() {
-        if (!modeScanDone_) {
+    // Texture directives are mapped once every body is read: a save writes
+    // them behind all bodies, where the next load maps them onto the
+    // textures of every part. Mapped here against only the parts before
+    // them, a texture of a later part would be kept now and mapped then.
+    void ResolveTextures() {
+        if (!renderModes_.empty()) {
             int count = 0;
             ScanParts(modeTextures_, count);
             for (int i = 1; i <= limits::LastTexture; ++i) {
                 doc_.TextureModes[static_cast<std::size_t>(i)].Name =
                     modeTextures_[static_cast<std::size_t>(i)];
             }
-            modeScanDone_ = true;
         }
+        // The kept line of each directive that maps goes.
+        std::vector<std::size_t> mapped;
+        for (const RenderModeRead& read : renderModes_) {
+            if (MapRenderMode(read.Texture, read.Mode)) {
+                mapped.push_back(read.Kept);
+            }
+        }
+        if (textureGroupRead_) {
+            // The texture table holds the textures of every part, as a save
+            // writes them all before the group.
+            int count = doc_.TextureCount;
+            ScanParts(doc_.TextureVariations[1], count);
+            doc_.TextureCount = static_cast<u8>(count);
+        }
+        if (doc_.TextureCount == 0) {
+            textureRows_.clear(); // no texture to map onto: the groups stay as lines
+        } else {
+            mapped.insert(mapped.end(), textureLines_.begin(), textureLines_.end());
+        }
+        // From the back, so that the places of the others stay.
+        std::sort(mapped.begin(), mapped.end());
+        for (auto it = mapped.rbegin(); it != mapped.rend(); ++it) {
+            doc_.KeptAfterTextures.erase(doc_.KeptAfterTextures.begin() +
+                                         static_cast<std::ptrdiff_t>(*it));
+        }
+        for (const TextureRowRead& row : textureRows_) {
+            if (row.GroupStart) {
+                textureRow_ = 0;
+                continue;
+            }
+            index_ = row.Index;
+            TextureRow(row.Text);
+        }
+    }
+
+    bool MapRenderMode(const std::string& texture, const std::string& mode) {
+        if (mode != "MASKED" && mode != "ADDITIVE") {
+            return false; // a mode the forms do not offer
+        }
+        for (int i = 1; i <= limits::LastTexture; ++i) {
+            TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
+            if (slot.Name == texture) {
+                // The compiler adds the modes of a texture up; the slot
+                // holds one, a second stays as its line.
+                const u8 value = mode == "MASKED" ? 1 : 2;
+                if (slot.Mode != 0 && slot.Mode != value) {
+                    return false;
+                }
+                slot.Mode = value;
+                return true;
+            }
+        }
+        return false; // a texture the parts lack
+    }
+
+    void TexRenderMode() {
+        recordLine_ = true;
         int pos = 1;
         // A line without a name matches nothing; an empty name ("") matches
         // the first slot without a texture.
-        const std::string texture = NoQuotes(NextToken(rest_, pos));
-        const std::string mode = ToUpper(Unquoted(NextToken(rest_, pos)));
+        std::string texture = NoQuotes(NextToken(rest_, pos));
+        std::string mode = ToUpper(Unquoted(NextToken(rest_, pos)));
         anchor_ = &doc_.KeptAfterTextures;
-        if (mode == "MASKED" || mode == "ADDITIVE") {
-            for (int i = 1; i <= limits::LastTexture; ++i) {
-                TextureModeRec& slot = doc_.TextureModes[static_cast<std::size_t>(i)];
-                if (slot.Name == texture) {
-                    slot.Mode = mode == "MASKED" ? 1 : 2;
-                    return;
-                }
-            }
-        }
-        // A texture the parts lack, or a mode the forms do not offer.
+        // Kept until it maps (see ResolveTextures).
+        renderModes_.push_back({std::move(texture), std::move(mode), anchor_->size()});
         Keep();
     }
 
     void TextureGroup() {
+        recordLine_ = true;
         block_ = BlockKind::TextureGroup;
         parseState_ = !rest_.empty() && rest_.back() == '{' ? 2 : 1;
-        int count = doc_.TextureCount;
-        ScanParts(doc_.TextureVariations[1], count);
-        doc_.TextureCount = static_cast<u8>(count);
-        textureRow_ = 0;
-        if (count == 0) {
-            // No texture of the parts to map the rows onto: the group is
-            // kept as it stands, with its block, where it stood among the
-            // bodies, or before them all when none came yet (behind them
-            // it would find their textures).
-            block_ = BlockKind::None;
-            if (doc_.BodyGroupCount == 0) {
-                anchor_ = &doc_.KeptBeforeBody;
-            }
-            Keep();
-            return;
-        }
         textureGroupRead_ = true;
+        textureRows_.push_back({index_, {}, true});
         anchor_ = &doc_.KeptAfterTextures;
+        KeepTextureLine();
+    }
+
+    // A line of a texture group, kept until the group maps (see
+    // ResolveTextures): without a texture of the parts to map onto, the
+    // group stays as it stands.
+    void KeepTextureLine() {
+        textureLines_.push_back(doc_.KeptAfterTextures.size());
+        Keep();
     }
 
     void TextureGroupLine(std::string_view line) {
@@ -717,6 +823,9 @@ private:
             block_ = BlockKind::None;
             UnreadLine(line);
             return;
+        }
+        if (!line.empty()) {
+            KeepTextureLine();
         }
         std::string text(line);
         if (parseState_ == 1) {
@@ -739,11 +848,31 @@ private:
         if (text.empty() || parseState_ != 3) {
             return;
         }
+        // The row is mapped once every body is read; here only its end is
+        // looked for.
+        int pos = 1;
+        for (;;) {
+            const int before = pos;
+            const std::string_view token = ListToken(text, pos);
+            if (token == NoToken || pos <= before) {
+                break;
+            }
+            if (token == "}") {
+                parseState_ = 2;
+                break;
+            }
+        }
+        textureRows_.push_back({index_, std::move(text), false});
+    }
+
+    // One row of a texture group: the first names the textures of its
+    // columns, the others what replaces them.
+    void TextureRow(std::string_view text) {
         ++textureRow_;
         textureColumn_ = 0;
         const bool stored = textureRow_ <= limits::LastTextureRow;
         if (!stored) {
-            report_(ReadProblem::TooManyTextureRows, text);
+            report_(ReadProblem::TooManyTextureRows, std::string(text));
         }
         const auto row = static_cast<std::size_t>(stored ? textureRow_ : 0);
         auto& cells = doc_.TextureVariations;
@@ -764,12 +893,11 @@ private:
                 break; // the row goes on in the next line, as a row of its own
             }
             if (token == "}") {
-                parseState_ = 2;
                 break;
             }
             ++textureColumn_;
             if (textureColumn_ > limits::LastTexture) {
-                report_(ReadProblem::TooManyTextureColumns, text);
+                report_(ReadProblem::TooManyTextureColumns, std::string(text));
                 continue;
             }
             if (!stored) {
@@ -835,6 +963,7 @@ private:
     // flags, node, transitions, ...) and further files are kept in order.
 
     void Sequence() {
+        recordLine_ = true;
         parseState_ = 0;
         ++sequenceSlot_;
         seq_ = SequenceRead{};
@@ -1000,7 +1129,16 @@ private:
                 parseState_ = 0;
                 break;
             case 20:
-                // An argument of a kept option.
+                // An argument of a kept option. A brace is none: an option
+                // cut short by the end of its sequence would take the brace
+                // of the events a save writes behind it.
+                if (const Word word = WordOf(t);
+                    word == Word::Open || word == Word::OpenEvent || word == Word::Close) {
+                    seq_.Arguments = 0;
+                    parseState_ = 0;
+                    Keyword(anim, token, t);
+                    break;
+                }
                 seq_.Options.emplace_back(token);
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
@@ -1285,6 +1423,11 @@ private:
     std::optional<std::size_t> cdTextureLine_;
     // Where lines that no record holds are kept.
     std::vector<std::string>* anchor_ = nullptr;
+    std::size_t keptCount_ = 0; // lines kept so far
+    bool recordLine_ = false;   // the line read went into a record, kept or not
+    std::optional<IncludeRead> include_;
+    std::size_t nextInclude_ = 0;
+    std::set<std::string> mergedIncludes_; // reported, by path
     // The sequence being read, across the lines of its braces.
     struct SequenceRead {
         AnimRec* Anim = nullptr;
@@ -1316,7 +1459,20 @@ private:
     bool heldDirective_ = false;
     int sequenceGroup_ = 0;
     int sequenceSlot_ = -1;
-    bool modeScanDone_ = false;
+    // Texture directives, mapped once every body is read.
+    struct RenderModeRead {
+        std::string Texture;
+        std::string Mode;  // in upper case
+        std::size_t Kept;  // its line's place in KeptAfterTextures
+    };
+    std::vector<RenderModeRead> renderModes_;
+    struct TextureRowRead {
+        std::size_t Index;
+        std::string Text;
+        bool GroupStart;
+    };
+    std::vector<TextureRowRead> textureRows_;
+    std::vector<std::size_t> textureLines_; // their places in KeptAfterTextures
     std::array<std::string, limits::LastTexture + 1> modeTextures_{};
     int textureRow_ = 0;
     bool textureGroupRead_ = false;

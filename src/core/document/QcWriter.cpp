@@ -327,15 +327,28 @@ private:
         }
     }
 
-    // The $sequencegroup line stands before a slot 0 in use, and for a group
-    // that a script named; the lines kept behind it stand in any case.
+    // The $sequencegroup line stands before a slot 0 in use, for a group
+    // that a script named, and for one with kept lines, which read back
+    // behind it only.
     void GroupStart(int g, bool slotZeroUsed) {
         const std::string& name = doc_.SequenceGroupNames[Index(g)];
-        if (g > 0 && (slotZeroUsed || !name.empty())) {
+        if (g > 0 && (slotZeroUsed || !name.empty() || KeepsLines(g))) {
             Line();
             Line("$sequencegroup " + (name.empty() ? "seqgroup" + IntToText(g) : name));
         }
         Lines(doc_.KeptAtGroupStart[Index(g)]);
+    }
+
+    bool KeepsLines(int g) const {
+        if (!doc_.KeptAtGroupStart[Index(g)].empty()) {
+            return true;
+        }
+        for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+            if (!doc_.Anims[Index(g)][Index(s)].KeptAfter.empty()) {
+                return true;
+            }
+        }
+        return false;
     }
 
     std::string SequenceLine(const AnimRec& a) const {

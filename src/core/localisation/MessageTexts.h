@@ -119,6 +119,7 @@ enum Msg : int {
     MSG_FINDING_TEXTURE_ROW_DROPPED,
     MSG_FINDING_PART_READ_AS_BLANK,
     MSG_FINDING_AXIS_NOT_KEPT,
+    MSG_FINDING_INCLUDE_MERGED,
     MSG_FINDING_PLACE,
     MSG_FINDINGS_ONE,
     MSG_FINDINGS_MANY,
@@ -335,6 +336,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "A body part line without studio and a name in quotes becomes a blank part"},
     {MSG_FINDING_AXIS_NOT_KEPT, "MSG_FINDING_AXIS_NOT_KEPT",
      "An axis other than XR, YR or ZR is not kept"},
+    {MSG_FINDING_INCLUDE_MERGED, "MSG_FINDING_INCLUDE_MERGED",
+     "An included file holds what the forms show: its lines are written into the script in "
+     "place of its $include line"},
     {MSG_FINDING_PLACE, "MSG_FINDING_PLACE", "%1, line %2: %3"},
     {MSG_FINDINGS_ONE, "MSG_FINDINGS_ONE",
      "Quarle cannot keep everything in this script: 1 place will change the model when the script "
