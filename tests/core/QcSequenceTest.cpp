@@ -172,11 +172,14 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$sequence w w node { event 1 2 }\n$sequence v v {\n{ event 3 4 } { node\n$flags 1\n"},
         {"a sequence group without a name, with a kept line", "$sequencegroup\n$flags 1\n"},
         {"a render mode of a later part", "$texrendermode b.bmp MASKED\n$body arm \"arm\"\n"},
+        {"an include of kept lines behind a comment whose end a body group took",
+         "/*\n$bodygroup\n*/\n$\n$include box.qci\n"},
     };
     for (const auto& c : cases) {
         Model l;
         l.Host.KeepUnanswered = true; // a part that is not where the $cd says
         l.Dir.Write("m/blank.smd", testing::Smd({"e.bmp "}));
+        l.Dir.Write("box.qci", "$hbox 0 \"b\" 0 0 0 1 1 1\n");
         ASSERT_EQ(l.Load(l.Paths() + c.script), ReadOutcome::Loaded) << c.what;
         const std::string first = l.Written();
         Model again;

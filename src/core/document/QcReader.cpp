@@ -248,9 +248,12 @@ private:
         while (nextInclude_ < map_.Includes.size() && map_.Includes[nextInclude_].First == index) {
             const IncludeSpan& span = map_.Includes[nextInclude_++];
             // Only where a line can stand on its own, and where the file is
-            // found as the line names it.
+            // found as the line names it. A comment around it does not count:
+            // comments are read like any line, and whether a block comment is
+            // still open behind a save depends on what the forms made of the
+            // lines inside it.
             include_ = IncludeRead{&span, anchor_, anchor_->size(), keptCount_,
-                                   block_ == BlockKind::None && !inComment_ && !span.Asked};
+                                   block_ == BlockKind::None && !span.Asked};
             if (span.End == index) {
                 CloseInclude();
             }
@@ -260,7 +263,7 @@ private:
     void CloseInclude() {
         const IncludeRead read = *include_;
         include_.reset();
-        const bool inPlace = read.OnlyKept && block_ == BlockKind::None && !inComment_ &&
+        const bool inPlace = read.OnlyKept && block_ == BlockKind::None &&
                              anchor_ == read.Anchor &&
                              anchor_->size() - read.AnchorSize == keptCount_ - read.Kept;
         if (inPlace) {
