@@ -71,32 +71,6 @@ private:
     bool modelFolder_;
 };
 
-// Every record back to its default, also where the reset does not reach, so
-// that a run never depends on the runs before it. (A new document per run
-// costs a megabyte of fresh pages each time.)
-quarle::Document& FreshDocument() {
-    static const auto doc = std::make_unique<quarle::Document>();
-    quarle::Document& d = *doc;
-    for (auto& group : d.Anims) {
-        for (auto& anim : group) {
-            anim = quarle::AnimRec{};
-        }
-    }
-    for (auto& group : d.BodyGroups) {
-        group = quarle::BodyGroupRec{};
-    }
-    for (auto& row : d.TextureVariations) {
-        row.fill(std::string());
-    }
-    d.TextureModes.fill(quarle::TextureModeRec{});
-    d.ModelName.clear();
-    d.ModelPath.clear();
-    d.TexturePath.clear();
-    d.EyeX = d.EyeY = d.EyeZ = 0.0f;
-    quarle::InitVars(d);
-    return d;
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -108,7 +82,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     const ProcessFolder& folder = Folder();
-    quarle::Document& doc = FreshDocument();
+    // A document of its own for each read, so that no run depends on the
+    // runs before it (a fresh one is a few hundred kilobytes).
+    const auto fresh = std::make_unique<quarle::Document>();
+    quarle::Document& doc = *fresh;
     doc.QcFile = folder.Write("fuzz.qc", script);
     const bool modelFolder = (size / 7) % 2 == 1;
     FuzzHost host(doc, static_cast<int>(size % 7), modelFolder);
@@ -124,7 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // take back; the comparison is made with the point.)
     std::ostringstream first;
     quarle::WriteQcScript(doc, first, '.');
-    quarle::Document& next = FreshDocument();
+    const auto second = std::make_unique<quarle::Document>();
+    quarle::Document& next = *second;
     next.QcFile = folder.Write("again.qc", first.str());
     // Questions of the second read keep what the script says.
     FuzzHost quiet(next, 0, false);
