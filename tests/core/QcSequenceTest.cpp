@@ -168,8 +168,9 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"a texture group read while an earlier $cd held the parts",
          "$cd \".\"\n$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
          "$cd \"m\"\n"},
-        {"an option cut short before a brace, and by the end of its sequence",
-         "$sequence w w node { event 1 2 }\n$sequence v v {\n{ event 3 4 } { node\n$flags 1\n"},
+        {"an option or a blend cut short before a brace, and by the end of its sequence",
+         "$sequence w w node { event 1 2 }\n$sequence v v {\n{ event 3 4 } { node\n$flags 1\n"
+         "$sequence u u { event 5 6 } blend XR -45\n"},
         {"a sequence group without a name, with a kept line", "$sequencegroup\n$flags 1\n"},
         {"a render mode of a later part", "$texrendermode b.bmp MASKED\n$body arm \"arm\"\n"},
         {"an include of kept lines behind a comment whose end a body group took",

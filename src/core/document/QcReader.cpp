@@ -1043,6 +1043,14 @@ private:
                 unquoted_ = NoQuotes(token);
                 t = unquoted_;
             }
+            if ((parseState_ == 20 || (parseState_ >= 13 && parseState_ <= 15)) &&
+                IsBrace(WordOf(t))) {
+                // A brace is no argument of a blend or a kept option: one
+                // cut short by the end of its sequence would take the brace
+                // of the events a save writes behind it.
+                seq_.Arguments = 0;
+                parseState_ = 0;
+            }
             switch (parseState_) {
             case 0:
                 Keyword(anim, token, t);
@@ -1132,16 +1140,6 @@ private:
                 parseState_ = 0;
                 break;
             case 20:
-                // An argument of a kept option. A brace is none: an option
-                // cut short by the end of its sequence would take the brace
-                // of the events a save writes behind it.
-                if (const Word word = WordOf(t);
-                    word == Word::Open || word == Word::OpenEvent || word == Word::Close) {
-                    seq_.Arguments = 0;
-                    parseState_ = 0;
-                    Keyword(anim, token, t);
-                    break;
-                }
                 seq_.Options.emplace_back(token);
                 parseState_ = --seq_.Arguments > 0 ? 20 : 0;
                 break;
@@ -1204,6 +1202,10 @@ private:
             key |= static_cast<std::uint64_t>(static_cast<unsigned char>(word[i])) << (8 * i);
         }
         return key;
+    }
+
+    static bool IsBrace(Word word) {
+        return word == Word::Open || word == Word::OpenEvent || word == Word::Close;
     }
 
     static Word WordOf(std::string_view t) {
