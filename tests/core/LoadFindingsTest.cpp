@@ -51,6 +51,9 @@ TEST(LoadFindings, EachKindNamesItsLinesAndLeavesTheDocumentAsItWas) {
          "{ \"b.bmp\" \"c.bmp\" }\n{ \"c.bmp\" \"b.bmp\" }\n}\n",
          {{Kind::TextureRowDropped, 7}}},
         {"$bodygroup arms\n{\nstudio arm\nBlank\n}\n", {{Kind::PartReadAsBlank, 5}}},
+        {"$sequence \"a\" \"walk\" node { event 1 2 }\n"
+         "$sequence \"b\" \"walk\" { event 5 6 } blend XR -45\n",
+         {{Kind::OptionCutShort, 3}, {Kind::OptionCutShort, 4}}},
     };
     for (const auto& [body, expected] : table) {
         Model m;

@@ -590,6 +590,7 @@ GERMAN_MESSAGES = {
     "MSG_FINDING_PART_READ_AS_BLANK": "Eine Teil-Zeile ohne studio und einen Namen in Anführungszeichen wird zu einem leeren Teil",
     "MSG_FINDING_AXIS_NOT_KEPT": "Eine andere Achse als XR, YR oder ZR wird nicht übernommen",
     "MSG_FINDING_INCLUDE_MERGED": "Eine eingebundene Datei enthält, was die Formulare zeigen: ihre Zeilen werden anstelle ihrer $include-Zeile ins Skript geschrieben",
+    "MSG_FINDING_OPTION_CUT_SHORT": "Eine Option einer Sequenz, der ihre Werte fehlen (vor einer Klammer oder am Ende der Sequenz), fällt weg",
     "MSG_FINDING_PLACE": "%1, Zeile %2: %3",
     "MSG_FINDINGS_ONE": "Quarle kann nicht alles in diesem Skript behalten: 1 Stelle ändert beim Speichern das Modell.",
     "MSG_FINDINGS_MANY": "Quarle kann nicht alles in diesem Skript behalten: %1 Stellen ändern beim Speichern das Modell.",

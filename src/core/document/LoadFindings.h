@@ -41,8 +41,9 @@ enum class FindingKind {
     PartReadAsBlank,       // a part line without studio "..." (studio arm, without quotes)
     AxisNotKept,           // (kept) a controller or blend axis other than XR, YR, ZR
     IncludeMerged,         // an include that gave records: its lines replace its $include line
+    OptionCutShort,        // a sequence option without all its values, before a brace or its end
 };
-inline constexpr int FindingKinds = static_cast<int>(FindingKind::IncludeMerged) + 1;
+inline constexpr int FindingKinds = static_cast<int>(FindingKind::OptionCutShort) + 1;
 
 struct LoadFinding {
     FindingKind Kind = FindingKind::UnknownDirective;
@@ -82,7 +83,7 @@ struct SourceMap {
 
 // The message of a kind: the messages follow the kinds.
 inline Msg FindingMessage(FindingKind kind) {
-    static_assert(MSG_FINDING_INCLUDE_MERGED - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
+    static_assert(MSG_FINDING_OPTION_CUT_SHORT - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
                   "one message for each kind of finding, in the same order");
     return static_cast<Msg>(MSG_FINDING_UNKNOWN_DIRECTIVE + static_cast<int>(kind));
 }

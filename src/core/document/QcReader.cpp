@@ -1043,13 +1043,8 @@ private:
                 unquoted_ = NoQuotes(token);
                 t = unquoted_;
             }
-            if ((parseState_ == 20 || (parseState_ >= 13 && parseState_ <= 15)) &&
-                IsBrace(WordOf(t))) {
-                // A brace is no argument of a blend or a kept option: one
-                // cut short by the end of its sequence would take the brace
-                // of the events a save writes behind it.
-                seq_.Arguments = 0;
-                parseState_ = 0;
+            if (CutShort() && IsBrace(WordOf(t))) {
+                DropCutShort();
             }
             switch (parseState_) {
             case 0:
@@ -1164,11 +1159,32 @@ private:
 
     // An option the record does not hold, with its arguments.
     void KeepOption(std::string_view token, int arguments) {
+        seq_.OptionStart = seq_.Options.size();
+        seq_.OptionLine = index_;
         seq_.Options.emplace_back(token);
         seq_.Arguments = arguments;
         if (arguments > 0) {
             parseState_ = 20;
         }
+    }
+
+    // Still waiting for a value of a blend or a kept option.
+    bool CutShort() const { return parseState_ == 20 || (parseState_ >= 13 && parseState_ <= 15); }
+
+    // An option whose values a brace or the end of its sequence cut short
+    // goes: the compiler would take the brace, or refuse the line, and kept
+    // as it stands it would take the tokens a save writes behind it.
+    void DropCutShort() {
+        if (parseState_ == 20) {
+            seq_.Options.resize(seq_.OptionStart);
+        } else {
+            seq_.Blend = false;
+            seq_.BlendText.clear();
+            seq_.BlendAxis.clear();
+        }
+        NoteAt(FindingKind::OptionCutShort, seq_.OptionLine);
+        seq_.Arguments = 0;
+        parseState_ = 0;
     }
 
     enum class Word {
@@ -1331,6 +1347,7 @@ private:
             } else {
                 seq_.Blend = true;
                 seq_.BlendText = {std::string(token)};
+                seq_.OptionLine = index_;
                 parseState_ = 13;
             }
             break;
@@ -1373,6 +1390,9 @@ private:
     // A sequence is read: the first further file with blend is the blend's
     // second file; other files, and a blend without one, are kept.
     void EndSequence() {
+        if (CutShort()) {
+            DropCutShort();
+        }
         AnimRec& anim = *seq_.Anim;
         std::size_t file = 0;
         if (seq_.FileInside && !seq_.Files.empty()) {
@@ -1447,6 +1467,8 @@ private:
         std::vector<std::string> Files; // further files, as written
         std::vector<std::string> Options; // kept options, each token as written
         int Arguments = 0;              // still to come of the last kept option
+        std::size_t OptionStart = 0;    // where the last kept option begins in Options
+        std::size_t OptionLine = 0;     // the line of the last kept option or blend
     };
     SequenceRead seq_;
     AnimRec spareAnim_;

@@ -120,6 +120,7 @@ enum Msg : int {
     MSG_FINDING_PART_READ_AS_BLANK,
     MSG_FINDING_AXIS_NOT_KEPT,
     MSG_FINDING_INCLUDE_MERGED,
+    MSG_FINDING_OPTION_CUT_SHORT,
     MSG_FINDING_PLACE,
     MSG_FINDINGS_ONE,
     MSG_FINDINGS_MANY,
@@ -339,6 +340,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_FINDING_INCLUDE_MERGED, "MSG_FINDING_INCLUDE_MERGED",
      "An included file holds what the forms show: its lines are written into the script in "
      "place of its $include line"},
+    {MSG_FINDING_OPTION_CUT_SHORT, "MSG_FINDING_OPTION_CUT_SHORT",
+     "An option of a sequence that lacks its values (before a brace or at the end of the "
+     "sequence) is dropped"},
     {MSG_FINDING_PLACE, "MSG_FINDING_PLACE", "%1, line %2: %3"},
     {MSG_FINDINGS_ONE, "MSG_FINDINGS_ONE",
      "Quarle cannot keep everything in this script: 1 place will change the model when the script "
