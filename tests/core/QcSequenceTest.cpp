@@ -175,6 +175,9 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"a render mode of a later part", "$texrendermode b.bmp MASKED\n$body arm \"arm\"\n"},
         {"an include of kept lines behind a comment whose end a body group took",
          "/*\n$bodygroup\n*/\n$\n$include box.qci\n"},
+        {"an include of kept lines that a save writes behind a texture group",
+         "$body head \"head\"\n$texrendermode \"a.bmp\" masked\n$include box.qci\n"
+         "$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"},
     };
     for (const auto& c : cases) {
         Model l;

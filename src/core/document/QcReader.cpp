@@ -821,12 +821,6 @@ private:
     }
 
     void TextureGroupLine(std::string_view line) {
-        if (parseState_ == 0) {
-            // The group is closed: what follows is read like any line.
-            block_ = BlockKind::None;
-            UnreadLine(line);
-            return;
-        }
         if (!line.empty()) {
             KeepTextureLine();
         }
@@ -846,7 +840,10 @@ private:
             }
         }
         if (parseState_ == 2 && text.find('}') != std::string::npos) {
+            // The group is closed: what follows is read like any line, and
+            // an include there stands on its own.
             parseState_ = 0;
+            block_ = BlockKind::None;
         }
         if (text.empty() || parseState_ != 3) {
             return;
