@@ -157,7 +157,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
-         "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"},
+         "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"
+         "$sequence u \"u\" \"\"x\"\n$sequence t \"t\" ACT_T \"\"x\"\n"},
         {"a line behind a closed texture group",
          "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
          "$texrendermode \"a.bmp\" masked\n{ \"a3.bmp\" }\n"},

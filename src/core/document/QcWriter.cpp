@@ -377,6 +377,7 @@ private:
             line += " rotate " + Local(a.Rotate);
         }
         line += " " + a.ActivityId; // the blank stands even without an activity
+        const std::size_t activityEnd = line.size();
         if (a.LX == 1) {
             line += " LX";
         }
@@ -393,7 +394,9 @@ private:
             line += " blend " + std::string(AxisWord(a.BlendAxis)) + " " + Local(a.BlendMin) + " " +
                     Local(a.BlendMax);
         }
-        quoted = false; // behind a word without quotes
+        // Behind a word without quotes, or behind the blank of no activity,
+        // which a read starts from as it does behind a quoted token.
+        quoted = a.ActivityId.empty() && line.size() == activityEnd;
         for (const std::string& token : a.KeptOptions) {
             quoted = AppendToken(line, token, quoted);
         }
