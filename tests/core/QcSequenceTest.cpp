@@ -153,7 +153,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$body head \"head\"\n"},
         {"body group names with blanks",
          "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
-         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"},
+         "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"
+         "$body \"brace {\" head\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"

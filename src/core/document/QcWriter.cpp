@@ -236,8 +236,14 @@ private:
                 Lines(group.KeptAfter);
                 continue;
             }
-            Line("$bodygroup " + std::string(name));
-            Line("{");
+            if (name.ends_with('{')) {
+                // A read takes one brace at the end of the line for the
+                // block's: the block opens on the name's line.
+                Line("$bodygroup " + std::string(name) + "{");
+            } else {
+                Line("$bodygroup " + std::string(name));
+                Line("{");
+            }
             for (int p = 1; p <= parts; ++p) {
                 const std::string& part = group.Parts[Index(p)];
                 if (part == Blank) {
