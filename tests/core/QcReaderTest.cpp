@@ -179,8 +179,12 @@ TEST(QcReader, AMissingPartIsPickedFromTheModelFolderOnly) {
     l.Host.Answer(l.M() + "/arm.smd");
     l.Host.Answer(l.Dir / "elsewhere/gone.smd");
     l.Host.Answer(l.M() + "/notes.txt");
-    l.Load(l.Paths() + "$body one \"gone\"\n$body two \"gone\"\n$body three \"gone\"\n");
-    ASSERT_EQ(l.Host.Questions.size(), 3u);
+    l.Host.Answer(l.M() + Sep + "./gone.smd"); // the file asked for: nothing changes
+    l.Load(l.Paths() + "$body one \"gone\"\n$body two \"gone\"\n$body three \"gone\"\n"
+                       "$body four \"./gone\"\n");
+    ASSERT_EQ(l.Host.Questions.size(), 4u);
+    EXPECT_EQ(l.Host.Questions[3].Path, l.M() + Sep + "./gone.smd");
+    EXPECT_EQ(l.Doc->BodyGroups[4].Parts[1], "./gone");
     EXPECT_EQ(l.Host.Questions[0].Path, l.M() + Sep + "gone.smd");
     EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_REFERENCEMODEL>");
     EXPECT_EQ(l.Doc->BodyGroups[1].Parts[1], "arm");

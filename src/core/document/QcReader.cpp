@@ -215,6 +215,9 @@ private:
             BreakOff();
             return false;
         }
+        if (answer == path) {
+            return true; // the file the script names: the part stays as written
+        }
         if (IsSmdInModelPath(answer)) {
             const std::string name = paths::FileNameOf(answer);
             part = name.substr(0, name.size() - 4);
