@@ -173,6 +173,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"an option or a blend cut short before a brace, and by the end of its sequence",
          "$sequence w w node { event 1 2 }\n$sequence v v {\n{ event 3 4 } { node\n$flags 1\n"
          "$sequence u u { event 5 6 } blend XR -45\n"},
+        {"a second blank behind a quoted value, which is no token",
+         "$sequence t t blend XRe \"a\"  b\n"},
         {"a sequence group without a name, with a kept line", "$sequencegroup\n$flags 1\n"},
         {"a render mode of a later part", "$texrendermode b.bmp MASKED\n$body arm \"arm\"\n"},
         {"an include of kept lines behind a comment whose end a body group took",

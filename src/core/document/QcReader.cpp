@@ -1032,6 +1032,9 @@ private:
             if (token.starts_with("//")) {
                 break; // a comment to the end of the line
             }
+            if (token.empty()) {
+                continue; // a second blank behind a quoted token: no token to the compiler
+            }
             // Most tokens have no quotes: they are read as they are.
             std::string_view t = token;
             if (std::find(token.begin(), token.end(), '"') == token.end()) {
