@@ -154,7 +154,7 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"body group names with blanks",
          "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
          "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"
-         "$body \"brace {\" head\n"},
+         "$body \"brace {\" head\n$body \"named so\" reverse\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
@@ -187,6 +187,7 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         Model l;
         l.Host.KeepUnanswered = true; // a part that is not where the $cd says
         l.Dir.Write("m/blank.smd", testing::Smd({"e.bmp "}));
+        l.Dir.Write("m/reverse.smd", testing::Smd({}));
         l.Dir.Write("box.qci", "$hbox 0 \"b\" 0 0 0 1 1 1\n");
         ASSERT_EQ(l.Load(l.Paths() + c.script), ReadOutcome::Loaded) << c.what;
         const std::string first = l.Written();

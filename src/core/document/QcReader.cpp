@@ -688,7 +688,9 @@ private:
             group.Parts[p] = Blank;
             return;
         }
-        const std::size_t reverse = after.find("reverse");
+        // reverse behind the name's closing quote: a part may be named so.
+        const std::size_t quote = after.find('"');
+        const std::size_t reverse = after.find("reverse", quote == std::string::npos ? 0 : quote);
         std::string part;
         if (reverse == std::string::npos) {
             part = after;
