@@ -118,6 +118,7 @@ std::unique_ptr<Document> Filled() {
     doc->KeptBeforeBody = {"$flags 0"};
     doc->KeptAfterTextures = {"$hbox 0 \"a\" 0 0 0 1 1 1"};
     doc->KeptTextureRows = 3;
+    doc->KeptAfterAnimations = {"$sequencegroup eleven"};
     for (std::size_t g = 0; g < doc->SequenceGroupNames.size(); ++g) {
         doc->SequenceGroupNames[g] = "group";
         doc->KeptAtGroupStart[g] = {"// start"};
@@ -207,6 +208,7 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
     EXPECT_TRUE(doc->KeptBeforeBody.empty());
     EXPECT_TRUE(doc->KeptAfterTextures.empty());
     EXPECT_EQ(doc->KeptTextureRows, 0);
+    EXPECT_TRUE(doc->KeptAfterAnimations.empty());
     // Not the document's to reset.
     EXPECT_EQ(doc->ModelName, "c:\\model\\robot.mdl");
     EXPECT_EQ(doc->ModelPath, "c:\\model");

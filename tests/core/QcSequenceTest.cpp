@@ -182,6 +182,15 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"an include of kept lines that a save writes behind a texture group",
          "$body head \"head\"\n$texrendermode \"a.bmp\" masked\n$include box.qci\n"
          "$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"},
+        {"groups beyond the last and sequences beyond the 101st, behind a body",
+         testing::Repeat(0, 100, [](auto i) { return "$sequence s" + i + " walk\n"; }) +
+             "$body head \"head\"\n$sequence late walk\n" +
+             testing::Repeat(1, 9, [](auto) { return std::string("$sequencegroup\n"); }) +
+             "$sequencegroup ten\n$body arm \"arm\"\n$sequencegroup eleven\n$sequence e e\n"},
+        {"a sequence beyond the 101st behind one without a name",
+         "$sequence \"\"\n" +
+             testing::Repeat(1, 100, [](auto i) { return "$sequence s" + i + " walk\n"; }) +
+             "$sequence late walk\n"},
     };
     for (const auto& c : cases) {
         Model l;

@@ -143,6 +143,7 @@ void InitVars(Document& doc) {
     doc.KeptBeforeBody.clear();
     doc.KeptAfterTextures.clear();
     doc.KeptTextureRows = 0;
+    doc.KeptAfterAnimations.clear();
     for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
         doc.SequenceGroupNames[static_cast<std::size_t>(g)].clear();
         doc.KeptAtGroupStart[static_cast<std::size_t>(g)].clear();

@@ -270,6 +270,9 @@ struct Document {
     //   $sequencegroup and its first sequence.
     std::array<std::string, limits::LastSequenceGroup + 1> SequenceGroupNames{};
     std::array<std::vector<std::string>, limits::LastSequenceGroup + 1> KeptAtGroupStart{};
+    // - the lines of the sequence groups beyond the last that the forms
+    //   hold, behind all others.
+    std::vector<std::string> KeptAfterAnimations;
 };
 
 // The document part of the new-document reset, in its order. The main

@@ -500,6 +500,7 @@ private:
             sequenceSlot_ = -1;
             if (sequenceGroup_ > limits::LastSequenceGroup) {
                 report_(ReadProblem::TooManySequenceGroups, line_);
+                anchor_ = &doc_.KeptAfterAnimations;
                 Keep();
             } else {
                 const auto g = static_cast<std::size_t>(sequenceGroup_);
@@ -974,8 +975,11 @@ private:
         seq_ = SequenceRead{};
         events_.clear();
         AnimRec* anim = &spareAnim_;
+        // A kept sequence stays behind the sequences before it, also when
+        // other directives stood between them.
         if (sequenceGroup_ > limits::LastSequenceGroup) {
             seq_.KeepLines = true; // reported at its $sequencegroup
+            anchor_ = &doc_.KeptAfterAnimations;
         } else if (sequenceSlot_ > limits::LastAnimSlot) {
             report_(ReadProblem::TooManySequences, line_);
             seq_.KeepLines = true;
@@ -985,6 +989,10 @@ private:
             // The forms hold 101 sequences of a group; the record of one
             // beyond is read, and its lines are kept to be written.
             seq_.KeepLines = sequenceSlot_ > limits::LastWrittenAnimSlot;
+        }
+        if (seq_.KeepLines && sequenceGroup_ <= limits::LastSequenceGroup) {
+            anchor_ = &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
+                                 [limits::LastWrittenAnimSlot].KeptAfter;
         }
         seq_.Anim = anim;
         // Each slot is read once per load; start it from a fresh record, so

@@ -319,26 +319,34 @@ private:
             Line("$sequencegroupsize " + IntToText(doc_.SequenceGroupSize));
         }
         for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
+            // Lines behind the last slot (kept sequences beyond it) read
+            // back as such only behind as many slots: then a slot without a
+            // name is written too.
+            const bool everySlot =
+                !doc_.Anims[Index(g)][limits::LastWrittenAnimSlot].KeptAfter.empty();
             for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
                 const AnimRec& anim = doc_.Anims[Index(g)][Index(s)];
                 if (s == 0) {
                     GroupStart(g, !anim.Name.empty());
                 }
-                if (!anim.Name.empty()) {
+                if (!anim.Name.empty() || everySlot) {
                     Line(SequenceLine(anim));
                 }
                 // What followed a sequence without a name stays too.
                 Lines(anim.KeptAfter);
             }
         }
+        Lines(doc_.KeptAfterAnimations);
     }
 
     // The $sequencegroup line stands before a slot 0 in use, for a group
     // that a script named, and for one with kept lines, which read back
-    // behind it only.
+    // behind it only. Kept groups beyond the last read back as such only
+    // behind every group.
     void GroupStart(int g, bool slotZeroUsed) {
         const std::string& name = doc_.SequenceGroupNames[Index(g)];
-        if (g > 0 && (slotZeroUsed || !name.empty() || KeepsLines(g))) {
+        if (g > 0 && (slotZeroUsed || !name.empty() || KeepsLines(g) ||
+                      !doc_.KeptAfterAnimations.empty())) {
             Line();
             Line("$sequencegroup " + (name.empty() ? "seqgroup" + IntToText(g) : name));
         }
