@@ -182,6 +182,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
         {"an include of kept lines that a save writes behind a texture group",
          "$body head \"head\"\n$texrendermode \"a.bmp\" masked\n$include box.qci\n"
          "$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"},
+        {"an include of kept lines that a save writes behind a group left open",
+         "$texturegroup s {\n{ \"a.bmp\"\n$scale 2\n$include box.qci\n"},
         {"groups beyond the last and sequences beyond the 101st, behind a body",
          testing::Repeat(0, 100, [](auto i) { return "$sequence s" + i + " walk\n"; }) +
              "$body head \"head\"\n$sequence late walk\n" +

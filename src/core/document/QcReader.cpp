@@ -250,17 +250,31 @@ private:
         }
         while (nextInclude_ < map_.Includes.size() && map_.Includes[nextInclude_].First == index) {
             const IncludeSpan& span = map_.Includes[nextInclude_++];
-            // Only where a line can stand on its own, and where the file is
-            // found as the line names it. A comment around it does not count:
-            // comments are read like any line, and whether a block comment is
-            // still open behind a save depends on what the forms made of the
-            // lines inside it.
+            // Only where a line can stand on its own, or where the include's
+            // first line is a directive, which ends any block (what stood
+            // between a block and the include may be in the records, and a
+            // save writes the include's line right behind the block); and
+            // where the file is found as the line names it. A comment around
+            // it does not count: comments are read like any line, and whether
+            // a block comment is still open behind a save depends on what the
+            // forms made of the lines inside it.
+            const bool standsAlone = block_ == BlockKind::None || OpensWithDirective(span);
             include_ = IncludeRead{&span, anchor_, anchor_->size(), keptCount_,
-                                   block_ == BlockKind::None && !span.Asked};
+                                   standsAlone && !span.Asked};
             if (span.End == index) {
                 CloseInclude();
             }
         }
+    }
+
+    bool OpensWithDirective(const IncludeSpan& span) const {
+        for (std::size_t i = span.First; i < span.End && i < lines_.size(); ++i) {
+            const std::string_view line = Trim(lines_[i]);
+            if (!line.empty()) {
+                return line.front() == '$';
+            }
+        }
+        return false;
     }
 
     void CloseInclude() {
