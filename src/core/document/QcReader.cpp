@@ -1326,9 +1326,12 @@ private:
     }
 
     // Whether a word is an activity name (ACT_..., in any case).
+    // ACT_...: a quoted name with blanks is none, and the compiler takes it
+    // for a file.
     static bool IsActivity(std::string_view t) {
         return t.size() >= 4 && (t[0] == 'A' || t[0] == 'a') && (t[1] == 'C' || t[1] == 'c') &&
-               (t[2] == 'T' || t[2] == 't') && t[3] == '_';
+               (t[2] == 'T' || t[2] == 't') && t[3] == '_' &&
+               t.find_first_of(" \t") == std::string_view::npos;
     }
 
     void Keyword(AnimRec& anim, std::string_view token, std::string_view t) {
