@@ -28,7 +28,7 @@ WINE_RUN      := WINEDEBUG=-all WINEPREFIX=$(abspath build-win)/wineprefix
 PKG_PACKAGES  := dpkg-dev desktop-file-utils strace
 PKG_ROOT      := $(BUILD)/package-root
 
-.PHONY: run test test-sanitizers test-fuzz fuzz-roundtrip test-windows test-package package bench deps \
+.PHONY: run test test-sanitizers test-fuzz test-windows test-package package bench deps \
         deps-locale deps-fuzz deps-windows deps-package install-optional configure build clean
 
 run: build
@@ -67,17 +67,6 @@ test-fuzz: deps-fuzz
 	        || { tail -n 60 build-fuzz/fuzz_$$name.log; exit 1; }; \
 	    grep -E '^Done' build-fuzz/fuzz_$$name.log; \
 	done
-
-# The script reader's fuzz target with the strict round trip: a save read and
-# saved again must give the same bytes. Not part of test while a few mangled
-# scripts still read back otherwise.
-fuzz-roundtrip: deps-fuzz
-	CXX=clang++ cmake -S . -B build-fuzz -G "$(GENERATOR)" $(LAUNCHER) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-	    -DQUARLE_CORE_ONLY=ON -DQUARLE_FUZZ=ON
-	cmake --build build-fuzz -j $(JOBS) --target fuzz_qc_reader
-	mkdir -p build-fuzz/corpus-qc
-	QUARLE_FUZZ_ROUNDTRIP=1 build-fuzz/bin/fuzz_qc_reader build-fuzz/corpus-qc fuzz/corpus/qc \
-	    -max_total_time=$(FUZZ_SECONDS) -seed=$(FUZZ_SEED) -timeout=10 -artifact_prefix=build-fuzz/
 
 # Skipped with a message where mingw-w64 or wine cannot be had. A test whose
 # wine process fails to start is tried once more.

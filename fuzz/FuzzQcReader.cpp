@@ -7,6 +7,7 @@
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <sstream>
@@ -111,11 +112,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     std::ostringstream again;
     quarle::WriteQcScript(next, again, '.');
-    // Strict only on request (make fuzz-roundtrip): a few mangled scripts
-    // still read back otherwise, and the runs of make test must not depend
-    // on the luck of the draw while they do.
-    static const bool strict = std::getenv("QUARLE_FUZZ_ROUNDTRIP") != nullptr;
-    if (strict && again.str() != first.str()) {
+    if (again.str() != first.str()) {
+        // The first line that differs, for the log of the run.
+        std::istringstream a(first.str());
+        std::istringstream b(again.str());
+        std::string lineA;
+        std::string lineB;
+        while (std::getline(a, lineA) && std::getline(b, lineB) && lineA == lineB) {
+        }
+        std::fprintf(stderr, "a save reads back otherwise:\n  saved:  %s\n  again:  %s\n",
+                     lineA.c_str(), lineB.c_str());
         std::abort();
     }
     return 0;
