@@ -160,7 +160,7 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"
          "$sequence v \"v\"\t\"v2\" node \"a b\" transition \"c d\n"
          "$sequence u \"u\" \"\"x\"\n$sequence t \"t\" ACT_T \"\"x\"\n"
-         "$sequence \"s\" s \"ACT_S w\"\n"},
+         "$sequence \"s\" s \"ACT_S w\"\n$sequence r r ACT_R\" \" 1\n"},
         {"a line behind a closed texture group",
          "$body head \"head\"\n$texturegroup s {\n{ \"a.bmp\" }\n{ \"a2.bmp\" }\n}\n"
          "$texrendermode \"a.bmp\" masked\n{ \"a3.bmp\" }\n"},

@@ -1106,7 +1106,7 @@ private:
                 parseState_ = 0;
                 if (StrictNumber(t, '.')) {
                     anim.ActivityId += ' ';
-                    anim.ActivityId += t;
+                    anim.ActivityId += Trim(t); // " 1" from a quote left open
                 } else {
                     Keyword(anim, token, t);
                 }
