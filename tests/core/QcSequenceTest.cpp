@@ -155,6 +155,8 @@ TEST(QcSequence, ASaveReadsBackToItsOwnBytes) {
          "$bodygroup legs {\nstudio \"leg\"\nblank\n}\n$bodygroup gun {\nstudio \"arm\"\n}\n"
          "$bodygroup big gun\n{\nstudio \"arm\"\n}\n$bodygroup \"quoted\"\n{\nstudio \"leg\"\n}\n"
          "$body \"brace {\" head\n$body \"named so\" reverse\n"},
+        {"a part with blanks that a quote keeps in before reverse",
+         "$bodygroup q\n{\nstudio \"\" armreverse\n}\n"},
         {"a sequence file behind a tab", "$sequence \"tab\"\t\"walk\"\tfps 12\n"},
         {"kept files and options with quotes",
          "$sequence \"w\" \"w\"  \"t1.x \"fps 12 { event 1008 2 }\n"

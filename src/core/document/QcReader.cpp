@@ -706,15 +706,14 @@ private:
         // reverse behind the name's closing quote: a part may be named so.
         const std::size_t quote = after.find('"');
         const std::size_t reverse = after.find("reverse", quote == std::string::npos ? 0 : quote);
-        std::string part;
         if (reverse == std::string::npos) {
-            part = after;
+            group.Parts[p] = NoQuotes(after);
             group.Reverse[p] = 0;
         } else {
-            part = std::string(Trim(std::string_view(after).substr(0, reverse)));
+            // The blanks before reverse go, also those a quote kept in.
+            group.Parts[p] = std::string(Trim(NoQuotes(std::string_view(after).substr(0, reverse))));
             group.Reverse[p] = -1;
         }
-        group.Parts[p] = NoQuotes(part);
         CheckPart(group.Parts[p]);
     }
 
