@@ -988,11 +988,8 @@ private:
         seq_ = SequenceRead{};
         events_.clear();
         AnimRec* anim = &spareAnim_;
-        // A kept sequence stays behind the sequences before it, also when
-        // other directives stood between them.
         if (sequenceGroup_ > limits::LastSequenceGroup) {
             seq_.KeepLines = true; // reported at its $sequencegroup
-            anchor_ = &doc_.KeptAfterAnimations;
         } else if (sequenceSlot_ > limits::LastAnimSlot) {
             report_(ReadProblem::TooManySequences, line_);
             seq_.KeepLines = true;
@@ -1003,9 +1000,13 @@ private:
             // beyond is read, and its lines are kept to be written.
             seq_.KeepLines = sequenceSlot_ > limits::LastWrittenAnimSlot;
         }
-        if (seq_.KeepLines && sequenceGroup_ <= limits::LastSequenceGroup) {
-            anchor_ = &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
-                                 [limits::LastWrittenAnimSlot].KeptAfter;
+        if (seq_.KeepLines) {
+            // A kept sequence stays behind the sequences before it, also
+            // when other directives stood between them.
+            anchor_ = sequenceGroup_ > limits::LastSequenceGroup
+                          ? &doc_.KeptAfterAnimations
+                          : &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
+                                       [limits::LastWrittenAnimSlot].KeptAfter;
         }
         seq_.Anim = anim;
         // Each slot is read once per load; start it from a fresh record, so
@@ -1324,9 +1325,8 @@ private:
         }
     }
 
-    // Whether a word is an activity name (ACT_..., in any case).
-    // ACT_...: a quoted name with blanks is none, and the compiler takes it
-    // for a file.
+    // Whether a word is an activity name (ACT_..., in any case). A quoted
+    // name with blanks is none: the compiler takes it for a file.
     static bool IsActivity(std::string_view t) {
         return t.size() >= 4 && (t[0] == 'A' || t[0] == 'a') && (t[1] == 'C' || t[1] == 'c') &&
                (t[2] == 'T' || t[2] == 't') && t[3] == '_' &&
