@@ -66,6 +66,12 @@ public:
     void LoadFinished() override {}
 
     void Problem(ReadProblem kind, const std::string& detail) override {
+        if (kind == ReadProblem::BinaryFile || kind == ReadProblem::Utf16Text) {
+            // Not a script at all: the command stops with an error.
+            std::fprintf(stderr, "error: %s: %s\n", script_.c_str(),
+                         DescribeProblem(kind, {}).c_str());
+            return;
+        }
         std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
                      DescribeProblem(kind, detail).c_str());
     }
@@ -165,6 +171,9 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
         break;
     case ReadOutcome::Unreadable:
         loaded.Status = 2;
+        break;
+    case ReadOutcome::NotAScript:
+        loaded.Status = 1;
         break;
     }
     loaded.AnimationRows = host.AnimationRows();

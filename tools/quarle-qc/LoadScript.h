@@ -18,8 +18,9 @@ namespace quarle::qc {
 enum class Missing { Keep, Refuse };
 
 struct LoadedScript {
-    // 0: loaded; 2: the script or the working file could not be used;
-    // 3: a question was refused. The exit status of a command that stops here.
+    // 0: loaded; 1: the file is no script (binary, UTF-16); 2: the script or
+    // the working file could not be used; 3: a question was refused. The
+    // exit status of a command that stops here.
     int Status = 2;
     // Lives until the process ends (see LoadScript).
     Document* Doc = nullptr;

@@ -3,8 +3,9 @@
 // with "keep" every folder or part file that cannot be found stays as the
 // script wrote it; with "refuse" the first such question breaks the load off.
 //
-// Exit status: 0 when OUT was written, 3 when the load was refused, 2 for a
-// usage error or a file that cannot be read or written.
+// Exit status: 0 when OUT was written, 1 when IN is no script (binary or
+// UTF-16; nothing is written), 3 when the load was refused, 2 for a usage
+// error or a file that cannot be read or written.
 #include "Commands.h"
 #include "LoadScript.h"
 #include "document/QcWriter.h"

@@ -27,6 +27,7 @@ void ResetBodyGroup(BodyGroupRec& group) {
         const auto i = static_cast<std::size_t>(p);
         fresh.Parts[i] = std::move(group.Parts[i]);
         fresh.Reverse[i] = group.Reverse[i];
+        fresh.PartWords[i] = std::move(group.PartWords[i]);
     }
     group = std::move(fresh);
 }
@@ -135,19 +136,8 @@ void InitVars(Document& doc) {
     // 9. one empty group named "body"
     doc.BodyGroupCount = 1;
     doc.BodyGroups[1].Name = "body";
-    // 10. what the forms do not show
-    doc.ModelNameAsWritten.clear();
-    doc.ModelPathAsWritten.clear();
-    doc.TexturePathAsWritten.clear();
-    doc.KeptCdTextures.clear();
-    doc.KeptBeforeBody.clear();
-    doc.KeptAfterTextures.clear();
-    doc.KeptTextureRows = 0;
-    doc.KeptAfterAnimations.clear();
-    for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
-        doc.SequenceGroupNames[static_cast<std::size_t>(g)].clear();
-        doc.KeptAtGroupStart[static_cast<std::size_t>(g)].clear();
-    }
+    // 10. what a load kept of a script
+    doc.Layout.reset();
 }
 
 std::size_t DocumentFootprint(const Document& doc) {

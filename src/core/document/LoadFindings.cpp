@@ -3,6 +3,7 @@
 #include "document/NumberText.h"
 #include "document/Paths.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -17,6 +18,9 @@ const std::string& TextOf(const MessageTexts& texts, Msg key) {
 } // namespace
 
 std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts) {
+    if (finding.Line <= 0) {
+        return paths::FileNameOf(finding.File) + ": " + finding.Text;
+    }
     return FormatMessage(TextOf(texts, MSG_FINDING_PLACE),
                          {paths::FileNameOf(finding.File), IntToText(finding.Line), finding.Text});
 }
@@ -32,6 +36,16 @@ std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings
         ++counts[static_cast<std::size_t>(f.Kind)];
     }
     return counts;
+}
+
+std::string FindingsHead(const LoadFindings& findings, const MessageTexts& texts) {
+    const auto model = static_cast<long long>(std::count_if(
+        findings.begin(), findings.end(), [](const LoadFinding& f) { return ChangesModel(f.Kind); }));
+    if (model == 0) {
+        return TextOf(texts, MSG_FINDINGS_SAME_MODEL);
+    }
+    return model == 1 ? TextOf(texts, MSG_FINDINGS_MODEL_ONE)
+                      : FormatMessage(TextOf(texts, MSG_FINDINGS_MODEL_MANY), {IntToText(model)});
 }
 
 std::string KeptOriginalName(const std::string& script) {

@@ -157,6 +157,7 @@ void FrmMain::OpenQcFile(const std::string& path) {
     // the host has said what went wrong.
     LoadFindings findings;
     bool noDirective = false;
+    includesReported_.clear();
     const QString work = WorkingFolder();
     quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings,
                        &noDirective);
@@ -237,6 +238,7 @@ bool FrmMain::WriteQcFile() {
     const WriteResult result =
         quarle::WriteQcFile(state_.Doc, state_.Doc.QcFile, UserDecimalSeparator());
     if (result.Ok) {
+        ReportIncludesWrittenIn(result.IncludesWrittenIn);
         return true;
     }
     // Nothing was written: the list does not take a file that is not there.
