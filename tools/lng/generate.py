@@ -335,6 +335,10 @@ FORMS = [
         OK,
         # Ends the wait for a compiler that doesn't finish.
         C("CmdCancel", "Cancel"),
+        # Shown when the checks found errors.
+        C("CmdCompileAnyway", "Compile anyway",
+          "Run the compiler in spite of the errors: a newer compiler accepts some of what the "
+          "checks refuse"),
         C("ChkViewAfterCompile", "Open the model in the viewer after compiling"),
     ]),
     ("DlgBindung", "Attachments", skeleton_views() + [
@@ -508,6 +512,7 @@ GERMAN_MESSAGES = {
     "MSG_COMPILE_CANCELLED": "Kompilieren abgebrochen; der Compiler wurde beendet.",
     "MSG_COMPILE_TIMED_OUT": "Kompilieren beendet: kein Ergebnis nach %1 s.",
     "MSG_SCRIPT_NO_MARKER": "%1 endete, ohne %2 zu schreiben.",
+    "MSG_COMPILE_NO_MODEL": "Der Compiler endete, ohne das Modell \"%1\" zu schreiben.",
     "MSG_STATUS_LINE": "%1; %2; %3.",
     "MSG_STATUS_REFUSED": "Nicht kompiliert: die Prüfung fand %1.",
     "MSG_STATUS_NOT_STARTED": "Nicht kompiliert: das Compile-Skript konnte nicht gestartet "

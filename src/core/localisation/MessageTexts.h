@@ -45,6 +45,9 @@ enum Msg : int {
     MSG_COMPILE_CANCELLED,
     MSG_COMPILE_TIMED_OUT,
     MSG_SCRIPT_NO_MARKER,
+    // The compiler ended without a model and without an error line; %1 is
+    // the model file.
+    MSG_COMPILE_NO_MODEL,
     // The status line of the compile dialog: "%1; %2; %3." of the end of
     // the run, the log's counts and the model file.
     MSG_STATUS_LINE,
@@ -230,6 +233,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "Compile cancelled; the compiler was stopped."},
     {MSG_COMPILE_TIMED_OUT, "MSG_COMPILE_TIMED_OUT", "Compile stopped: no result after %1 s."},
     {MSG_SCRIPT_NO_MARKER, "MSG_SCRIPT_NO_MARKER", "%1 ended without writing %2."},
+    {MSG_COMPILE_NO_MODEL, "MSG_COMPILE_NO_MODEL",
+     "The compiler ended without writing the model \"%1\"."},
     {MSG_STATUS_LINE, "MSG_STATUS_LINE", "%1; %2; %3."},
     {MSG_STATUS_REFUSED, "MSG_STATUS_REFUSED", "Not compiled: the checks found %1."},
     {MSG_STATUS_NOT_STARTED, "MSG_STATUS_NOT_STARTED",

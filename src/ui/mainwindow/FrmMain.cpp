@@ -76,7 +76,7 @@ void FrmMain::Form_Load() {
     ReadToolSettings(settings_, services_.ProgramFolder(), env, tools);
     const bool toolNotice = ToolNoticeDue(settings_, env, tools);
     // Missing programs only leave their commands disabled; they start so.
-    if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
+    if (CompilerOffered(Doc(tools.StudioMdlPath), env)) {
         CmdCompile->setEnabled(true);
     }
     if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {

@@ -309,12 +309,17 @@ void FrmMain::StartWithFile(const std::string& program, const std::string& file,
 
 void FrmMain::MnuDateiView_Click() {
     const Document& doc = state_.Doc;
-    if (doc.ModelName.empty() || !paths::FileExists(doc.ModelName)) {
+    // The model where the compiler writes it, a relative name taken from
+    // the script's folder; a model that was never saved has none yet.
+    auto model = [&doc] {
+        return doc.QcFile.empty() ? doc.ModelName : compile::ModelFileOf(doc.ModelName, doc.QcFile);
+    };
+    if (model().empty() || !paths::FileExists(model())) {
         MnuDateiComp_Click();
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
-    if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
-        StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName, MSG_VIEWER_MISSING,
+    if (!model().empty() && paths::FileExists(model())) {
+        StartWithFile(state_.Settings.ModelViewerPath, model(), MSG_VIEWER_MISSING,
                       MSG_VIEWER_NOT_STARTED);
     }
 }

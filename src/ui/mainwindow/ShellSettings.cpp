@@ -1,6 +1,7 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include "platform/Cp1252Text.h"
+#include "platform/Services.h"
 
 namespace quarle::ui {
 namespace {
@@ -78,6 +79,11 @@ bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnv
            !platform::CanStart(
                platform::CheckTool(platform::FromCp1252(settings.StudioMdlPath), env));
 #endif
+}
+
+bool CompilerOffered(const QString& studioMdlPath, const platform::HostEnvironment& env) {
+    return platform::ProgramExists(studioMdlPath) &&
+           platform::CheckTool(studioMdlPath, env) != platform::ToolState::NoWine;
 }
 
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {

@@ -51,12 +51,27 @@ TEST_F(MainWindowTest, ProgramsThatExistEnableTheirCommands) {
     WriteFile(InProgramDir("studiomdl.exe"));
     WriteFile(InProgramDir("hlmv"));
     settings.Store().Set("ModelViewer", InProgramDir("hlmv"));
+#ifndef Q_OS_WIN
+    // Off Windows that compiler needs wine on the search path.
+    const QString wine = InProgramDir("wine");
+    WriteFile(wine);
+    QFile::setPermissions(wine, QFile::permissions(wine) | QFile::ExeOwner);
+    services.Env.Path = programDir.path();
+#endif
     state->LocalisationMode = true;
     Start();
     EXPECT_TRUE(form->CmdCompile->isEnabled());
     EXPECT_TRUE(form->MnuDateiView->isEnabled());
     EXPECT_TRUE(platform::Visible(form->CmdLocalise).value());
 }
+
+#ifndef Q_OS_WIN
+TEST_F(MainWindowTest, AWindowsCompilerWithoutWineLeavesTheCompileDisabled) {
+    WriteFile(InProgramDir("studiomdl.exe"));
+    Start();
+    EXPECT_FALSE(form->CmdCompile->isEnabled());
+}
+#endif
 
 TEST_F(MainWindowTest, SettingsAreReadWhateverTheirCapitalsAndWrittenOnceAtTheStop) {
     settings.Store().Set("STUDIOMDL", "/opt/hl/studiomdl.exe");
