@@ -135,7 +135,9 @@ private:
         host_.NewDocument();
     }
 
-    static bool FolderPasses(const std::string& folder) {
+    // A folder passes when it holds a file; the model's folder, into which
+    // the compiler only writes, when it is there at all.
+    static bool FolderPasses(const std::string& folder, FolderQuestion what) {
         const std::string path = paths::ToStyle(folder);
         if (!paths::IsAbsolute(path)) {
             return false;
@@ -143,6 +145,9 @@ private:
         const auto resolved = paths::Resolve(path);
         if (!resolved) {
             return false;
+        }
+        if (what == FolderQuestion::ModelName) {
+            return paths::FolderExists(*resolved);
         }
         std::error_code ec;
         for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end;
@@ -160,12 +165,12 @@ private:
     // it becomes that folder and asWritten keeps the script's text.
     bool CheckFolder(std::string& folder, Ids key, FolderQuestion what,
                      std::string* asWritten = nullptr) {
-        if (FolderPasses(folder)) {
+        if (FolderPasses(folder, what)) {
             return true;
         }
         if (!folder.empty() && !paths::IsAbsolute(paths::ToStyle(folder))) {
             std::string beside = FolderBeside(qcFolder_, folder);
-            if (FolderPasses(beside)) {
+            if (FolderPasses(beside, what)) {
                 if (asWritten != nullptr) {
                     *asWritten = folder;
                 }
@@ -280,8 +285,7 @@ private:
     void CloseInclude() {
         const IncludeRead read = *include_;
         include_.reset();
-        const bool inPlace = read.OnlyKept && block_ == BlockKind::None &&
-                             anchor_ == read.Anchor &&
+        const bool inPlace = read.OnlyKept && block_ == BlockKind::None && anchor_ == read.Anchor &&
                              anchor_->size() - read.AnchorSize == keptCount_ - read.Kept;
         if (inPlace) {
             anchor_->resize(read.AnchorSize);
@@ -711,7 +715,8 @@ private:
             group.Reverse[p] = 0;
         } else {
             // The blanks before reverse go, also those a quote kept in.
-            group.Parts[p] = std::string(Trim(NoQuotes(std::string_view(after).substr(0, reverse))));
+            group.Parts[p] =
+                std::string(Trim(NoQuotes(std::string_view(after).substr(0, reverse))));
             group.Reverse[p] = -1;
         }
         CheckPart(group.Parts[p]);
@@ -1006,7 +1011,8 @@ private:
             anchor_ = sequenceGroup_ > limits::LastSequenceGroup
                           ? &doc_.KeptAfterAnimations
                           : &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
-                                       [limits::LastWrittenAnimSlot].KeptAfter;
+                                       [limits::LastWrittenAnimSlot]
+                                           .KeptAfter;
         }
         seq_.Anim = anim;
         // Each slot is read once per load; start it from a fresh record, so
@@ -1439,11 +1445,11 @@ private:
             anim.BlendFile = NoQuotes(seq_.Files.front());
             file = 1;
         } else if (seq_.Blend) {
-            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(),
-                                seq_.BlendText.end());
+            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(), seq_.BlendText.end());
         }
-        anim.KeptFiles.assign(std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
-                              std::make_move_iterator(seq_.Files.end()));
+        anim.KeptFiles.assign(
+            std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
+            std::make_move_iterator(seq_.Files.end()));
         anim.KeptOptions = std::move(seq_.Options);
         if (!events_.empty()) {
             const int count = static_cast<int>(events_.size());
@@ -1468,7 +1474,7 @@ private:
 
     // What tells the findings.
     std::span<const std::string_view> lines_; // of the working file
-    std::size_t index_ = 0;               // of the line being read
+    std::size_t index_ = 0;                   // of the line being read
     std::vector<std::pair<std::size_t, LoadFinding>> noted_;
     std::set<std::pair<std::size_t, int>> notedKinds_;
     bool inComment_ = false;
@@ -1485,19 +1491,19 @@ private:
     // The sequence being read, across the lines of its braces.
     struct SequenceRead {
         AnimRec* Anim = nullptr;
-        bool KeepLines = false;  // its lines are kept as they stand
-        int Depth = 0;           // braces open
-        bool FileInside = false; // the first file stands inside the braces
-        bool Blend = false;      // the first blend option was read
+        bool KeepLines = false;             // its lines are kept as they stand
+        int Depth = 0;                      // braces open
+        bool FileInside = false;            // the first file stands inside the braces
+        bool Blend = false;                 // the first blend option was read
         std::vector<std::string> BlendText; // its tokens, as written
         std::string BlendAxis;
         f32 BlendMin = 0.0f;
         f32 BlendMax = 0.0f;
-        std::vector<std::string> Files; // further files, as written
+        std::vector<std::string> Files;   // further files, as written
         std::vector<std::string> Options; // kept options, each token as written
-        int Arguments = 0;              // still to come of the last kept option
-        std::size_t OptionStart = 0;    // where the last kept option begins in Options
-        std::size_t OptionLine = 0;     // the line of the last kept option or blend
+        int Arguments = 0;                // still to come of the last kept option
+        std::size_t OptionStart = 0;      // where the last kept option begins in Options
+        std::size_t OptionLine = 0;       // the line of the last kept option or blend
     };
     SequenceRead seq_;
     AnimRec spareAnim_;
@@ -1518,8 +1524,8 @@ private:
     // Texture directives, mapped once every body is read.
     struct RenderModeRead {
         std::string Texture;
-        std::string Mode;  // in upper case
-        std::size_t Kept;  // its line's place in KeptAfterTextures
+        std::string Mode; // in upper case
+        std::size_t Kept; // its line's place in KeptAfterTextures
     };
     std::vector<RenderModeRead> renderModes_;
     struct TextureRowRead {
