@@ -311,9 +311,8 @@ TEST(QcReader, ATextureGroupMapsOntoTheTexturesOfEveryPartOrStaysAsItStands) {
     bare.Load(bare.Paths() + "$texturegroup skins\n{\n{ \"a.bmp\" }\n{ \"x.bmp\" }\n}\n"
                              "$body plain \"plain\"\n");
     EXPECT_EQ(bare.Doc->TextureCount, 0);
-    EXPECT_NE(
-        bare.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
-        std::string::npos);
+    EXPECT_NE(bare.Written().find("$texturegroup skins\r\n{\r\n{ \"a.bmp\" }\r\n{ \"x.bmp\" }\r\n}"),
+              std::string::npos);
 }
 
 TEST(QcReader, APartFileThatIsGoneWhenTexturesAreScannedIsReported) {

@@ -285,7 +285,8 @@ private:
     void CloseInclude() {
         const IncludeRead read = *include_;
         include_.reset();
-        const bool inPlace = read.OnlyKept && block_ == BlockKind::None && anchor_ == read.Anchor &&
+        const bool inPlace = read.OnlyKept && block_ == BlockKind::None &&
+                             anchor_ == read.Anchor &&
                              anchor_->size() - read.AnchorSize == keptCount_ - read.Kept;
         if (inPlace) {
             anchor_->resize(read.AnchorSize);
@@ -715,8 +716,7 @@ private:
             group.Reverse[p] = 0;
         } else {
             // The blanks before reverse go, also those a quote kept in.
-            group.Parts[p] =
-                std::string(Trim(NoQuotes(std::string_view(after).substr(0, reverse))));
+            group.Parts[p] = std::string(Trim(NoQuotes(std::string_view(after).substr(0, reverse))));
             group.Reverse[p] = -1;
         }
         CheckPart(group.Parts[p]);
@@ -1011,8 +1011,7 @@ private:
             anchor_ = sequenceGroup_ > limits::LastSequenceGroup
                           ? &doc_.KeptAfterAnimations
                           : &doc_.Anims[static_cast<std::size_t>(sequenceGroup_)]
-                                       [limits::LastWrittenAnimSlot]
-                                           .KeptAfter;
+                                       [limits::LastWrittenAnimSlot].KeptAfter;
         }
         seq_.Anim = anim;
         // Each slot is read once per load; start it from a fresh record, so
@@ -1445,11 +1444,11 @@ private:
             anim.BlendFile = NoQuotes(seq_.Files.front());
             file = 1;
         } else if (seq_.Blend) {
-            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(), seq_.BlendText.end());
+            seq_.Options.insert(seq_.Options.begin(), seq_.BlendText.begin(),
+                                seq_.BlendText.end());
         }
-        anim.KeptFiles.assign(
-            std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
-            std::make_move_iterator(seq_.Files.end()));
+        anim.KeptFiles.assign(std::make_move_iterator(seq_.Files.begin() + static_cast<std::ptrdiff_t>(file)),
+                              std::make_move_iterator(seq_.Files.end()));
         anim.KeptOptions = std::move(seq_.Options);
         if (!events_.empty()) {
             const int count = static_cast<int>(events_.size());
@@ -1474,7 +1473,7 @@ private:
 
     // What tells the findings.
     std::span<const std::string_view> lines_; // of the working file
-    std::size_t index_ = 0;                   // of the line being read
+    std::size_t index_ = 0;               // of the line being read
     std::vector<std::pair<std::size_t, LoadFinding>> noted_;
     std::set<std::pair<std::size_t, int>> notedKinds_;
     bool inComment_ = false;
@@ -1491,19 +1490,19 @@ private:
     // The sequence being read, across the lines of its braces.
     struct SequenceRead {
         AnimRec* Anim = nullptr;
-        bool KeepLines = false;             // its lines are kept as they stand
-        int Depth = 0;                      // braces open
-        bool FileInside = false;            // the first file stands inside the braces
-        bool Blend = false;                 // the first blend option was read
+        bool KeepLines = false;  // its lines are kept as they stand
+        int Depth = 0;           // braces open
+        bool FileInside = false; // the first file stands inside the braces
+        bool Blend = false;      // the first blend option was read
         std::vector<std::string> BlendText; // its tokens, as written
         std::string BlendAxis;
         f32 BlendMin = 0.0f;
         f32 BlendMax = 0.0f;
-        std::vector<std::string> Files;   // further files, as written
+        std::vector<std::string> Files; // further files, as written
         std::vector<std::string> Options; // kept options, each token as written
-        int Arguments = 0;                // still to come of the last kept option
-        std::size_t OptionStart = 0;      // where the last kept option begins in Options
-        std::size_t OptionLine = 0;       // the line of the last kept option or blend
+        int Arguments = 0;              // still to come of the last kept option
+        std::size_t OptionStart = 0;    // where the last kept option begins in Options
+        std::size_t OptionLine = 0;     // the line of the last kept option or blend
     };
     SequenceRead seq_;
     AnimRec spareAnim_;
@@ -1524,8 +1523,8 @@ private:
     // Texture directives, mapped once every body is read.
     struct RenderModeRead {
         std::string Texture;
-        std::string Mode; // in upper case
-        std::size_t Kept; // its line's place in KeptAfterTextures
+        std::string Mode;  // in upper case
+        std::size_t Kept;  // its line's place in KeptAfterTextures
     };
     std::vector<RenderModeRead> renderModes_;
     struct TextureRowRead {

@@ -346,8 +346,8 @@ private:
     // behind every group.
     void GroupStart(int g, bool slotZeroUsed) {
         const std::string& name = doc_.SequenceGroupNames[Index(g)];
-        if (g > 0 &&
-            (slotZeroUsed || !name.empty() || KeepsLines(g) || !doc_.KeptAfterAnimations.empty())) {
+        if (g > 0 && (slotZeroUsed || !name.empty() || KeepsLines(g) ||
+                      !doc_.KeptAfterAnimations.empty())) {
             Line();
             Line("$sequencegroup " + (name.empty() ? "seqgroup" + IntToText(g) : name));
         }
