@@ -11,8 +11,8 @@
 // Exit status: 1 when the checks found an error, 0 when not, 2 for a usage
 // error or a script or language file that cannot be read.
 #include "Commands.h"
+#include "DialogRows.h"
 #include "LoadScript.h"
-#include "Texts.h"
 #include "compile/CheckModelData.h"
 
 #include <cstdio>
@@ -61,16 +61,8 @@ int RunCheck(const Args& args) {
         return 2;
     }
 
-    compile::CheckInput input;
-    input.StudioMdlPath = studioMdl ? &*studioMdl : nullptr;
-    input.AnimationRows = loaded.AnimationRows;
-    input.Texts = &texts;
-    input.AppendIdleLine = false;
-    input.Messages = &messages;
-    const compile::CheckResult result = compile::CheckModelData(*loaded.Doc, input);
-    for (const compile::CheckRow& row : result.Rows) {
-        PrintRow(row.Text, row.Kind);
-    }
+    const compile::CheckResult result =
+        PrintChecks(loaded, studioMdl ? &*studioMdl : nullptr, texts, messages);
     return result.ErrorCount > 0 ? 1 : 0;
 }
 

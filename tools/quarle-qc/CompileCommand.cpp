@@ -14,8 +14,8 @@
 // checks stopped it, 2 for a usage error or a script or language file that
 // cannot be read.
 #include "Commands.h"
+#include "DialogRows.h"
 #include "LoadScript.h"
-#include "Texts.h"
 #include "compile/CheckModelData.h"
 #include "compile/CompileRun.h"
 #include "document/Paths.h"
@@ -124,16 +124,7 @@ int RunCompile(const Args& args) {
     }
     const Document& doc = *loaded.Doc;
 
-    compile::CheckInput input;
-    input.StudioMdlPath = &studioMdl;
-    input.AnimationRows = loaded.AnimationRows;
-    input.Texts = &texts;
-    input.AppendIdleLine = false;
-    input.Messages = &messages;
-    const compile::CheckResult checks = compile::CheckModelData(*loaded.Doc, input);
-    for (const compile::CheckRow& row : checks.Rows) {
-        PrintRow(row.Text, row.Kind);
-    }
+    const compile::CheckResult checks = PrintChecks(loaded, &studioMdl, texts, messages);
 
     compile::RunOutcome outcome;
     outcome.CheckErrors = checks.ErrorCount;

@@ -20,34 +20,40 @@ using test::Items;
 using test::Pick;
 using test::ReadFile;
 
-class EndToEnd : public test::MainWindowFixture {};
+class EndToEnd : public test::MainWindowFixture {
+protected:
+    // The sample mesh and animation into a folder, with the bitmaps of the
+    // mesh as the compiler takes them: 8 bits with a palette, so the checks
+    // ahead of the compile find nothing to refuse. Then the stand-in
+    // compiler and a viewer on the search path, as a new user's would be.
+    void ModelFilesAndTools(const QDir& folder) {
+        for (const char* smd : {"ref.smd", "run.smd"}) {
+            ASSERT_TRUE(QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd,
+                                    folder.filePath(smd)));
+        }
+        for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
+            QImage image(16, 16, QImage::Format_Indexed8);
+            image.setColorCount(256);
+            image.fill(0);
+            ASSERT_TRUE(image.save(folder.filePath(bitmap), "BMP"));
+        }
+        test::WriteFile(viewer);
+        QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
+        ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
+        services.Env.Path = programDir.path();
+    }
+
+    const QString viewer = InProgramDir("hlmv");
+};
 
 TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
-    for (const char* smd : {"ref.smd", "run.smd"}) {
-        ASSERT_TRUE(
-            QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd, InModels(smd)));
-    }
-    // The bitmaps of the reference, as the compiler takes them: 8 bits with
-    // a palette, so the checks ahead of the compile find nothing to refuse.
-    for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
-        QImage image(16, 16, QImage::Format_Indexed8);
-        image.setColorCount(256);
-        image.fill(0);
-        ASSERT_TRUE(image.save(InModels(bitmap), "BMP"));
-    }
+    ModelFilesAndTools(QDir(models.path()));
     test::WriteFile(InModels("start.qc"),
                     "// written by hand\r\n$modelname \"start.mdl\"\r\n$cd \"" +
                         models.path().toUtf8() + "\"\r\n$cdtexture \"" + models.path().toUtf8() +
                         "\"\r\n$body body \"ref\"\r\n"
                         "$texrendermode \"Arm.bmp\" masked\r\n"
                         "$sequence \"run\" \"run\" fps 30 loop ACT_RUN 1\r\n");
-    // A fresh store: the stand-in compiler and a viewer are found on the
-    // search path, as a new user's would be.
-    const QString viewer = InProgramDir("hlmv");
-    test::WriteFile(viewer);
-    QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
-    ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
-    services.Env.Path = programDir.path();
     UseShippedLanguages();
     Start();
     ASSERT_EQ(Text(IDS_SAVEAS), "Speichern unter");
@@ -141,26 +147,11 @@ TEST_F(EndToEnd, ARelativeScriptCompilesWhereItsPathsPoint) {
     const QDir source(InModels("src"));
     ASSERT_TRUE(QDir().mkpath(source.filePath("meshes")));
     ASSERT_TRUE(QDir().mkpath(source.filePath("out")));
-    test::WriteFile(source.filePath("out/readme.txt"), "models go here");
-    for (const char* smd : {"ref.smd", "run.smd"}) {
-        ASSERT_TRUE(QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd,
-                                source.filePath(QStringLiteral("meshes/") + smd)));
-    }
-    for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
-        QImage image(16, 16, QImage::Format_Indexed8);
-        image.setColorCount(256);
-        image.fill(0);
-        ASSERT_TRUE(image.save(source.filePath(QStringLiteral("meshes/") + bitmap), "BMP"));
-    }
+    ModelFilesAndTools(QDir(source.filePath("meshes")));
     const QString qc = source.filePath("robot.qc");
     test::WriteFile(qc, "$modelname \"out/robot.mdl\"\r\n$cd \"meshes\"\r\n"
                         "$cdtexture \"meshes\"\r\n$body body \"ref\"\r\n"
                         "$sequence \"run\" \"run\" fps 30 loop ACT_RUN 1\r\n");
-    const QString viewer = InProgramDir("hlmv");
-    test::WriteFile(viewer);
-    QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
-    ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
-    services.Env.Path = programDir.path();
     Start();
 
     QTemporaryDir elsewhere;

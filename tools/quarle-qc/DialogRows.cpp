@@ -1,4 +1,4 @@
-#include "Texts.h"
+#include "DialogRows.h"
 
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
@@ -77,6 +77,21 @@ void PrintRow(const std::string& text, compile::RowKind kind) {
                          : kind == compile::RowKind::Warning ? "warning: "
                                                              : "";
     std::printf("%s%s\n", prefix, text.c_str());
+}
+
+compile::CheckResult PrintChecks(const LoadedScript& loaded, const std::string* studioMdl,
+                                 const compile::IdsTextTable& texts, const MessageTexts& messages) {
+    compile::CheckInput input;
+    input.StudioMdlPath = studioMdl;
+    input.AnimationRows = loaded.AnimationRows;
+    input.Texts = &texts;
+    input.AppendIdleLine = false;
+    input.Messages = &messages;
+    compile::CheckResult result = compile::CheckModelData(*loaded.Doc, input);
+    for (const compile::CheckRow& row : result.Rows) {
+        PrintRow(row.Text, row.Kind);
+    }
+    return result;
 }
 
 } // namespace quarle::qc
