@@ -220,6 +220,9 @@ std::optional<QString> Caption(const QObject* control) {
     }
     switch (kind) {
     case ControlKind::Form:
+        if (const QVariant caption = control->property(FormCaptionProperty); caption.isValid()) {
+            return caption.toString();
+        }
         return qobject_cast<const QWidget*>(control)->windowTitle();
     case ControlKind::Menu:
     case ControlKind::MenuEntry:
@@ -257,7 +260,11 @@ bool SetCaption(QObject* control, const QString& text) {
     }
     switch (kind) {
     case ControlKind::Form:
-        qobject_cast<QWidget*>(control)->setWindowTitle(text);
+        if (control->property(FormCaptionProperty).isValid()) {
+            control->setProperty(FormCaptionProperty, text);
+        } else {
+            qobject_cast<QWidget*>(control)->setWindowTitle(text);
+        }
         return true;
     case ControlKind::Menu:
         if (auto* menu = qobject_cast<QMenu*>(control)) {

@@ -17,7 +17,9 @@
 //   timer (QTimer) and other plain objects   no       no           no
 //   the form itself (a window)               yes      no           yes
 //
-// A form's Caption is its window title. A tab control's Caption is the text
+// A form's Caption is its window title, or, for a form whose title bar shows
+// more than its caption (the main window adds the script's name), the
+// dynamic property FormCaptionProperty, which the form then keeps and shows. A tab control's Caption is the text
 // of the page showing; TabCaption(i) is each page's. A QLabel is a picture
 // box when it is marked as one (SetControlKind), when its name starts with
 // "Pic" or "Image", or when it holds a pixmap; otherwise it is a label.
@@ -90,6 +92,7 @@ QList<ControlInfo> ControlsOf(const QWidget* form);
 // A control by name and index, or nullptr.
 QObject* FindControl(const QWidget* form, const QString& name, int index = -1);
 
+inline constexpr const char* FormCaptionProperty = "Caption";
 std::optional<QString> Caption(const QObject* control);
 bool SetCaption(QObject* control, const QString& text);
 std::optional<QString> ToolTipText(const QObject* control);

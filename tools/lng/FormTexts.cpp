@@ -53,6 +53,10 @@ public:
         Refused(QStringLiteral("a file dialog: ") + title);
         return std::nullopt;
     }
+    std::optional<QString> ShowFolder(const QString& title, const QString&) override {
+        Refused(QStringLiteral("a folder chooser: ") + title);
+        return std::nullopt;
+    }
     bool StartProgram(const QString& program, const QStringList&) override {
         Refused(QStringLiteral("a program start: ") + program);
         return false;

@@ -44,6 +44,8 @@ public:
 
     // ---- Handlers
     void CmdPlay_Click();
+    // The button's caption and icon after a change of its state.
+    void ShowPlayState(bool playing);
     void SldFrame_Change();
     void CmdFrameModel_Click();
     // Reads the document again and draws the frame due now.
@@ -87,6 +89,8 @@ private:
     int frame_ = 0;
     QElapsedTimer clock_;
     bool framed_ = false;
+    bool frameDue_ = false;
+    QString playCaption_;
 };
 
 } // namespace quarle::ui

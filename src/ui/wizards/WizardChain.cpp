@@ -238,7 +238,8 @@ QStringList SmdFilesOf(const QString& folder) {
         return {};
     }
     QStringList names;
-    for (const std::string& name : paths::ListFiles(platform::ToCp1252Marked(folder), ".smd")) {
+    for (const std::string& name :
+         paths::ListFilesBelow(platform::ToCp1252Marked(folder), ".smd")) {
         names.append(platform::FromCp1252(name));
     }
     return names;
