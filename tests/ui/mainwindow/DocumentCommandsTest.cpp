@@ -231,6 +231,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     // The folder the window knows is not the script's: the load brings it.
     Doc().ModelPath.clear();
     form->Update();
+    form->MarkSaved();
     form->LstAnimations->addItem("left over");
     form->TxtAnimNr->setText("1");
     const QString qc = InModels("robot.qc");
