@@ -218,11 +218,11 @@ std::optional<QString> Caption(const QObject* control) {
     if (!HasCaption(kind)) {
         return std::nullopt;
     }
+    if (const QVariant caption = control->property(CaptionProperty); caption.isValid()) {
+        return caption.toString();
+    }
     switch (kind) {
     case ControlKind::Form:
-        if (const QVariant caption = control->property(FormCaptionProperty); caption.isValid()) {
-            return caption.toString();
-        }
         return qobject_cast<const QWidget*>(control)->windowTitle();
     case ControlKind::Menu:
     case ControlKind::MenuEntry:
@@ -258,13 +258,13 @@ bool SetCaption(QObject* control, const QString& text) {
     if (!HasCaption(kind)) {
         return false;
     }
+    if (control->property(CaptionProperty).isValid()) {
+        control->setProperty(CaptionProperty, text);
+        return true;
+    }
     switch (kind) {
     case ControlKind::Form:
-        if (control->property(FormCaptionProperty).isValid()) {
-            control->setProperty(FormCaptionProperty, text);
-        } else {
-            qobject_cast<QWidget*>(control)->setWindowTitle(text);
-        }
+        qobject_cast<QWidget*>(control)->setWindowTitle(text);
         return true;
     case ControlKind::Menu:
         if (auto* menu = qobject_cast<QMenu*>(control)) {

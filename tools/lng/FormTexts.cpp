@@ -117,7 +117,8 @@ QStringList DumpLines(SilentServices& services) {
                          qPrintable(form->objectName()));
             services.Asked = true;
         }
-        lines << QStringList{name, QStringLiteral("Titel"), Escaped(form->windowTitle()),
+        lines << QStringList{name, QStringLiteral("Titel"),
+                             Escaped(platform::Caption(form.get()).value_or(QString())),
                              NotAvailable}
                      .join(QLatin1Char('\t'));
         for (const platform::ControlInfo& control : platform::ControlsOf(form.get())) {

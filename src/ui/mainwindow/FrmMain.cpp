@@ -3,12 +3,12 @@
 // recent files and the two path fields.
 #include "ui/mainwindow/FrmMain.h"
 
+#include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Twips.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
-#include "document/Paths.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
@@ -221,8 +221,8 @@ void FrmMain::ShowRecentFiles() {
 
 std::optional<QString> FrmMain::PickFolder(const QString& title, const QString& current) {
     // The chooser opens at the folder in use, else near the script.
-    const QString start = !current.isEmpty() && QFileInfo(current).isDir() ? current
-                                                                           : DialogFolder();
+    const QString start =
+        !current.isEmpty() && QFileInfo(current).isDir() ? current : DialogFolder();
     const std::optional<QString> folder = services_.ShowFolder(title, start);
     if (!folder || folder->isEmpty()) {
         return std::nullopt;
@@ -282,8 +282,8 @@ void FrmMain::TxtPath_Commit(QLineEdit* field) {
     const QFileInfo info(typed);
     if (!typed.isEmpty() && info.isDir()) {
         QString folder = QDir::toNativeSeparators(QDir::cleanPath(info.absoluteFilePath()));
-        if (folder.size() > 1 && (folder.endsWith(QLatin1Char('/')) ||
-                                  folder.endsWith(QLatin1Char('\\')))) {
+        if (folder.size() > 1 &&
+            (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
             folder.chop(1);
         }
         field->setModified(false);
@@ -302,8 +302,8 @@ void FrmMain::ShowTextureFolderNote() {
     // A folder without bitmaps can be chosen (they may come later); the
     // field says that it holds none yet.
     const std::string& folder = state_.Doc.TexturePath;
-    const bool empty = !folder.empty() && paths::FolderExists(folder) &&
-                       paths::ListFiles(folder, ".bmp").empty();
+    const bool empty =
+        !folder.empty() && paths::FolderExists(folder) && paths::ListFiles(folder, ".bmp").empty();
     if (TxtTexturepathNote == nullptr) {
         TxtTexturepathNote = new QAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
                                          QString(), TxtTexturepath);
@@ -331,7 +331,8 @@ void FrmMain::TxtModelpath_Change() {
 }
 
 void FrmMain::TxtModelpath_KeyPress(int keyAscii) {
-    if (keyAscii == 13 && !TxtModelpath->text().isEmpty()) {
+    // A folder being typed is taken by TxtPath_Commit right after.
+    if (keyAscii == 13 && !TxtModelpath->isModified() && !TxtModelpath->text().isEmpty()) {
         SetFileListPath(TxtModelpath->text());
     }
 }
@@ -375,7 +376,8 @@ void FrmMain::ConnectShell() {
     connect(CmdBrowseModel, &QPushButton::clicked, this, &FrmMain::CmdBrowseModel_Click);
     connect(TxtModelpath, &QLineEdit::textChanged, this, &FrmMain::TxtModelpath_Change);
     connect(TxtModelpath, &QLineEdit::returnPressed, this, [this] { TxtModelpath_KeyPress(13); });
-    connect(TxtModelpath, &QLineEdit::editingFinished, this, [this] { TxtPath_Commit(TxtModelpath); });
+    connect(TxtModelpath, &QLineEdit::editingFinished, this,
+            [this] { TxtPath_Commit(TxtModelpath); });
     connect(TxtTexturepath, &QLineEdit::editingFinished, this,
             [this] { TxtPath_Commit(TxtTexturepath); });
     connect(MnuDateiNeu, &QAction::triggered, this, &FrmMain::MnuDateiNeu_Click);

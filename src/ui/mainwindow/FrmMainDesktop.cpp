@@ -65,7 +65,7 @@ bool MayChangeDocument(QEvent::Type type) {
 } // namespace
 
 void FrmMain::ConnectDesktop() {
-    setProperty(platform::FormCaptionProperty, windowTitle());
+    setProperty(platform::CaptionProperty, windowTitle());
     setAcceptDrops(true);
     titleCheck_ = new QTimer(this);
     titleCheck_->setSingleShot(true);
@@ -103,7 +103,7 @@ QString FrmMain::ScriptTitle() const {
 void FrmMain::ShowTitle() {
     const QString title = ScriptTitle() + (DocumentChanged() ? QStringLiteral("*") : QString()) +
                           QStringLiteral(" \u2014 ") +
-                          property(platform::FormCaptionProperty).toString();
+                          property(platform::CaptionProperty).toString();
     if (windowTitle() != title) {
         setWindowTitle(title);
     }
@@ -115,7 +115,7 @@ bool FrmMain::SaveChangesFirst() {
     }
     const platform::Answer answer = services_.MsgBox(
         MessageText(state_, MSG_UNSAVED_CHANGES, {ScriptTitle()}), platform::Buttons::YesNoCancel,
-        platform::Icon::Exclamation, property(platform::FormCaptionProperty).toString());
+        platform::Icon::Exclamation, property(platform::CaptionProperty).toString());
     switch (answer) {
     case platform::Answer::Yes:
         // A cancelled save dialog or a failed write keeps the document.
@@ -203,7 +203,7 @@ bool FrmMain::event(QEvent* event) {
     // The language's caption (through reflection) is shown behind the name.
     if (event->type() == QEvent::DynamicPropertyChange &&
         static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() ==
-            platform::FormCaptionProperty) {
+            platform::CaptionProperty) {
         ShowTitle();
     }
     return QMainWindow::event(event);

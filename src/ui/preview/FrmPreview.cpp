@@ -7,6 +7,7 @@
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/preview/PreviewView.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -84,6 +85,10 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     // Icon and caption say what a click does: "play" while the animation
     // holds, "pause" while it plays (the button is pressed then).
     CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
+    // The caption of the language file is the "play"; the button shows
+    // "pause" in its place while it plays.
+    CmdPlay->setProperty(platform::CaptionProperty, CmdPlay->text());
+    CmdPlay->installEventFilter(this);
     CmdPlay->setCheckable(true);
     CmdPlay->setAutoDefault(false);
     SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
@@ -127,21 +132,23 @@ FrmPreview::~FrmPreview() = default;
 
 void FrmPreview::Form_Load() {
     LoadLanguage();
-    playCaption_ = CmdPlay->text();
     CmdPlay->setChecked(true);
     clock_.start();
     TmrTick_Timer();
     TmrTick->start();
 }
 
-void FrmPreview::ShowPlayState(bool playing) {
-    if (playing) {
-        // The caption of the language file is the one for "play".
-        playCaption_ = CmdPlay->text();
-        CmdPlay->setText(MessageText(state_, MSG_PREVIEW_PAUSE));
-    } else {
-        CmdPlay->setText(playCaption_);
+bool FrmPreview::eventFilter(QObject* watched, QEvent* event) {
+    // A new caption from the language file or its editor.
+    if (watched == CmdPlay && event->type() == QEvent::DynamicPropertyChange) {
+        ShowPlayState(CmdPlay->isChecked());
     }
+    return LocalisedDialog::eventFilter(watched, event);
+}
+
+void FrmPreview::ShowPlayState(bool playing) {
+    CmdPlay->setText(playing ? MessageText(state_, MSG_PREVIEW_PAUSE)
+                             : CmdPlay->property(platform::CaptionProperty).toString());
     CmdPlay->setIcon(
         style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
 }

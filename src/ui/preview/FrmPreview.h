@@ -54,6 +54,9 @@ public:
     // The frame of the animation on show.
     int ShownFrame() const { return frame_; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void Form_Load();
     // What the mesh is built from (the part files, their times, the
@@ -90,7 +93,6 @@ private:
     QElapsedTimer clock_;
     bool framed_ = false;
     bool frameDue_ = false;
-    QString playCaption_;
 };
 
 } // namespace quarle::ui

@@ -14,7 +14,19 @@
 namespace quarle::test {
 namespace {
 
-class FrmPreviewTest : public MainWindowFixture {};
+class FrmPreviewTest : public MainWindowFixture {
+protected:
+    // Shows the window's document with one animation of group 0 listed,
+    // and opens the preview on it.
+    ui::FrmPreview* OpenPreview(const char* name, const char* file) {
+        Doc().Anims[0][0].Name = name;
+        Doc().Anims[0][0].SmdFile = file;
+        form->Update();
+        form->TxtAnimNr_Change();
+        form->MnuDateiPreview->trigger();
+        return form->OpenFrmPreview();
+    }
+};
 
 MATCHER_P3(IsPoint, x, y, z, "") {
     return std::abs(arg[0] - x) < 1e-3f && std::abs(arg[1] - y) < 1e-3f &&
@@ -33,13 +45,7 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     doc.EyeZ = 50.0f;
     doc.Attachments[1] = {1, 0.0f, 0.0f, 2.0f};
     doc.AttachmentBones[1] = "bip01 head"; // bones are matched whatever their case
-    doc.Anims[0][0].Name = "Idle";
-    doc.Anims[0][0].SmdFile = "idle";
-    form->Update();
-    form->TxtAnimNr_Change();
-
-    form->MnuDateiPreview->trigger();
-    ui::FrmPreview* preview = form->OpenFrmPreview();
+    ui::FrmPreview* preview = OpenPreview("Idle", "idle");
     ASSERT_NE(preview, nullptr);
     ui::PreviewView* view = preview->PicView;
     preview->TmrTick_Timer();
@@ -109,12 +115,7 @@ TEST_F(FrmPreviewTest, FramingCentresTheShownPartsAndFillsTheView) {
               "time 0\r\n0 0 0 36 0 0 0\r\n1 0 0 8 0 0 0\r\n2 0 0 12 0 0 0\r\n"
               "time 1\r\n0 150 40 6 0 1.5708 0\r\n1 0 0 8 0 0 0\r\n2 0 0 12 0 0 0\r\n"
               "end\r\n");
-    doc.Anims[0][0].Name = "Fall";
-    doc.Anims[0][0].SmdFile = "fall";
-    form->Update();
-    form->TxtAnimNr_Change();
-    form->MnuDateiPreview->trigger();
-    ui::FrmPreview* preview = form->OpenFrmPreview();
+    ui::FrmPreview* preview = OpenPreview("Fall", "fall");
     ASSERT_NE(preview, nullptr);
     ui::PreviewView* view = preview->PicView;
     Click(form->LstAnimations, 0);
@@ -134,16 +135,20 @@ TEST_F(FrmPreviewTest, FramingCentresTheShownPartsAndFillsTheView) {
             bottom = std::max(bottom, at->y());
         }
         SCOPED_TRACE(QStringLiteral("%1x%2: %3..%4, %5..%6")
-                         .arg(size.width()).arg(size.height())
-                         .arg(left).arg(right).arg(top).arg(bottom).toStdString());
+                         .arg(size.width())
+                         .arg(size.height())
+                         .arg(left)
+                         .arg(right)
+                         .arg(top)
+                         .arg(bottom)
+                         .toStdString());
         EXPECT_GE(left, 0.0);
         EXPECT_LE(right, size.width());
         EXPECT_GE(top, 0.0);
         EXPECT_LE(bottom, size.height());
         EXPECT_NEAR((left + right) / 2, size.width() / 2.0, size.width() * 0.02);
         EXPECT_NEAR((top + bottom) / 2, size.height() / 2.0, size.height() * 0.02);
-        const double fill =
-            std::max((right - left) / size.width(), (bottom - top) / size.height());
+        const double fill = std::max((right - left) / size.width(), (bottom - top) / size.height());
         EXPECT_NEAR(fill, 0.8, 0.03);
     }
 }
