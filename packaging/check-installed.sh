@@ -40,7 +40,7 @@ system=/usr/share/mime/packages/freedesktop.org.xml
 if grep -q "type=\"$type\"" "$system"; then echo "shared-mime-info defines $type already"; exit 1; fi
 mkdir -p "$work/mime/packages"
 cp "$system" "$package" "$work/mime/packages/"
-update-mime-database "$work/mime"
+XDG_DATA_HOME="$work" update-mime-database "$work/mime"
 for glob in '*.qc' '*.qci'; do
     owners=$(awk -F: -v g="$glob" '$3 == g { print $2 }' "$work/mime/globs2" | sort -u)
     [ "$owners" = "$type" ] || { echo "$glob belongs to: ${owners:-nothing}, not only $type"; exit 1; }
