@@ -25,10 +25,10 @@ namespace quarle::ui {
 QString DefaultStudioMdlPath(const QString& programFolder);
 QString DefaultModelViewerPath(const QString& programFolder);
 QString DefaultTextEditorPath();
-inline constexpr const char* DefaultLanguage = "deutsch.lng";
 inline constexpr const char* EmptyRecentFile = "...";
 
-// Reads the tools and the language, and fills in the defaults of empty ones.
+// Reads the tools and the language, and fills in the defaults of empty ones
+// (the language of a first start follows env.Language).
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       const platform::HostEnvironment& env, ToolSettings& settings);
 
