@@ -201,7 +201,9 @@ private:
         host_.NewDocument();
     }
 
-    static bool FolderPasses(const std::string& folder) {
+    // A folder passes when it holds a file; the model's folder, into which
+    // the compiler only writes, when it is there at all.
+    static bool FolderPasses(const std::string& folder, FolderQuestion what) {
         const std::string path = paths::ToStyle(folder);
         if (!paths::IsAbsolute(path)) {
             return false;
@@ -209,6 +211,9 @@ private:
         const auto resolved = paths::Resolve(path);
         if (!resolved) {
             return false;
+        }
+        if (what == FolderQuestion::ModelName) {
+            return paths::FolderExists(*resolved);
         }
         std::error_code ec;
         for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end;
@@ -228,12 +233,12 @@ private:
     // is what the user answered.
     bool CheckFolder(std::string& folder, Ids key, FolderQuestion what, std::string& read) {
         read = folder;
-        if (FolderPasses(folder)) {
+        if (FolderPasses(folder, what)) {
             return true;
         }
         if (!folder.empty() && !paths::IsAbsolute(paths::ToStyle(folder))) {
             std::string beside = FolderBeside(qcFolder_, folder);
-            if (FolderPasses(beside)) {
+            if (FolderPasses(beside, what)) {
                 folder = std::move(beside);
                 read = folder;
                 return true;
