@@ -44,6 +44,36 @@ TEST(LoadFindings, EachKindNamesItsPlaceAndTheHeadWhatASaveChanges) {
               "A save of this script changes nothing the compiler reads, but for what you change.");
 }
 
+// The first line the compiler refuses (and so builds no model) is named;
+// it stays as it stands. Each row was checked once against the compiler.
+TEST(LoadFindings, TheFirstLineTheCompilerRefusesIsNamed) {
+    const struct {
+        std::string script; // behind the folders of the test's model (lines 1 and 2)
+        int line;           // 0: none
+    } rows[] = {
+        {"$body head head\n$sequence walk walk fps 30 ; a note\n", 0},
+        {"$body head head\n$Scale 2\n$cd m\n", 4},
+        {"$body head head\n$cd m\n", 4},
+        {"$sequence walk walk fps 30 // a note\n", 3},
+        {"$sequence walk walk }\n$sequence idle walk {\n", 3},
+        {"$sequence walk walk {\n", 3},
+        {"$body head head\n$texrendermode a.bmp MASKED\n", 4},
+        {"$texturegroup t\n{\n}\n$body head head\n", 3},
+        {"junk // a note\n", 3},
+    };
+    for (const auto& row : rows) {
+        Model m;
+        ASSERT_EQ(m.Load(m.Paths() + row.script), ReadOutcome::Loaded) << row.script;
+        std::vector<int> lines;
+        for (const LoadFinding& f : m.Findings) {
+            EXPECT_EQ(f.Kind, FindingKind::CompilerRefuses) << row.script;
+            lines.push_back(f.Line);
+        }
+        EXPECT_EQ(lines, row.line == 0 ? std::vector<int>{} : std::vector<int>{row.line})
+            << row.script;
+    }
+}
+
 TEST(LoadFindings, AFileThatIsNoScriptIsRefusedForWhatItLooksLike) {
     const struct {
         std::string bytes;

@@ -55,9 +55,11 @@ TEST(QcReader, AFolderThatIsNotThereIsAskedForAndTheAnswerSaved) {
     EXPECT_EQ(l.Doc->ModelPath, l.M());
     // The second $cd, which the compiler refuses, stays as it stands.
     EXPECT_EQ(l.Written(), "$cd \"" + l.M() + "\"\n$cd .\n");
-    ASSERT_EQ(l.Findings.size(), 1u);
+    ASSERT_EQ(l.Findings.size(), 2u);
     EXPECT_EQ(l.Findings[0].Kind, FindingKind::PathAnswered);
     EXPECT_EQ(l.Findings[0].Line, 1);
+    EXPECT_EQ(l.Findings[1].Kind, FindingKind::CompilerRefuses);
+    EXPECT_EQ(l.Findings[1].Line, 2);
 }
 
 TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {

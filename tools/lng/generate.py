@@ -569,6 +569,8 @@ GERMAN_MESSAGES = {
     "MSG_FINDING_MORE_THAN_TEN_TEXTURES": "Die Teile haben mehr als zehn Texturen: die "
                                           "Texturdialoge zeigen die ersten zehn, und die Zeilen der "
                                           "übrigen bleiben, wie sie stehen",
+    "MSG_FINDING_COMPILER_REFUSES": "Der Modell-Compiler lehnt das Skript an dieser Zeile ab und "
+                                    "baut kein Modell; die Zeile bleibt, wie sie steht",
     "MSG_FINDING_PLACE": "%1, Zeile %2: %3",
     "MSG_FINDINGS_SAME_MODEL": "Das Speichern dieses Skripts ändert nichts, was der Compiler liest, "
                                "außer dem, was du änderst.",

@@ -251,6 +251,10 @@ bool ScriptCursor::Other(TokenStatus status, bool crossLine) {
         switch (status) {
         case TokenStatus::Ok:
         case TokenStatus::TokenTooLong: {
+            if (status == TokenStatus::TokenTooLong) {
+                stops_ = true;
+                Refused();
+            }
             const ScriptToken& t = tokens_.Token();
             if (t.Quoted) {
                 QuoteEnds(t);
@@ -275,6 +279,7 @@ bool ScriptCursor::Other(TokenStatus status, bool crossLine) {
             return false;
         case TokenStatus::LineIncomplete:
             stops_ = true;
+            Refused();
             if (!crossLine) {
                 return false;
             }

@@ -81,6 +81,11 @@ public:
     // the end of its text), a token wanted on a line that had none, an
     // include it cannot read.
     bool CompilerStops() const { return stops_; }
+    // The first place where the compiler refuses the script outright: a
+    // line that ended before a token it wanted, a token too long (the
+    // source and line; -1 for none).
+    int RefusedSource() const { return refusedSource_; }
+    int RefusedLine() const { return refusedLine_; }
 
     const ScriptToken& Token() const { return tokens_.Token(); }
     // The token's text as it stands in its source, which is held as long as
@@ -128,6 +133,14 @@ private:
     IncludeFailed failed_;
     bool end_ = false;
     bool stops_ = false;
+    int refusedSource_ = -1;
+    int refusedLine_ = 0;
+    void Refused() {
+        if (refusedSource_ < 0) {
+            refusedSource_ = tokens_.Token().Source;
+            refusedLine_ = tokens_.Token().Line;
+        }
+    }
     TextSpan span_;
     bool straddles_ = false;
 };

@@ -179,6 +179,7 @@ public:
             return false;
         }
         layout_->CompilerStops = stops_ || cursor.CompilerStops();
+        NoteRefusal();
         ResolveTextures();
         BuildPieces();
         ListAnimations();
@@ -391,6 +392,37 @@ private:
         return text.substr(begin, end == std::string_view::npos ? std::string_view::npos : end - begin);
     }
 
+    // A place where the compiler refuses the script: the first one is named.
+    void Refuse() {
+        stops_ = true;
+        if (refusedSource_ < 0) {
+            refusedSource_ = cursor_->DirectiveSpan().Source;
+            refusedLine_ = directiveLine_;
+        }
+    }
+
+    void NoteRefusal() {
+        int source = refusedSource_;
+        int line = refusedLine_;
+        if (cursor_->RefusedSource() >= 0 &&
+            (source < 0 || (cursor_->RefusedSource() == source && cursor_->RefusedLine() < line))) {
+            source = cursor_->RefusedSource();
+            line = cursor_->RefusedLine();
+        }
+        if (source < 0) {
+            return;
+        }
+        // The line's text, by its number.
+        const std::string_view text(tokens_->SourceText(source));
+        std::size_t begin = 0;
+        for (int l = 1; l < line && begin != std::string_view::npos; ++l) {
+            begin = text.find('\n', begin);
+            begin = begin == std::string_view::npos ? begin : begin + 1;
+        }
+        Note(FindingKind::CompilerRefuses, source, line,
+             begin == std::string_view::npos ? std::string() : std::string(LineAt(source, begin)));
+    }
+
     // A finding at the directive being read.
     void NoteDirective(FindingKind kind) {
         const TextSpan span = cursor_->DirectiveSpan();
@@ -469,7 +501,7 @@ private:
         } else if (word == "$hbox") {
             Arguments(8);
         } else if (word != "$cliptotextures") {
-            stops_ = true; // a word the compiler refuses: it stays as it stands
+            Refuse(); // a word the compiler refuses: it stays as it stands
         }
     }
 
@@ -545,7 +577,7 @@ private:
 
     void Cd() {
         if (!cursor_->NextOnLine() || cdRead_) {
-            stops_ = true; // a second $cd the compiler refuses: it stays as it stands
+            Refuse(); // a second $cd the compiler refuses: it stays as it stands
             return;
         }
         cdRead_ = true;
@@ -856,7 +888,7 @@ private:
         // The compiler takes these two words only, in lower case.
         const std::string_view mode = cursor_->Text();
         if (mode != "masked" && mode != "additive") {
-            stops_ = true;
+            Refuse();
             return;
         }
         const int line = static_cast<int>(renderModeLines_.size());
@@ -895,7 +927,9 @@ private:
         }
         // The compiler takes the first group only, after the parts that
         // give the textures; any other stays as the script has it.
-        stops_ = stops_ || !texturesSeen_;
+        if (!texturesSeen_) {
+            Refuse(); // before any part: the compiler has no textures to map onto
+        }
         if (textureGroup_ || !texturesSeen_ || cursor_->AtEnd()) {
             return;
         }
@@ -978,7 +1012,9 @@ private:
         AnimRec anim;
         auto source = std::make_shared<SequenceSource>();
         const SequenceResult result = sequences_.Read(*cursor_, anim, *source);
-        stops_ = stops_ || !result.Complete;
+        if (!result.Complete) {
+            Refuse();
+        }
         if (!result.Named) {
             return; // "$sequence" alone: the compiler stops at it
         }
@@ -1123,6 +1159,8 @@ private:
     bool heldDirective_ = false;
     int directiveLine_ = 0;
     bool stops_ = false;
+    int refusedSource_ = -1;
+    int refusedLine_ = 0;
     std::size_t headEnd_ = 0;
     LoadFindings findings_;
 
