@@ -145,6 +145,7 @@ FORMS = [
         M("MnuDateiView", "Open model in &viewer"),
         M("MnuDateiViewCode", "Open .qc file in &editor"),
         M("MnuDateiPreview", "&3D preview"),
+        M("MnuDateiOpenCompiled", "Open &compiled model..."),
         recent("MnuDateiLast1"),
         recent("MnuDateiLast2"),
         recent("MnuDateiLast3"),
@@ -184,6 +185,8 @@ FORMS = [
         C("CmdLocaliseStrings", "", "Translate the global strings"),
         OK,
         CANCEL,
+        C("ChkPreviewViewer", "Open models in Quarle's 3D preview",
+          "Shows compiled models itself instead of starting a model viewer"),
     ]),
     ("frmAbout", "About", [
         C("lblTitle", "Quarle"),
@@ -198,6 +201,22 @@ FORMS = [
     ("FrmPreview", "3D preview", [
         T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
         C("CmdPlay", "Play", "Plays the selected animation or holds it"),
+        C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
+        C("LblStatus", "", "What the preview shows and what it lacks"),
+        C("ChkCompiled", "Compiled skeleton",
+          "Lays the skeleton of the compiled model over the one of the sources, in magenta"),
+    ]),
+    ("FrmCompiledModel", "Compiled model", [
+        T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
+        C("LblSequences", "Sequences:"),
+        T("LstSequences", "The sequence the model plays"),
+        C("LblBodyPart", "Body part:"),
+        T("CmbBodyPart", ""),
+        C("LblSubModel", "Model:"),
+        T("CmbSubModel", "The model this body part shows"),
+        C("LblSkin", "Skin family:"),
+        T("CmbSkin", "Which textures the meshes wear"),
+        C("CmdPlay", "Play", "Plays the chosen sequence or holds it"),
         C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
         C("LblStatus", "", "What the preview shows and what it lacks"),
     ]),
@@ -666,6 +685,30 @@ GERMAN_MESSAGES = {
     "MSG_PREVIEW_TEXTURES_MISSING": "Als Schachbrett gezeichnet, nicht im Texturenordner: %1",
     "MSG_PREVIEW_BIND_POSE": "%1 Dreiecke; keine Animation gewählt",
     "MSG_PREVIEW_FRAME": "%1 Dreiecke; %2: Bild %3 von %4",
+    "MSG_MDL_UNREADABLE": "Die Modelldatei kann nicht gelesen werden.",
+    "MSG_MDL_NOT_STUDIO": "Das ist kein Studio-Modell: die Datei beginnt mit „%1“, wo „IDST“ "
+                          "stehen sollte.",
+    "MSG_MDL_VERSION": "Das Studio-Modell hat die Version %1; gelesen wird nur Version 10.",
+    "MSG_MDL_BEYOND_END": "%1 reichen über das Ende der Datei hinaus (Bytes %2 bis %3 von %4).",
+    "MSG_MDL_BAD_COUNT": "%1: die Anzahl %2 ist ungültig.",
+    "MSG_MDL_BAD_INDEX": "%1: %2 liegt nicht im Bereich (%3 bis %4).",
+    "MSG_MDL_BAD_ANIMATION": "%1: die Animationswerte sind fehlerhaft.",
+    "MSG_MDL_ANIMATION_TOO_LARGE": "Die Animationsdaten sind zu groß, um sie zu prüfen (mehr als "
+                                   "%1 Abschnitte).",
+    "MSG_MDL_IN_FILE": "%1: %2",
+    "MSG_MDL_GROUP_MISSING": "Die Datei %1 der Sequenzgruppe fehlt; ihre Sequenzen stehen still.",
+    "MSG_MDL_TEXTURES_MISSING": "Die Texturdatei %1 fehlt; das Modell wird ohne seine Texturen "
+                                "gezeichnet.",
+    "MSG_OPEN_COMPILED_TITLE": "Kompiliertes Modell öffnen",
+    "MSG_COMPILED_UNREADABLE": "%1 kann nicht gezeigt werden: %2",
+    "MSG_COMPILED_AT_REST": "%1 Dreiecke; die Knochen in Ruhe",
+    "MSG_OVERLAY_DISTANCE": "kompiliertes Skelett (%1): größter Abstand %2 bei „%3“",
+    "MSG_OVERLAY_NO_SEQUENCE": "das kompilierte Modell hat keine Sequenz „%1“",
+    "MSG_OVERLAY_NO_MODEL": "kein kompiliertes Modell zum Vergleichen: %1",
+    "MSG_OVERLAY_ONLY_COMPILED": "Knochen nur im kompilierten Modell: %1",
+    "MSG_OVERLAY_ONLY_SOURCES": "Knochen mit Eckpunkten, die dem kompilierten Modell fehlen: %1",
+    "MSG_OVERLAY_LOOP_END": "am Ende einer Schleife wiederholt das kompilierte Modell sein "
+                            "erstes Bild",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

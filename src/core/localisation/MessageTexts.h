@@ -217,6 +217,7 @@ enum Msg : int {
     MSG_OVERLAY_NO_MODEL,
     MSG_OVERLAY_ONLY_COMPILED,
     MSG_OVERLAY_ONLY_SOURCES,
+    MSG_OVERLAY_LOOP_END,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -516,6 +517,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "bones only in the compiled model: %1"},
     {MSG_OVERLAY_ONLY_SOURCES, "MSG_OVERLAY_ONLY_SOURCES",
      "bones with vertices that the compiled model lacks: %1"},
+    {MSG_OVERLAY_LOOP_END, "MSG_OVERLAY_LOOP_END",
+     "at the end of a loop the compiled model repeats its first frame"},
 }};
 
 namespace detail {

@@ -51,6 +51,7 @@ struct Bone {
     // one step of an animation value is worth. Rotations are in radians.
     std::array<float, 6> Value{};
     std::array<float, 6> Scale{};
+    bool operator==(const Bone&) const = default;
 };
 
 struct BoneController {
@@ -60,6 +61,7 @@ struct BoneController {
     float End = 0;
     int Rest = 0;
     int Index = 0; // 0..3 set by the game, 4 the mouth
+    bool operator==(const BoneController&) const = default;
 };
 
 struct HitBox {
@@ -67,6 +69,7 @@ struct HitBox {
     int Group = 0;
     Vec3 Min{};
     Vec3 Max{};
+    bool operator==(const HitBox&) const = default;
 };
 
 struct Attachment {
@@ -75,6 +78,7 @@ struct Attachment {
     int Bone = 0;
     Vec3 Origin{};
     std::array<Vec3, 3> Vectors{};
+    bool operator==(const Attachment&) const = default;
 };
 
 struct Event {
@@ -82,12 +86,14 @@ struct Event {
     int Id = 0;
     int Type = 0;
     std::string Options;
+    bool operator==(const Event&) const = default;
 };
 
 struct Pivot {
     Vec3 Origin{};
     int Start = 0;
     int End = 0;
+    bool operator==(const Pivot&) const = default;
 };
 
 struct Sequence {
@@ -115,11 +121,13 @@ struct Sequence {
     int ExitNode = 0;
     int NodeFlags = 0;
     int NextSequence = 0;
+    bool operator==(const Sequence&) const = default;
 };
 
 struct SequenceGroup {
     std::string Label;
     std::string Name; // the file the game loads for groups above 0
+    bool operator==(const SequenceGroup&) const = default;
 };
 
 // One corner of a triangle: indices into its model's vertices and normals,
@@ -129,6 +137,7 @@ struct Corner {
     int Normal = 0;
     int S = 0;
     int T = 0;
+    bool operator==(const Corner&) const = default;
 };
 
 struct Mesh {
@@ -138,6 +147,7 @@ struct Mesh {
     int Strips = 0;
     int Fans = 0;
     std::vector<std::array<Corner, 3>> Triangles; // the strips and fans taken apart
+    bool operator==(const Mesh&) const = default;
 };
 
 struct Model {
@@ -150,12 +160,14 @@ struct Model {
     std::vector<Vec3> Normals;
     std::vector<Mesh> Meshes;
     std::size_t TriangleCount() const;
+    bool operator==(const Model&) const = default;
 };
 
 struct BodyPart {
     std::string Name;
     int Base = 1;
     std::vector<Model> Models;
+    bool operator==(const BodyPart&) const = default;
 };
 
 struct Texture {
@@ -165,6 +177,7 @@ struct Texture {
     int Height = 0;
     std::vector<std::uint8_t> Pixels;  // palette indices, rows from the top
     std::vector<std::uint8_t> Palette; // 256 colours of red, green, blue
+    bool operator==(const Texture&) const = default;
 };
 
 struct StudioModel {
@@ -191,6 +204,7 @@ struct StudioModel {
     // itself for group 0, the group's file for the others (empty when it
     // was not found; its sequences then stand at rest).
     std::vector<std::string> GroupBytes;
+    bool operator==(const StudioModel&) const = default;
 };
 
 // A problem of a read: a message and its arguments (the section, numbers).

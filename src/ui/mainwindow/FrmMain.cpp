@@ -79,7 +79,7 @@ void FrmMain::Form_Load() {
     if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
         CmdCompile->setEnabled(true);
     }
-    if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {
+    if (ViewsInPreview(tools) || platform::ProgramExists(Doc(tools.ModelViewerPath))) {
         MnuDateiView->setEnabled(true);
     }
     ReadRecentFiles(settings_, tools);

@@ -90,6 +90,8 @@ void FrmMain::ConnectFileCommands() {
     connect(MnuDateiView, &QAction::triggered, this, &FrmMain::MnuDateiView_Click);
     connect(MnuDateiViewCode, &QAction::triggered, this, &FrmMain::MnuDateiViewCode_Click);
     connect(MnuDateiPreview, &QAction::triggered, this, &FrmMain::MnuDateiPreview_Click);
+    connect(MnuDateiOpenCompiled, &QAction::triggered, this,
+            &FrmMain::MnuDateiOpenCompiled_Click);
     connect(MnuDateiLast1, &QAction::triggered, this, &FrmMain::MnuDateiLast1_Click);
     connect(MnuDateiLast2, &QAction::triggered, this, &FrmMain::MnuDateiLast2_Click);
     connect(MnuDateiLast3, &QAction::triggered, this, &FrmMain::MnuDateiLast3_Click);
@@ -313,7 +315,10 @@ void FrmMain::MnuDateiView_Click() {
         MnuDateiComp_Click();
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
-    if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
+    if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName) &&
+        ViewsInPreview(state_.Settings)) {
+        ShowCompiledModel(doc.ModelName);
+    } else if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
         StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName, MSG_VIEWER_MISSING,
                       MSG_VIEWER_NOT_STARTED);
     }

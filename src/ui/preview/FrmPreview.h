@@ -9,13 +9,16 @@
 
 #include "preview/ModelPose.h"
 #include "ui/localisation/LocalisedDialog.h"
+#include "ui/preview/CompiledModelFile.h"
 
 #include <QElapsedTimer>
+#include <QStringList>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
+class QCheckBox;
 class QLabel;
 class QSlider;
 class QTimer;
@@ -24,6 +27,7 @@ namespace quarle::ui {
 
 class FrmMain;
 class PreviewView;
+struct PreviewMarkers;
 
 class FrmPreview : public LocalisedDialog {
     Q_OBJECT
@@ -41,6 +45,9 @@ public:
     QLabel* LblStatus = nullptr;
     QTimer* TmrTick = nullptr;
     // CmdLocalise comes with LocalisedDialog.
+    // Lays the compiled model's skeleton over the sources' one; enabled
+    // while a script is open and its model file exists.
+    QCheckBox* ChkCompiled = nullptr;
 
     // ---- Handlers
     void CmdPlay_Click();
@@ -73,6 +80,10 @@ private:
     const SmdModel* CurrentAnimation(const AnimRec*& anim);
     void ShowPose(const SmdModel* animation);
     void ShowStatus(int frameCount, const AnimRec* anim);
+    // The compiled skeleton in the sequence and frame of the sources' pose,
+    // as lines of markers, and what its comparison found for the status.
+    void AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pose,
+                             const SmdModel* animation, PreviewMarkers& markers);
 
     FrmMain& main_;
     std::optional<Source> meshSource_;
@@ -87,6 +98,8 @@ private:
     int frame_ = 0;
     QElapsedTimer clock_;
     bool framed_ = false;
+    CompiledModelFile compiled_;
+    QStringList compiledStatus_;
 };
 
 } // namespace quarle::ui
