@@ -217,6 +217,26 @@ Placement PlacementOf(const Document& doc, const AnimRec* anim) {
     return placement;
 }
 
+int CompiledSequence(const Document& doc, int group, int slot, const StudioModel& model) {
+    if (group < 0 || group > limits::LastSequenceGroup || slot < 0 ||
+        slot > limits::LastAnimSlot) {
+        return -1;
+    }
+    const std::string& name = doc.Anims[std::size_t(group)][std::size_t(slot)].Name;
+    int before = 0;
+    for (int g = 0; g <= group; ++g) {
+        for (int s = 0; s < (g < group ? limits::LastAnimSlot + 1 : slot); ++s) {
+            before += paths::EqualsNoCase(doc.Anims[std::size_t(g)][std::size_t(s)].Name, name);
+        }
+    }
+    for (std::size_t s = 0; s < model.Sequences.size(); ++s) {
+        if (paths::EqualsNoCase(model.Sequences[s].Label, name) && before-- == 0) {
+            return int(s);
+        }
+    }
+    return -1;
+}
+
 int CompiledFrame(const SmdModel& animation, const AnimRec& anim, int fileFrame) {
     if (animation.Frames.empty()) {
         return 0;

@@ -58,6 +58,13 @@ struct Placement {
 // reference pose's.
 Placement PlacementOf(const Document& doc, const AnimRec* anim);
 
+// The compiled sequence of the animation at slot of group: the one of its
+// name (ignoring case), and of several of that name the one in the same
+// place among them as the animation among the document's of that name, in
+// the order of the script. -1 when the model has none.
+int CompiledSequence(const Document& doc, int group, int slot,
+                     const studio::StudioModel& model);
+
 // The compiled frame that shows the frame at position fileFrame of an
 // animation file: its time, counted from the first time the compiler takes
 // (within the record's frame range when FrameLimit is on).

@@ -33,9 +33,12 @@ constexpr std::size_t MeshSize = 20;
 constexpr std::size_t CornerSize = 8; // four 16-bit values
 constexpr std::size_t PaletteSize = 256 * 3;
 
-// Runs of animation values checked per model before the read gives up: far
-// beyond a real model, and a bound on what a crafted one can cost.
-constexpr std::uint64_t RunBudget = std::uint64_t{1} << 24;
+// What a read may take beyond what a real model of its size takes: tables
+// and animation streams of a real model do not overlap, so a read takes at
+// most one element per byte of its files and one run of animation values
+// per four bytes. A crafted file that points many tables at the same bytes
+// is refused once it asks for this much more.
+constexpr std::uint64_t Headroom = std::uint64_t{1} << 20;
 
 std::string Number(std::int64_t n) {
     return IntToText(n);
@@ -83,16 +86,19 @@ private:
     std::string_view bytes_;
 };
 
-// Walks the runs of one channel's animation values from offset over frames
-// frames, handing each frame's value to take. False when a run leaves the
-// bytes, covers no frame or holds no value, or when budget runs out.
-template <class Take>
-bool WalkRuns(std::string_view bytes, std::size_t offset, int frames, Take&& take,
+// Walks the runs of one channel's animation values from offset until the
+// run that holds frame; run(first, total, valid, values) is called for each
+// run passed, with the first frame it covers, its frames, its stored values
+// and where they start. False
+// when a run leaves the bytes, covers no frame or holds no value, or when
+// budget runs out (then set to 0).
+template <class Run>
+bool WalkRuns(std::string_view bytes, std::size_t offset, int frame, Run&& run,
               std::uint64_t* budget = nullptr) {
     const Record file(bytes);
     std::size_t at = offset;
-    int frame = 0;
-    while (frame < frames) {
+    std::int64_t first = 0;
+    while (first <= frame) {
         if (at > bytes.size() || bytes.size() - at < 2) {
             return false;
         }
@@ -101,22 +107,32 @@ bool WalkRuns(std::string_view bytes, std::size_t offset, int frames, Take&& tak
         if (valid == 0 || total == 0 || (bytes.size() - at - 2) / 2 < std::size_t(valid)) {
             return false;
         }
-        if (budget != nullptr && (*budget)-- == 0) {
-            return false;
+        if (budget != nullptr) {
+            if (*budget == 0) {
+                return false;
+            }
+            --*budget;
         }
-        for (int i = 0; i < total && frame < frames; ++i, ++frame) {
-            take(frame, file.Short(at + 2 + 2 * std::size_t(std::min(i, valid - 1))));
-        }
+        run(first, total, valid, at + 2);
+        first += total;
         at += 2 + 2 * std::size_t(valid);
     }
     return true;
+}
+
+// The value of one frame, from the run that covers it: its own stored value,
+// or the run's last one.
+int FrameValue(const Record& file, std::int64_t first, int valid, std::size_t values, int frame) {
+    const std::int64_t i = std::min<std::int64_t>(frame - first, valid - 1);
+    return file.Short(values + 2 * std::size_t(i));
 }
 
 // One read over one file's bytes; the first problem ends it.
 class Reader {
 public:
     Reader(std::string_view bytes, std::string fileName)
-        : file_(bytes), bytes_(bytes), fileName_(std::move(fileName)) {}
+        : file_(bytes), bytes_(bytes), fileName_(std::move(fileName)),
+          budget_(bytes.size() + Headroom) {}
 
     const std::optional<StudioProblem>& Error() const { return error_; }
     const Record& File() const { return file_; }
@@ -145,9 +161,24 @@ public:
             return Fail(MSG_MDL_BEYOND_END, {what, Number(offset), Number(offset + length),
                                              Number(std::int64_t(bytes_.size()))});
         }
+        if (!Take(std::uint64_t(count), what)) {
+            return false;
+        }
         out = Record(bytes_.substr(std::size_t(offset), std::size_t(length)));
         return true;
     }
+
+    // Elements of the read's budget (records, corners, rows), as what.
+    bool Take(std::uint64_t elements, const std::string& what) {
+        if (elements > budget_) {
+            return Fail(MSG_MDL_BAD_COUNT, {what, Number(std::int64_t(elements))});
+        }
+        budget_ -= elements;
+        return true;
+    }
+
+    // More room for the elements of files read beside this one.
+    void Grant(std::uint64_t elements) { budget_ += elements; }
 
     // value within first..last, as what.
     bool InRange(std::int64_t value, std::int64_t first, std::int64_t last,
@@ -183,6 +214,7 @@ private:
     Record file_;
     std::string_view bytes_;
     std::string fileName_;
+    std::uint64_t budget_;
     std::optional<StudioProblem> error_;
 };
 
@@ -305,6 +337,7 @@ bool ReadGroups(Reader& r, StudioModel& m, std::string_view bytes, const SideFil
         if (!group.Head("IDSQ", GroupHeaderSize)) {
             return r.Fail(group.Error()->Message, group.Error()->Args);
         }
+        r.Grant(found->size());
         m.GroupBytes.push_back(std::move(*found));
     }
     return true;
@@ -332,6 +365,9 @@ bool CheckAnimation(Reader& r, const StudioModel& m, std::size_t s,
         }
         return r.Fail(MSG_MDL_IN_FILE, {name, ProblemText(*inGroup.Error())});
     }
+    if (!r.Take(std::uint64_t(count), what + " animations")) {
+        return false;
+    }
     for (std::size_t a = 0; a < std::size_t(count); ++a) {
         const Record rec = anims.Item(a, AnimationSize);
         for (std::size_t k = 0; k < 6; ++k) {
@@ -344,9 +380,10 @@ bool CheckAnimation(Reader& r, const StudioModel& m, std::size_t s,
             if (!walked.insert({seq.Group, at}).second) {
                 continue;
             }
-            const bool ok = WalkRuns(bytes, at, seq.Frames, [](int, int) {}, &budget);
-            if (budget == 0 || budget > RunBudget) {
-                return r.Fail(MSG_MDL_ANIMATION_TOO_LARGE, {Number(std::int64_t(RunBudget))});
+            const bool ok = WalkRuns(
+                bytes, at, seq.Frames - 1, [](std::int64_t, int, int, std::size_t) {}, &budget);
+            if (budget == 0) {
+                return r.Fail(MSG_MDL_ANIMATION_TOO_LARGE, {Number(std::int64_t(Headroom))});
             }
             if (!ok) {
                 return r.Fail(MSG_MDL_BAD_ANIMATION,
@@ -365,7 +402,10 @@ bool ReadSequences(Reader& r, StudioModel& m) {
         return false;
     }
     std::set<std::pair<int, std::size_t>> walked;
-    std::uint64_t budget = RunBudget;
+    std::uint64_t budget = Headroom;
+    for (const std::string& group : m.GroupBytes) {
+        budget += group.size() / 4;
+    }
     for (std::size_t s = 0; s < table.Size() / SequenceSize; ++s) {
         const Record rec = table.Item(s, SequenceSize);
         Sequence q;
@@ -460,6 +500,9 @@ bool ReadCommands(Reader& r, const Model& model, std::size_t at, Mesh& mesh,
                            what + " normal")) {
                 return false;
             }
+        }
+        if (!r.Take(corners * 3, what + " triangles")) {
+            return false;
         }
         ++(fan ? mesh.Fans : mesh.Strips);
         // Every triangle keeps the turn of the first: a strip swaps the
@@ -587,7 +630,7 @@ bool ReadTextures(Reader& r, StudioModel& m) {
         return false;
     }
     m.SkinRefs = refs;
-    for (int fam = 0; fam < families; ++fam) {
+    for (int fam = 0; refs > 0 && fam < families; ++fam) {
         std::vector<int> row;
         for (int k = 0; k < refs; ++k) {
             row.push_back(skins.Short(2 * (std::size_t(fam) * std::size_t(refs) + std::size_t(k))));
@@ -708,9 +751,15 @@ StudioLoad ReadStudioFile(const std::string& path) {
 std::optional<std::vector<std::int16_t>> DecodeAnimation(std::string_view bytes,
                                                          std::size_t offset, int frames) {
     std::vector<std::int16_t> values(std::size_t(std::max(frames, 0)));
-    const bool ok = WalkRuns(bytes, offset, frames, [&values](int frame, int value) {
-        values[std::size_t(frame)] = std::int16_t(value);
-    });
+    const Record file(bytes);
+    const bool ok = WalkRuns(bytes, offset, frames - 1,
+                             [&](std::int64_t first, int total, int valid, std::size_t at) {
+                                 for (std::int64_t f = first;
+                                      f < first + total && f < std::int64_t(values.size()); ++f) {
+                                     values[std::size_t(f)] =
+                                         std::int16_t(FrameValue(file, first, valid, at, int(f)));
+                                 }
+                             });
     if (!ok) {
         return std::nullopt;
     }
@@ -746,9 +795,12 @@ std::array<float, 6> BoneChannels(const StudioModel& model, int sequence, int bl
         if (offset == 0) {
             continue;
         }
+        const Record file(bytes);
         int value = 0;
-        if (WalkRuns(bytes, record + std::size_t(offset), shown + 1,
-                     [&value](int, int v) { value = v; })) {
+        if (WalkRuns(bytes, record + std::size_t(offset), shown,
+                     [&](std::int64_t first, int, int valid, std::size_t at) {
+                         value = FrameValue(file, first, valid, at, shown);
+                     })) {
             channels[k] += float(value) * b.Scale[k];
         }
     }

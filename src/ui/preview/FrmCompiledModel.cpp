@@ -124,6 +124,7 @@ void FrmCompiledModel::ShowModel(const std::string& path) {
     seconds_ = 0.0;
     frame_ = 0;
     chosen_.clear();
+    clock_.restart();
     file_.Refresh(path);
     setWindowTitle(caption_ + QStringLiteral(" - ") +
                    platform::FromCp1252(paths::FileNameOf(path)));

@@ -391,11 +391,7 @@ void FrmPreview::AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pos
     const std::optional<std::pair<int, int>> pick = main_.PreviewAnimation();
     if (animation != nullptr && pick) {
         anim = &doc.Anims[std::size_t(pick->first)][std::size_t(pick->second)];
-        for (std::size_t s = 0; s < model->Sequences.size() && sequence < 0; ++s) {
-            if (paths::EqualsNoCase(model->Sequences[s].Label, anim->Name)) {
-                sequence = int(s);
-            }
-        }
+        sequence = preview::CompiledSequence(doc, pick->first, pick->second, *model);
         if (sequence < 0) {
             compiledStatus_.append(MessageText(state_, MSG_OVERLAY_NO_SEQUENCE,
                                                {platform::FromCp1252(anim->Name)}));
