@@ -20,6 +20,8 @@ constexpr Command Commands[] = {
     {"check", "check IN.qc [--language FILE]", quarle::qc::RunCheck},
     {"skeleton", "skeleton MODEL.qc [--for attachment|controller]", quarle::qc::RunSkeleton},
     {"mdl", "mdl MODEL.mdl", quarle::qc::RunMdl},
+    {"compile", "compile IN.qc [--compiler PATH] [--ignore-checks] [--language FILE]",
+     quarle::qc::RunCompile},
 };
 
 int Usage() {

@@ -1,5 +1,6 @@
 #include "ui/preview/FrmPreview.h"
 
+#include "compile/CompileFiles.h"
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
@@ -9,6 +10,7 @@
 #include "ui/preview/PreviewView.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -83,9 +85,13 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
     CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
     CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
-    // Icon and caption both say "play"; the button stays pressed while the
-    // animation plays, and a click on the pressed button holds it.
+    // Icon and caption say what a click does: "play" while the animation
+    // holds, "pause" while it plays (the button is pressed then).
     CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
+    // The caption of the language file is the "play"; the button shows
+    // "pause" in its place while it plays.
+    CmdPlay->setProperty(platform::CaptionProperty, CmdPlay->text());
+    CmdPlay->installEventFilter(this);
     CmdPlay->setCheckable(true);
     CmdPlay->setAutoDefault(false);
     SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
@@ -121,6 +127,7 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
+    connect(CmdPlay, &QPushButton::toggled, this, &FrmPreview::ShowPlayState);
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);
@@ -139,6 +146,21 @@ void FrmPreview::Form_Load() {
     clock_.start();
     TmrTick_Timer();
     TmrTick->start();
+}
+
+bool FrmPreview::eventFilter(QObject* watched, QEvent* event) {
+    // A new caption from the language file or its editor.
+    if (watched == CmdPlay && event->type() == QEvent::DynamicPropertyChange) {
+        ShowPlayState(CmdPlay->isChecked());
+    }
+    return LocalisedDialog::eventFilter(watched, event);
+}
+
+void FrmPreview::ShowPlayState(bool playing) {
+    CmdPlay->setText(playing ? MessageText(state_, MSG_PREVIEW_PAUSE)
+                             : CmdPlay->property(platform::CaptionProperty).toString());
+    CmdPlay->setIcon(
+        style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
 }
 
 void FrmPreview::CmdPlay_Click() {
@@ -229,9 +251,10 @@ void FrmPreview::ReloadTextures() {
         textures.push_back(std::move(texture));
     }
     PicView->SetMesh(mesh_, std::move(textures));
+    // The first model is framed once it stands in its pose.
     if (!framed_ && !mesh_.Bones.Names.empty()) {
         framed_ = true;
-        PicView->FrameModel();
+        frameDue_ = true;
     }
 }
 
@@ -289,6 +312,10 @@ void FrmPreview::TmrTick_Timer() {
         SldFrame->setValue(frame_);
     }
     ShowPose(animation);
+    if (frameDue_) {
+        frameDue_ = false;
+        PicView->FrameModel();
+    }
     ShowStatus(frames, animation != nullptr ? anim : nullptr);
 }
 
@@ -368,14 +395,16 @@ void FrmPreview::AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pos
                                      const SmdModel* animation, PreviewMarkers& markers) {
     compiledStatus_.clear();
     const Document& doc = state_.Doc;
-    const bool compiled = !doc.QcFile.empty() && !doc.ModelName.empty() &&
-                          paths::FileExists(doc.ModelName);
+    // The model where the compiler writes it for the script.
+    const std::string path =
+        doc.QcFile.empty() ? std::string() : compile::ModelFileOf(doc.ModelName, doc.QcFile);
+    const bool compiled = !path.empty() && paths::FileExists(path);
     ChkCompiled->setEnabled(compiled);
     if (!compiled || !ChkCompiled->isChecked()) {
         return;
     }
-    compiled_.Refresh(doc.ModelName);
-    const QString file = platform::FromCp1252(paths::FileNameOf(doc.ModelName));
+    compiled_.Refresh(path);
+    const QString file = platform::FromCp1252(paths::FileNameOf(path));
     const studio::StudioModel* model = compiled_.Model();
     if (model == nullptr) {
         compiledStatus_.append(MessageText(

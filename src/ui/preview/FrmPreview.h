@@ -51,6 +51,8 @@ public:
 
     // ---- Handlers
     void CmdPlay_Click();
+    // The button's caption and icon after a change of its state.
+    void ShowPlayState(bool playing);
     void SldFrame_Change();
     void CmdFrameModel_Click();
     // Reads the document again and draws the frame due now.
@@ -58,6 +60,9 @@ public:
 
     // The frame of the animation on show.
     int ShownFrame() const { return frame_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -100,6 +105,7 @@ private:
     bool framed_ = false;
     CompiledModelFile compiled_;
     QStringList compiledStatus_;
+    bool frameDue_ = false;
 };
 
 } // namespace quarle::ui
