@@ -5,6 +5,7 @@
 #include "platform/Reflection.h"
 #include "preview/CompiledModel.h"
 #include "ui/localisation/Messages.h"
+#include "ui/preview/PreviewControls.h"
 #include "ui/preview/PreviewView.h"
 
 #include <QComboBox>
@@ -16,7 +17,6 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -49,22 +49,13 @@ FrmCompiledModel::FrmCompiledModel(AppState& state, platform::Services& services
     LblSkin = Control(new QLabel(QStringLiteral("Skin-Familie:"), this), QStringLiteral("LblSkin"));
     CmbSkin = Control(new QComboBox(this), QStringLiteral("CmbSkin"));
     CmbSkin->setToolTip(QStringLiteral("Welche Texturen die Meshes tragen"));
-    CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
-    CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Sequenz ab oder h\u00e4lt sie an"));
-    CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
-    CmdPlay->setCheckable(true);
-    CmdPlay->setAutoDefault(false);
-    SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
-    SldFrame->setRange(0, 0);
-    CmdFrameModel = Control(new QPushButton(QStringLiteral("Einpassen (F)"), this),
-                            QStringLiteral("CmdFrameModel"));
-    CmdFrameModel->setToolTip(QStringLiteral("Zeigt das ganze Modell"));
-    CmdFrameModel->setAutoDefault(false);
-    LblStatus = Control(new QLabel(this), QStringLiteral("LblStatus"));
-    LblStatus->setToolTip(QStringLiteral("Was die Vorschau zeigt und was ihr fehlt"));
-    LblStatus->setWordWrap(true);
-    TmrTick = Control(new QTimer(this), QStringLiteral("TmrTick"));
-    TmrTick->setInterval(15); // a frame of a 60 Hz screen
+    const PreviewControls shared = MakePreviewControls(
+        this, state_, QStringLiteral("Spielt die gew\u00e4hlte Sequenz ab oder h\u00e4lt sie an"));
+    CmdPlay = shared.CmdPlay;
+    SldFrame = shared.SldFrame;
+    CmdFrameModel = shared.CmdFrameModel;
+    LblStatus = shared.LblStatus;
+    TmrTick = shared.TmrTick;
     CreateCmdLocalise();
 
     auto* choices = new QGridLayout;

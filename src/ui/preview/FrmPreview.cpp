@@ -7,17 +7,16 @@
 #include "preview/CompiledModel.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/preview/PreviewControls.h"
 #include "ui/preview/PreviewView.h"
 
 #include <QCheckBox>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -83,28 +82,13 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     PicView = Control(new PreviewView(this), QStringLiteral("PicView"));
     PicView->setToolTip(
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
-    CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
-    CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
-    // Icon and caption say what a click does: "play" while the animation
-    // holds, "pause" while it plays (the button is pressed then).
-    CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
-    // The caption of the language file is the "play"; the button shows
-    // "pause" in its place while it plays.
-    CmdPlay->setProperty(platform::CaptionProperty, CmdPlay->text());
-    CmdPlay->installEventFilter(this);
-    CmdPlay->setCheckable(true);
-    CmdPlay->setAutoDefault(false);
-    SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
-    SldFrame->setRange(0, 0);
-    CmdFrameModel = Control(new QPushButton(QStringLiteral("Einpassen (F)"), this),
-                            QStringLiteral("CmdFrameModel"));
-    CmdFrameModel->setToolTip(QStringLiteral("Zeigt das ganze Modell"));
-    CmdFrameModel->setAutoDefault(false);
-    LblStatus = Control(new QLabel(this), QStringLiteral("LblStatus"));
-    LblStatus->setToolTip(QStringLiteral("Was die Vorschau zeigt und was ihr fehlt"));
-    LblStatus->setWordWrap(true);
-    TmrTick = Control(new QTimer(this), QStringLiteral("TmrTick"));
-    TmrTick->setInterval(15); // a frame of a 60 Hz screen
+    const PreviewControls shared = MakePreviewControls(
+        this, state_, QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
+    CmdPlay = shared.CmdPlay;
+    SldFrame = shared.SldFrame;
+    CmdFrameModel = shared.CmdFrameModel;
+    LblStatus = shared.LblStatus;
+    TmrTick = shared.TmrTick;
     CreateCmdLocalise();
     ChkCompiled = Control(new QCheckBox(QStringLiteral("Kompiliertes Skelett"), this),
                           QStringLiteral("ChkCompiled"));
@@ -127,7 +111,6 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
-    connect(CmdPlay, &QPushButton::toggled, this, &FrmPreview::ShowPlayState);
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);
@@ -146,21 +129,6 @@ void FrmPreview::Form_Load() {
     clock_.start();
     TmrTick_Timer();
     TmrTick->start();
-}
-
-bool FrmPreview::eventFilter(QObject* watched, QEvent* event) {
-    // A new caption from the language file or its editor.
-    if (watched == CmdPlay && event->type() == QEvent::DynamicPropertyChange) {
-        ShowPlayState(CmdPlay->isChecked());
-    }
-    return LocalisedDialog::eventFilter(watched, event);
-}
-
-void FrmPreview::ShowPlayState(bool playing) {
-    CmdPlay->setText(playing ? MessageText(state_, MSG_PREVIEW_PAUSE)
-                             : CmdPlay->property(platform::CaptionProperty).toString());
-    CmdPlay->setIcon(
-        style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
 }
 
 void FrmPreview::CmdPlay_Click() {

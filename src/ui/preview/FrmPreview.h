@@ -51,8 +51,6 @@ public:
 
     // ---- Handlers
     void CmdPlay_Click();
-    // The button's caption and icon after a change of its state.
-    void ShowPlayState(bool playing);
     void SldFrame_Change();
     void CmdFrameModel_Click();
     // Reads the document again and draws the frame due now.
@@ -60,9 +58,6 @@ public:
 
     // The frame of the animation on show.
     int ShownFrame() const { return frame_; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
