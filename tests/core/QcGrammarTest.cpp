@@ -138,6 +138,10 @@ TEST(QcGrammar, SequenceOptions) {
             {"$sequence idle walk walk2 blend ZR -45 45.0\n", "idle|walk|walk2 blend=2,-45,45"},
             {"$sequence idle walk walk2 fps 24\n", "idle|walk fps=24 file=walk2"},
             {"$sequence idle walk blend XR -90 90\n", "idle|walk kept=[blend][XR][-90][90]"},
+            // In braces, as a decompiler writes it: the axis stays before
+            // the bounds when the sequence is written anew.
+            {"$sequence \"aim\" {\n\t\"walk\"\n\t\"walk2\"\n\tblend XR -45 45\n\tfps 14\n\tloop\n}\n",
+             "aim|walk|walk2 blend=0,-45,45 fps=14 loop"},
             // Motion types, nodes and transitions are kept in their order.
             {"$sequence idle walk X AX AZR node 3 transition 1 2 rtransition 2 1\n",
              "idle|walk kept=[X][AX][AZR][node][3][transition][1][2][rtransition][2][1]"},

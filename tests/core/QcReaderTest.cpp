@@ -62,6 +62,26 @@ TEST(QcReader, AFolderThatIsNotThereIsAskedForAndTheAnswerSaved) {
     EXPECT_EQ(l.Findings[1].Line, 2);
 }
 
+// The compiler gives each sequence the $origin read last before it (the
+// turn only where a line has one); the overlay of the compiled skeleton
+// places the sequence by it.
+TEST(QcReader, EachSequenceKeepsTheOriginInForceWhereItStands) {
+    Model l;
+    l.Load(l.Paths() + "$sequence a walk\n$origin 1 2.5 -3 // raised\n$sequence b walk\n"
+                       "$origin 4 5 6 90\n$origin 7 8 9\n$sequence c walk\n");
+    const std::vector<std::array<float, 4>> expected{
+        {0, 0, 0, 0}, {1, 2.5f, -3, 0}, {7, 8, 9, 90}};
+    for (std::size_t s = 0; s < expected.size(); ++s) {
+        const AnimRec& anim = l.Doc->Anims[0][s];
+        ASSERT_TRUE(anim.From.Read) << s;
+        const DefaultOrigin& o = anim.From.Read->Origin;
+        EXPECT_EQ((std::array<float, 4>{o.Offset[0], o.Offset[1], o.Offset[2], o.Degrees}),
+                  expected[s])
+            << anim.Name;
+    }
+    EXPECT_EQ(l.Doc->Layout->LastOrigin.Degrees, 90.0f);
+}
+
 TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
     Model l;
     l.Load("$modelname \"robot.mdl\"\n");

@@ -96,6 +96,13 @@ TEST(RoundtripCommand, KeepsMissingFoldersPartsAndIncludes) {
               std::string::npos)
         << run.Err;
     EXPECT_EQ(ReadFile(dir / "out.qc"), script);
+
+    // Written over itself, the script is first kept beside it.
+    const ToolRun over = RunTool({"roundtrip", in, in}, dir.Path());
+    EXPECT_EQ(over.Status, 0);
+    EXPECT_NE(over.Err.find("kept as " + in + ".orig\n"), std::string::npos) << over.Err;
+    EXPECT_EQ(ReadFile(in + ".orig"), script);
+    EXPECT_EQ(ReadFile(in), script);
 }
 
 // A file that is no script is refused with what it looks like, and nothing

@@ -9,6 +9,7 @@
 #include <memory>
 #include <random>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace quarle::qc {
@@ -167,6 +168,7 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
         break;
     }
     loaded.AnimationRows = host.AnimationRows();
+    loaded.Findings = std::move(findings);
     return loaded;
 }
 

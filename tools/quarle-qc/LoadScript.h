@@ -9,6 +9,7 @@
 
 #include "AppState.h"
 #include "document/Document.h"
+#include "document/LoadFindings.h"
 
 #include <array>
 #include <string>
@@ -26,6 +27,8 @@ struct LoadedScript {
     Document* Doc = nullptr;
     // Sequences of group 0: the rows the animation list would show.
     int AnimationRows = 0;
+    // What the load found (printed as warnings already).
+    LoadFindings Findings;
 };
 
 // A fresh folder for working files, removed again with all it holds at the

@@ -488,10 +488,7 @@ private:
         } else if (word == "$sequence") {
             Sequence();
         } else if (word == "$origin") {
-            Arguments(3);
-            if (cursor_->Available()) {
-                Arguments(1);
-            }
+            Origin();
         } else if (word == "$root" || word == "$mirrorbone" || word == "$flags") {
             Arguments(1);
         } else if (word == "$pivot" || word == "$hgroup" || word == "$renamebone") {
@@ -657,6 +654,18 @@ private:
         });
         settings_.Numbers.insert(settings_.Numbers.end(), numbers.begin(), numbers.end());
         RecordLast(PieceKind::EyePosition, eyePosition_);
+    }
+
+    // The offset and turn of the sequences that follow, which the compiler
+    // reads in floating point; a missing number reads as 0.
+    void Origin() {
+        DefaultOrigin& origin = layout_->LastOrigin;
+        for (f32& v : origin.Offset) {
+            v = cursor_->NextOnLine() ? ToF32(CompilerFloat(cursor_->Text())) : 0.0f;
+        }
+        if (cursor_->Available() && cursor_->NextOnLine()) {
+            origin.Degrees = ToF32(CompilerFloat(cursor_->Text()));
+        }
     }
 
     void SequenceGroupSize() {
@@ -1029,6 +1038,7 @@ private:
         }
         source->Id = nextSequenceId_++;
         source->Span = cursor_->DirectiveSpan();
+        source->Origin = layout_->LastOrigin;
         source->Text = tokens_->Texts()[static_cast<std::size_t>(source->Span.Source)];
         const auto g = static_cast<std::size_t>(sequenceGroup_);
         AnimRec& held = doc_.Anims[g][static_cast<std::size_t>(sequenceSlot_)];

@@ -146,10 +146,19 @@ struct SequenceValues {
     bool Same(const AnimRec& anim) const;
 };
 
+// The origin a $origin line sets for the sequences behind it: an offset,
+// and a turn in degrees about Z beyond the compiler's own quarter turn.
+struct DefaultOrigin {
+    std::array<f32, 3> Offset{};
+    f32 Degrees = 0.0f;
+};
+
 // Where a sequence was read from, and its values then.
 struct SequenceSource {
     int Id = 0;
     TextSpan Span;
+    // The $origin in force where the script has the sequence.
+    DefaultOrigin Origin;
     std::shared_ptr<const std::string> Text; // the text the values stand in
     SequenceValues Values;
     NumberTexts Numbers;
@@ -255,6 +264,9 @@ struct ScriptLayout {
     bool CompilerStops = false;
 
     SettingsRead Settings;
+    // The $origin in force at the end of the script, for sequences a save
+    // adds there.
+    DefaultOrigin LastOrigin;
     std::array<AttachmentRead, limits::LastAttachment + 1> Attachments{};
     std::array<ControllerRead, limits::LastController + 1> Controllers{};
     std::vector<RenderModeRead> RenderModes;
