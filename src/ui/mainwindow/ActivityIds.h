@@ -1,91 +1,24 @@
 // The entries of the activity box of an animation (TxtAnimID, and the same box
-// in the animation wizard), in this order: an activity, a blank and the
-// weight 1. Three differ from that form and stay so, because scripts carry
-// them as written: two have a point behind the name, one a blank behind the
-// weight.
+// in the animation wizard): each activity name the model compiler knows, in
+// the order of their letters, with a blank and the weight 1 behind it.
 #pragma once
 
+#include "compile/Activities.h"
+
 #include <array>
+#include <string>
 
 namespace quarle::ui {
 
-inline constexpr std::array<const char*, 76> ActivityIds = {
-    "ACT_ARM 1",
-    "ACT_BARNACLE_CHEW 1",
-    "ACT_BARNACLE_CHOMP 1",
-    "ACT_BARNACLE_HIT 1",
-    "ACT_BARNACLE_PULL 1",
-    "ACT_BIG_FLINCH 1",
-    "ACT_BITE 1",
-    "ACT_COMBAT_IDLE. 1",
-    "ACT_COWER 1",
-    "ACT_CROUCH 1",
-    "ACT_CROUCHIDLE 1",
-    "ACT_DETECT_SCENT 1 ",
-    "ACT_DIE_BACKSHOT 1",
-    "ACT_DIE_CHESTSHOT 1",
-    "ACT_DIE_GUTSHOT 1",
-    "ACT_DIE_HEADSHOT 1",
-    "ACT_DIEBACKWARD 1",
-    "ACT_DIEFORWARD 1",
-    "ACT_DIESIMPLE 1",
-    "ACT_DIEVIOLENT 1",
-    "ACT_DISARM 1",
-    "ACT_EAT 1",
-    "ACT_EXCITED 1",
-    "ACT_FALL 1",
-    "ACT_FEAR_DISPLAY 1",
-    "ACT_FLINCH_CHEST 1",
-    "ACT_FLINCH_HEAD 1",
-    "ACT_FLINCH_LEFTARM 1",
-    "ACT_FLINCH_LEFTLEG 1",
-    "ACT_FLINCH_RIGHTARM 1",
-    "ACT_FLINCH_RIGHTLEG 1",
-    "ACT_FLINCH_STOMACH 1",
-    "ACT_FLY 1",
-    "ACT_FLY_LEFT 1",
-    "ACT_FLY_RIGHT 1",
-    "ACT_GLIDE 1",
-    "ACT_GUARD 1",
-    "ACT_HOP 1",
-    "ACT_HOVER 1",
-    "ACT_IDLE 1",
-    "ACT_IDLE_ANGRY 1",
-    "ACT_INSPECT_FLOOR 1",
-    "ACT_INSPECT_WALL 1",
-    "ACT_LAND 1",
-    "ACT_LEAP 1",
-    "ACT_MELEE_ATTACK1 1",
-    "ACT_MELEE_ATTACK2 1",
-    "ACT_RANGE_ATTACK1 1",
-    "ACT_RANGE_ATTACK2 1",
-    "ACT_RELOAD 1",
-    "ACT_ROLL_LEFT 1",
-    "ACT_ROLL_RIGHT 1",
-    "ACT_RUN 1",
-    "ACT_RUN_HURT 1",
-    "ACT_RUN_SCARED 1",
-    "ACT_SIGNAL1 1",
-    "ACT_SIGNAL2 1",
-    "ACT_SIGNAL3 1",
-    "ACT_SLEEP 1",
-    "ACT_SMALL_FLINCH 1",
-    "ACT_SNIFF 1",
-    "ACT_SPECIAL_ATTACK1 1",
-    "ACT_SPECIAL_ATTACK2 1",
-    "ACT_STAND 1",
-    "ACT_STRAFE_LEFT 1",
-    "ACT_STRAFE_RIGHT 1",
-    "ACT_SWIM 1",
-    "ACT_THREAT_DISPLAY 1",
-    "ACT_TURN_LEFT 1",
-    "ACT_TURN_RIGHT 1",
-    "ACT_TWITCH 1",
-    "ACT_USE 1",
-    "ACT_VICTORY_DANCE. 1",
-    "ACT_WALK 1",
-    "ACT_WALK_HURT 1",
-    "ACT_WALK_SCARED 1",
-};
+inline const std::array<std::string, compile::CompilerActivities.size()>& ActivityIds() {
+    static const auto ids = [] {
+        std::array<std::string, compile::CompilerActivities.size()> out;
+        for (std::size_t i = 0; i < out.size(); ++i) {
+            out[i] = std::string(compile::CompilerActivities[i]) + " 1";
+        }
+        return out;
+    }();
+    return ids;
+}
 
 } // namespace quarle::ui

@@ -350,8 +350,8 @@ void FrmMain::BuildControls() {
     TxtAnimID = Control(new QComboBox(animPage), QStringLiteral("TxtAnimID"));
     TxtAnimID->setEditable(true);
     TxtAnimID->setInsertPolicy(QComboBox::NoInsert);
-    for (const char* id : ActivityIds) {
-        TxtAnimID->addItem(QString::fromLatin1(id));
+    for (const std::string& id : ActivityIds()) {
+        TxtAnimID->addItem(QString::fromLatin1(id.c_str()));
     }
     TxtAnimID->setCurrentIndex(-1);
     TxtAnimID->setEditText(QString());

@@ -32,8 +32,8 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     // The activity is taken as typed: no completion may change the text.
     CmbAnimWiz3AnimID->setCompleter(nullptr);
     CmbAnimWiz3AnimID->setInsertPolicy(QComboBox::NoInsert);
-    for (const char* id : ActivityIds) {
-        CmbAnimWiz3AnimID->addItem(QString::fromLatin1(id));
+    for (const std::string& id : ActivityIds()) {
+        CmbAnimWiz3AnimID->addItem(QString::fromLatin1(id.c_str()));
     }
     CmbAnimWiz3AnimID->setCurrentIndex(-1);
     CmbAnimWiz3AnimID->setEditText(QString());
