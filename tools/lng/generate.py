@@ -681,6 +681,7 @@ GERMAN_MESSAGES = {
     "MSG_CHECK_TOO_MANY_VERTICES": "„%1“ hat nach dem Zusammenfassen durch den Compiler %2 Eckpunkte; ein Teil darf höchstens %3 haben.",
     "MSG_CHECK_TOO_MANY_NORMALS": "„%1“ hat nach dem Zusammenfassen durch den Compiler %2 Normalen; ein Teil darf höchstens %3 haben.",
     "MSG_CHECK_TOO_MANY_TRIANGLES": "„%1“ hat %2 Dreiecke; ein Teil darf höchstens %3 haben.",
+    "MSG_CHECK_PART_TEXTURES": "„%1“ verwendet %2 Texturen; ein Teil darf höchstens %3 verwenden.",
     "MSG_CHECK_NEAR_LIMIT": "„%1“ kommt nach dem Zusammenfassen durch den Compiler auf %2 %4, auf %5 genau, und ein Teil darf höchstens %3 haben: Der Compiler lehnt es vielleicht ab.",
     "MSG_CHECK_WORD_VERTICES": "Eckpunkte",
     "MSG_CHECK_WORD_NORMALS": "Normalen",

@@ -26,6 +26,12 @@ std::string Shown(const std::string& documentText) {
     return Cp1252ToUtf8(documentText);
 }
 
+// A path as the rows show it: without the "." and ".." steps that joining
+// the script's folder and its folders leaves.
+std::string ShownPath(const std::string& path) {
+    return Cp1252ToUtf8(paths::FromFsPath(paths::ToFsPath(path).lexically_normal()));
+}
+
 bool PowerOfTwo(std::int64_t n) {
     return n > 0 && std::has_single_bit(static_cast<std::uint64_t>(n));
 }
@@ -134,13 +140,16 @@ private:
     std::optional<std::string> Open(const PlanFile& file, bool activityLike) {
         const Found found = Locate(file.Path);
         if (found.How == Found::Missing) {
+            if (!missing_.insert(file.Path).second) {
+                return std::nullopt; // said at its first use
+            }
             if (activityLike) {
                 At(file.At,
                    Text(MSG_CHECK_UNKNOWN_ACTIVITY,
-                        {compile::Shown(file.Name), compile::Shown(file.Path)}),
+                        {compile::Shown(file.Name), ShownPath(file.Path)}),
                    RowKind::Error);
             } else {
-                At(file.At, Text(MSG_CHECK_SMD_MISSING, {compile::Shown(file.Path)}),
+                At(file.At, Text(MSG_CHECK_SMD_MISSING, {ShownPath(file.Path)}),
                    RowKind::Error);
             }
             return std::nullopt;
@@ -148,7 +157,7 @@ private:
         NoteCase(file.Path, found);
         std::string text;
         if (!ReadWholeFile(found.Path, text)) {
-            Error(MSG_CHECK_SMD_UNREADABLE, {compile::Shown(found.Path)});
+            Error(MSG_CHECK_SMD_UNREADABLE, {ShownPath(found.Path)});
             return std::nullopt;
         }
         return text;
@@ -166,7 +175,7 @@ private:
     // The rows of a file's findings; true when the compiler gets through it.
     bool Findings(const std::vector<SmdFinding>& findings, const std::string& path,
                   const SmdReadOptions& read) {
-        const std::string shown = compile::Shown(path);
+        const std::string shown = ShownPath(path);
         bool fatal = false;
         for (const SmdFinding& f : findings) {
             const std::string line = std::to_string(f.Line);
@@ -236,7 +245,7 @@ private:
             allPartsRead_ = false;
             return;
         }
-        const std::string shown = compile::Shown(part.File.Path);
+        const std::string shown = ShownPath(part.File.Path);
         BuildBoneFrames(ref, frames_);
         const long limit = std::max(studio::MaxVertices, studio::MaxNormals);
         const PartMerge merged = MergePart(ref, frames_, part.Adjust, part.Read.Scale, limit);
@@ -244,6 +253,10 @@ private:
               MSG_CHECK_WORD_VERTICES);
         Limit(shown, merged.Normals, studio::MaxNormals, MSG_CHECK_TOO_MANY_NORMALS,
               MSG_CHECK_WORD_NORMALS);
+        if (ref.Textures.size() > static_cast<std::size_t>(studio::MaxPartTextures)) {
+            Error(MSG_CHECK_PART_TEXTURES, {shown, std::to_string(ref.Textures.size()),
+                                            std::to_string(studio::MaxPartTextures)});
+        }
         if (ref.Triangles.size() > static_cast<std::size_t>(studio::MaxTriangles)) {
             Error(MSG_CHECK_TOO_MANY_TRIANGLES, {shown, std::to_string(ref.Triangles.size()),
                                                  std::to_string(studio::MaxTriangles)});
@@ -390,7 +403,7 @@ private:
             if (parent != before || (node.Parent == -1) != (kept == -1)) {
                 At(seq.At,
                    Text(MSG_CHECK_ANIM_PARENT_CLASH,
-                        {compile::Shown(seq.Files[0].Path), compile::Shown(node.Name),
+                        {ShownPath(seq.Files[0].Path), compile::Shown(node.Name),
                          node.Parent == -1 ? "ROOT" : compile::Shown(parent),
                          kept == -1 ? "ROOT" : compile::Shown(before)}),
                    RowKind::Error);
@@ -461,7 +474,7 @@ private:
         std::string folderList;
         for (const std::string& f : folders) {
             folderList += (folderList.empty() ? "\"" : ", \"") +
-                          compile::Shown(CompilerPath(plan_, f)) + "\"";
+                          ShownPath(CompilerPath(plan_, f)) + "\"";
         }
         for (ModelTexture& t : textures) {
             if (t.Name.size() >= studio::TextureNameRoom) {
@@ -497,7 +510,7 @@ private:
         }
         NoteCase(t.Name, *found);
         const BmpHeader h = ReadBmpFile(found->Path);
-        const std::string shown = compile::Shown(found->Path);
+        const std::string shown = ShownPath(found->Path);
         if (!Bitmap(shown, h)) {
             return;
         }
@@ -583,7 +596,7 @@ private:
     void OutputFolder() {
         const std::string folder = paths::FolderOf(plan_.Output);
         if (!folder.empty() && !paths::FolderExists(folder)) {
-            At(plan_.OutputAt, Text(MSG_CHECK_OUTPUT_FOLDER, {compile::Shown(plan_.Output)}),
+            At(plan_.OutputAt, Text(MSG_CHECK_OUTPUT_FOLDER, {ShownPath(plan_.Output)}),
                RowKind::Error);
         }
     }
@@ -600,7 +613,7 @@ private:
         if (!otherCase_.empty()) {
             std::vector<std::string> shown;
             for (const std::string& p : otherCase_) {
-                shown.push_back("\"" + compile::Shown(p) + "\"");
+                shown.push_back("\"" + ShownPath(p) + "\"");
             }
             Warning(MSG_CHECK_FILE_OTHER_CASE, {std::to_string(shown.size()), firstFew(shown)});
         }
@@ -619,6 +632,7 @@ private:
     std::vector<std::pair<std::string, std::string>> renames_;
     std::vector<ModelTexture> textures_;
     bool allPartsRead_ = true;
+    std::set<std::string> missing_;
     std::vector<std::string> otherCase_;
     std::vector<std::string> notPowerOfTwo_;
 };

@@ -30,6 +30,7 @@ inline constexpr int MaxVertices = 2048; // per part
 inline constexpr int MaxNormals = 2048;  // per part
 inline constexpr int MaxTriangles = 20000;
 inline constexpr int MaxTextures = 100;
+inline constexpr int MaxPartTextures = 256;
 inline constexpr long MaxSkinBytes = 640L * 480L; // skin pixels and the 768-byte palette
 inline constexpr long MaxSequenceBytes = 65535;
 inline constexpr std::size_t BoneNameRoom = 32;    // with the end of the name

@@ -213,6 +213,7 @@ enum Msg : int {
     MSG_CHECK_TOO_MANY_VERTICES,
     MSG_CHECK_TOO_MANY_NORMALS,
     MSG_CHECK_TOO_MANY_TRIANGLES,
+    MSG_CHECK_PART_TEXTURES,
     MSG_CHECK_NEAR_LIMIT,
     MSG_CHECK_WORD_VERTICES,
     MSG_CHECK_WORD_NORMALS,
@@ -566,6 +567,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "\"%1\" has %2 normals after the compiler's merging; a part can have at most %3."},
     {MSG_CHECK_TOO_MANY_TRIANGLES, "MSG_CHECK_TOO_MANY_TRIANGLES",
      "\"%1\" has %2 triangles; a part can have at most %3."},
+    {MSG_CHECK_PART_TEXTURES, "MSG_CHECK_PART_TEXTURES",
+     "\"%1\" uses %2 textures; a part can use at most %3."},
     {MSG_CHECK_NEAR_LIMIT, "MSG_CHECK_NEAR_LIMIT",
      "\"%1\" comes to %2 %4 after the compiler's merging, give or take %5, and a part can have "
      "at most %3: the compiler may refuse it."},
