@@ -484,7 +484,8 @@ private:
 } // namespace
 
 bool IsFatal(SmdFindingKind kind) {
-    return kind != SmdFindingKind::NodesReadAgain && kind != SmdFindingKind::SkippedToEnd;
+    return kind != SmdFindingKind::NoSkeleton && kind != SmdFindingKind::NodesReadAgain &&
+           kind != SmdFindingKind::SkippedToEnd;
 }
 
 ReferenceSmd ReadReferenceSmd(std::string_view text, const SmdReadOptions& options) {
@@ -531,7 +532,7 @@ AnimationSmd ReadAnimationSmd(std::string_view text, const SmdReadOptions& optio
         }
     });
     if (!reader.Stopped() && !skeletonRead) {
-        reader.Finding(SmdFindingKind::NoFrameInRange, reader.Line());
+        reader.Finding(SmdFindingKind::NoSkeleton, reader.Line());
     }
     if (reader.Stopped() || !out.HasFrames) {
         return out;

@@ -72,7 +72,9 @@ enum class SmdFindingKind {
     PoseBoneOutside,   // an animation pose on a bone index the nodes do not reach; Detail: the index
     FrameOutside,      // a pose in the frame range at a frame outside 0..2047; Detail: the frame
     NoFrameInRange,    // an animation with no pose in its frame range (the compiler crashes)
-    // Worth a warning: the compiler reads on.
+    // The compiler reads on.
+    NoSkeleton,        // an animation without a skeleton: its bones stay unset (fatal when
+                       // the model has one of them)
     NodesReadAgain,    // a blank line behind the nodes' end: one bone is kept
     SkippedToEnd,      // an animation's unknown word skipped lines that held a block; Detail: the word
 };

@@ -215,6 +215,9 @@ private:
                 text = Text(MSG_CHECK_SMD_NO_FRAME, {shown, std::to_string(read.FirstFrame),
                                                      std::to_string(read.LastFrame)});
                 break;
+            case SmdFindingKind::NoSkeleton:
+                continue; // the sequence decides, with the model's bones
+
             case SmdFindingKind::NodesReadAgain:
                 text = Text(MSG_CHECK_SMD_NODES_AGAIN, {shown, line});
                 break;
@@ -357,6 +360,16 @@ private:
             return;
         }
         const AnimationSmd& first = blends[0];
+        if (!first.HasFrames) {
+            // No skeleton: the compiler leaves the file's bones without
+            // poses, and crashes on the first it maps onto the model.
+            if (allPartsRead_ && SharesABone(first)) {
+                Error(MSG_CHECK_SMD_NO_FRAME, {ShownPath(seq.Files[0].Path),
+                                               std::to_string(seq.Read.FirstFrame),
+                                               std::to_string(seq.Read.LastFrame)});
+            }
+            return;
+        }
         Events(seq, first);
         if (!allPartsRead_) {
             return;
@@ -368,6 +381,16 @@ private:
         if (AnimationBytesBound(motion) > studio::MaxSequenceBytes) {
             large.emplace_back(&seq, std::move(motion));
         }
+    }
+
+    bool SharesABone(const AnimationSmd& anim) {
+        const int count = std::clamp(anim.NumBones, 0, MaxSourceBones);
+        for (int j = 0; j < count; ++j) {
+            if (FindBone(bones_, Renamed(anim.Nodes[static_cast<std::size_t>(j)].Name, Renames())) >= 0) {
+                return true;
+            }
+        }
+        return false;
     }
 
     void Events(const PlanSequence& seq, const AnimationSmd& first) {

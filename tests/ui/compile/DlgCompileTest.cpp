@@ -78,7 +78,8 @@ protected:
         }
         doc.QcFile = QDir(models_.path()).filePath(qcName).toStdString();
         doc.ModelName = QDir(models_.path()).filePath("robot.mdl").toStdString();
-        QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n";
+        QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n$cd \"" +
+                        QByteArray::fromStdString(doc.ModelPath) + "\"\r\n$body body \"robot_ref\"\r\n";
         if (withAnimation) {
             qc += "$sequence walk \"walk\"\r\n";
         }
@@ -130,14 +131,14 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     RunToEnd(*dlg);
     EXPECT_EQ(Rows(*dlg),
               (QStringList{"IDS_CHECKMODELINFO", "IDS_WARNING_TEXTUREPATH", "IDS_ERROR_MODELPATH",
-                           "IDS_WARNING_BODYGROUP_PART1 \"body\" IDS_WARNING_BODYGROUP_PART2",
-                           "IDS_ERROR_NOREFERENCEMODEL", "IDS_WARNING_IDLEANIMATION", " ",
-                           "IDS_CANTCOMPILE", "IDS_DONE (2 IDS_ERRORS)"}));
+                           "MSG_CHECK_EMPTY_BODYGROUP body", "IDS_ERROR_NOREFERENCEMODEL",
+                           "IDS_WARNING_IDLEANIMATION", " ", "IDS_CANTCOMPILE",
+                           "IDS_DONE (3 IDS_ERRORS)"}));
     EXPECT_EQ(FromBytes(Read(qc)), "// saved\r\n$sequence idle \"\"\r\n");
     for (const char* name : {"compile.sh", "compile.log", "fert.dat"}) {
         EXPECT_EQ(Read(Work(name)), "old") << name;
     }
-    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_REFUSED MSG_ERRORS 2");
+    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_REFUSED MSG_ERRORS 3");
     EXPECT_EQ(KindOfRow(*dlg, "IDS_ERROR_MODELPATH"), 2);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_WARNING_TEXTUREPATH"), 1);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_CHECKMODELINFO"), 0);
