@@ -212,6 +212,12 @@ private:
                 text = Text(MSG_CHECK_SMD_FRAME_RANGE, {shown, line, f.Detail});
                 break;
             case SmdFindingKind::NoFrameInRange:
+                if (read.FirstFrame > read.LastFrame) {
+                    // A range that ends before it starts: the document's
+                    // check of the frames says so.
+                    fatal = true;
+                    continue;
+                }
                 text = Text(MSG_CHECK_SMD_NO_FRAME, {shown, std::to_string(read.FirstFrame),
                                                      std::to_string(read.LastFrame)});
                 break;

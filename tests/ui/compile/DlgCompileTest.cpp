@@ -79,7 +79,7 @@ protected:
         doc.QcFile = QDir(models_.path()).filePath(qcName).toStdString();
         doc.ModelName = QDir(models_.path()).filePath("robot.mdl").toStdString();
         QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n$cd \"" +
-                        QByteArray::fromStdString(doc.ModelPath) + "\"\r\n$body body \"robot_ref\"\r\n";
+                        QByteArray::fromStdString(doc.ModelPath) + "\"\r\n";
         if (withAnimation) {
             qc += "$sequence walk \"walk\"\r\n";
         }
@@ -145,7 +145,7 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
 
     // The user runs the compiler all the same: on the script as saved,
     // which names no model, so none comes out, and the closing row counts
-    // that beside the checks' two.
+    // that beside the checks' three.
     ASSERT_TRUE(dlg->CmdCompileAnyway->isVisible());
     const int before = dlg->List1->count();
     QTest::mouseClick(dlg->CmdCompileAnyway, Qt::LeftButton);
@@ -155,7 +155,7 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     EXPECT_TRUE(rows.contains(" qc: " + qc)) << rows.join('|').toStdString();
     EXPECT_EQ(rows.mid(rows.size() - 2),
               (QStringList{"MSG_COMPILE_NO_MODEL " + QDir(models_.path()).filePath("new.mdl"),
-                           "IDS_DONE (3 IDS_ERRORS)"}));
+                           "IDS_DONE (4 IDS_ERRORS)"}));
     EXPECT_FALSE(dlg->CmdCompileAnyway->isVisible()) << "one run per showing";
     EXPECT_EQ(Read(Work("fert.dat")), "Fertig 0\n");
 }
