@@ -73,6 +73,17 @@ bool HasReferencePart(const Document& doc) {
     return false;
 }
 
+// A sequence in a later sequence group: the model has animations, though
+// the animation rows show only the first group.
+bool HasGroupedAnimation(const Document& doc) {
+    for (int g = 1; g <= limits::LastSequenceGroup; ++g) {
+        if (!doc.Anims[static_cast<std::size_t>(g)][0].SmdFile.empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void CheckCompiler(Checker& c, const std::string& studioMdl) {
     if (studioMdl.empty()) {
         c.Error(c.Text(IDS_ERROR_STUDIOMDLPATH));
@@ -147,7 +158,7 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
 
     // 8: the compiler wants a sequence; give it the reference as an idle
     // pose. Only the saved script gets the line, so the next save drops it.
-    if (input.AnimationRows == 0) {
+    if (input.AnimationRows == 0 && !HasGroupedAnimation(doc)) {
         c.Warning(c.Text(IDS_WARNING_IDLEANIMATION));
         if (input.AppendIdleLine) {
             std::string failure = AppendScriptLine(doc.QcFile, IdleSequenceLine(doc));

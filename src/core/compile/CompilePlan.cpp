@@ -228,6 +228,15 @@ private:
         bool said_ = false;
     };
 
+    // The end of the script inside a block: the compiler releases the
+    // script a second time when it looks for the next directive.
+    void Unended(const std::string& block, PlanPlace at) {
+        if (!plan_.Stopped) {
+            Issue(MSG_CHECK_BLOCK_UNENDED, RowKind::Error, at, {block});
+            plan_.Stopped = true;
+        }
+    }
+
     // ---- directives ----
 
     void Directive(const std::string& word) {
@@ -419,7 +428,12 @@ private:
             return;
         }
         BlockWords block("$bodygroup " + name);
-        while (Next(true)) {
+        const PlanPlace at = Here();
+        for (;;) {
+            if (!Next(true)) {
+                Unended("$bodygroup " + name, at);
+                return;
+            }
             const std::string& t = Tok();
             if (!t.empty() && t[0] == '{') {
                 continue;
@@ -460,8 +474,13 @@ private:
             return;
         }
         BlockWords block("$texturegroup " + name);
+        const PlanPlace at = Here();
         int depth = 0;
-        while (Next(true)) {
+        for (;;) {
+            if (!Next(true)) {
+                Unended("$texturegroup " + name, at);
+                return;
+            }
             const std::string& t = Tok();
             if (!t.empty() && t[0] == '{') {
                 ++depth;
@@ -525,7 +544,8 @@ private:
         for (;;) {
             if (depth > 0) {
                 if (!Next(true)) {
-                    break;
+                    Unended("$sequence " + name, seq.At);
+                    return;
                 }
                 block.Note(*this);
             } else if (plan_.Stopped || !tokens_.Available() || !Next(false)) {

@@ -235,7 +235,10 @@ private:
                 text += " " + Text(MSG_CHECK_SMD_REPEATED, {std::to_string(f.RepeatLine)});
             }
             const bool isFatal = IsFatal(f.Kind);
-            add_(std::move(text), isFatal ? RowKind::Error : RowKind::Warning);
+            // A frame past the compiler's table is written past it: that
+            // may crash it, but a native build was seen to write the model.
+            const bool certain = isFatal && f.Kind != SmdFindingKind::FrameOutside;
+            add_(std::move(text), certain ? RowKind::Error : RowKind::Warning);
             fatal = fatal || isFatal;
         }
         return !fatal;
@@ -366,14 +369,18 @@ private:
             return;
         }
         const AnimationSmd& first = blends[0];
-        if (!first.HasFrames) {
-            // No skeleton: the compiler leaves the file's bones without
-            // poses, and crashes on the first it maps onto the model.
-            if (allPartsRead_ && SharesABone(first)) {
-                Error(MSG_CHECK_SMD_NO_FRAME, {ShownPath(seq.Files[0].Path),
+        // A file without a skeleton leaves its bones without poses; the
+        // compiler crashes on the first it reaches.
+        bool posesMissing = false;
+        for (std::size_t q = 0; q < blends.size(); ++q) {
+            if (!blends[q].HasFrames && ReachesMissingPoses(seq, first)) {
+                Error(MSG_CHECK_SMD_NO_FRAME, {ShownPath(seq.Files[q].Path),
                                                std::to_string(seq.Read.FirstFrame),
                                                std::to_string(seq.Read.LastFrame)});
             }
+            posesMissing = posesMissing || !blends[q].HasFrames;
+        }
+        if (posesMissing) {
             return;
         }
         Events(seq, first);
@@ -387,6 +394,25 @@ private:
         if (AnimationBytesBound(motion) > studio::MaxSequenceBytes) {
             large.emplace_back(&seq, std::move(motion));
         }
+    }
+
+    // Whether the compiler reads the poses of the first file's bones: all of
+    // them in a looping sequence, the roots' for the motion it takes out,
+    // and those it maps onto the model's bones.
+    bool ReachesMissingPoses(const PlanSequence& seq, const AnimationSmd& first) {
+        const int count = std::clamp(first.NumBones, 0, MaxSourceBones);
+        if (count == 0) {
+            return false;
+        }
+        if (seq.Looping) {
+            return true;
+        }
+        for (int j = 0; j < count; ++j) {
+            if (first.Nodes[static_cast<std::size_t>(j)].Parent == -1) {
+                return true;
+            }
+        }
+        return allPartsRead_ && SharesABone(first);
     }
 
     bool SharesABone(const AnimationSmd& anim) {
@@ -506,11 +532,26 @@ private:
                           ShownPath(CompilerPath(plan_, f)) + "\"";
         }
         for (ModelTexture& t : textures) {
-            if (t.Name.size() >= studio::TextureNameRoom) {
+            if (t.Name.size() > studio::TextureNameRoom) {
+                // The compiler keeps the first 64 characters and looks for a
+                // bitmap of that name, which cannot end in ".bmp".
+                Error(MSG_CHECK_FILE_NAME_TOO_LONG,
+                      {compile::Shown(t.Name), std::to_string(studio::TextureNameRoom),
+                       compile::Shown(t.Name.substr(0, studio::TextureNameRoom))});
+                continue;
+            }
+            if (t.Name.size() == studio::TextureNameRoom) {
                 Warning(MSG_CHECK_NAME_TOO_LONG, {compile::Shown(t.Name),
                                                 std::to_string(studio::TextureNameRoom - 1)});
             }
             Texture(t, folders, folderList);
+        }
+        // The skins alone, with their headers, in the file that holds them.
+        const long bytes = skinBytes_ + studio::HeaderBytes +
+                           studio::TextureEntryBytes * static_cast<long>(textures.size());
+        if (bytes > studio::OutputBuffer) {
+            Warning(MSG_CHECK_MODEL_BUFFER,
+                    {std::to_string(bytes), std::to_string(studio::OutputBuffer)});
         }
     }
 
@@ -556,6 +597,7 @@ private:
             return;
         }
         const SkinSize skin = SkinOf(t.Spans, width, height, chrome);
+        skinBytes_ += skin.Bytes();
         if (skin.Bytes() > studio::MaxSkinBytes) {
             Warning(MSG_CHECK_TEXTURE_TOO_LARGE,
                     {shown, std::to_string(skin.Width), std::to_string(skin.Height)});
@@ -661,6 +703,7 @@ private:
     std::vector<std::pair<std::string, std::string>> renames_;
     std::vector<ModelTexture> textures_;
     bool allPartsRead_ = true;
+    long skinBytes_ = 0;
     std::set<std::string> missing_;
     std::vector<std::string> otherCase_;
     std::vector<std::string> notPowerOfTwo_;

@@ -35,6 +35,9 @@ inline constexpr long MaxSkinBytes = 640L * 480L; // skin pixels and the 768-byt
 inline constexpr long MaxSequenceBytes = 65535;
 inline constexpr std::size_t BoneNameRoom = 32;    // with the end of the name
 inline constexpr std::size_t TextureNameRoom = 64;
+inline constexpr long OutputBuffer = 16L * 1024 * 1024; // what the compiler writes a file into
+inline constexpr long HeaderBytes = 244;                // a model file's header
+inline constexpr long TextureEntryBytes = 80;           // a texture's entry
 } // namespace studio
 
 using AddRowFn = std::function<void(std::string text, RowKind kind)>;

@@ -182,6 +182,7 @@ enum Msg : int {
     MSG_CHECK_CONTROLLER_TYPE_UNKNOWN,
     MSG_CHECK_CONTROLLER_TYPE_MOTION,
     MSG_CHECK_BLOCK_SWALLOWS,
+    MSG_CHECK_BLOCK_UNENDED,
     MSG_CHECK_TEXTUREGROUP_FIRST,
     MSG_CHECK_RENDERMODE_OTHER,
     MSG_CHECK_MISSING_OPEN_BRACE,
@@ -223,6 +224,7 @@ enum Msg : int {
     MSG_CHECK_TEXTURE_NOT_BMP,
     MSG_CHECK_TEXTURE_MISSING,
     MSG_CHECK_TOO_MANY_TEXTURES,
+    MSG_CHECK_MODEL_BUFFER,
     MSG_CHECK_BMP_NOT_BITMAP,
     MSG_CHECK_BMP_RESERVED,
     MSG_CHECK_BMP_HEADER,
@@ -523,6 +525,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_CHECK_BLOCK_SWALLOWS, "MSG_CHECK_BLOCK_SWALLOWS",
      "%2 stands inside the block of %1: the compiler reads it as a word of the block, not as a "
      "directive."},
+    {MSG_CHECK_BLOCK_UNENDED, "MSG_CHECK_BLOCK_UNENDED",
+     "The block of %1 is not closed before the script ends: the compiler reads past the end and "
+     "crashes."},
     {MSG_CHECK_TEXTUREGROUP_FIRST, "MSG_CHECK_TEXTUREGROUP_FIRST",
      "$texturegroup before any part: the compiler takes it only behind the parts and stops here."},
     {MSG_CHECK_RENDERMODE_OTHER, "MSG_CHECK_RENDERMODE_OTHER",
@@ -576,7 +581,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "\"%1\", line %2: a pose of the bone index %3, which the nodes before it do not give; the "
      "compiler crashes."},
     {MSG_CHECK_SMD_FRAME_RANGE, "MSG_CHECK_SMD_FRAME_RANGE",
-     "\"%1\", line %2: frame %3 is outside 0 to 2047, beyond the compiler's tables."},
+     "\"%1\", line %2: frame %3 is outside 0 to 2047: the compiler writes it past its tables, "
+     "which may crash it or spoil the animation."},
     {MSG_CHECK_SMD_NO_FRAME, "MSG_CHECK_SMD_NO_FRAME",
      "\"%1\": the compiler finds no frame from %2 to %3 in it, and crashes."},
     {MSG_CHECK_SMD_NODES_AGAIN, "MSG_CHECK_SMD_NODES_AGAIN",
@@ -619,6 +625,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_CHECK_TOO_MANY_TEXTURES, "MSG_CHECK_TOO_MANY_TEXTURES",
      "The model has %1 textures; the compiler's table holds %2, and it writes the rest past its "
      "end."},
+    {MSG_CHECK_MODEL_BUFFER, "MSG_CHECK_MODEL_BUFFER",
+     "The textures alone come to %1 bytes, more than the %2 the compiler writes a model file "
+     "into: it writes past the end of its buffer, and may crash or spoil the model."},
     {MSG_CHECK_BMP_NOT_BITMAP, "MSG_CHECK_BMP_NOT_BITMAP",
      "The texture \"%1\" is too short for the headers of a bitmap."},
     {MSG_CHECK_BMP_RESERVED, "MSG_CHECK_BMP_RESERVED",

@@ -201,9 +201,10 @@ enum class Verdict { None, Warning, Error };
 // the model; where a row expects an error, it refuses the model, crashes or
 // never ends, but for one: the part whose skeleton runs into its triangles,
 // which it writes without them. A warning stands where it builds a model
-// that may not be what was meant, and where the SDK's compiler refuses what
-// later compilers take: a skin beyond 640 x 480 bytes, the render mode
-// fullbright.
+// that may not be what was meant, where the SDK's compiler refuses what
+// later compilers take (a skin beyond 640 x 480 bytes, the render mode
+// fullbright), and where it writes past a table or its output buffer and the
+// native build still wrote the model (a frame past 2047, 17 MB of skins).
 TEST(ModelFileChecks, EachRuleOnASmallModel) {
     struct Case {
         const char* What;
@@ -244,6 +245,18 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
         {"an animation without a frame",
          [](TempDir& t) { t.Write("walk.smd", "version 1\n" + Nodes(2) + "skeleton\nend\n"); }, E,
          "walk.smd"},
+        {"an animation without a skeleton on bones the model lacks",
+         [](TempDir& t) { t.Write("walk.smd", "version 1\n" + Nodes(2, {}, {{0, "x"}, {1, "y"}})); }, E,
+         "walk.smd"},
+        {"an animation without nodes or skeleton",
+         [](TempDir& t) { t.Write("walk.smd", "version 1\n"); }, None},
+        {"a frame past the compiler's table",
+         [](TempDir& t) {
+             Edit(t, "fps 30", "fps 30 frame 0 3000");
+             t.Write("walk.smd", "version 1\n" + Nodes(2) + "skeleton\ntime 2500\n0 0 0 0 0 0 0\n"
+                                 "1 0 0 0 0 0 0\nend\n");
+         },
+         W, "frame 2500"},
         {"a frame range with no frame in the file",
          [](TempDir& t) { Edit(t, "fps 30", "fps 30 frame 5 9"); }, E, "from 5 to 9"},
         {"a bone twice under the same parent",
@@ -330,6 +343,23 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
              t.Write("body.smd", Reference(OnBone(1, name)));
          },
          W, std::string(60, 's')},
+        {"a texture name of 66 characters",
+         [](TempDir& t) {
+             const std::string name = std::string(62, 's') + ".bmp";
+             t.Write(name, Bitmap{}.Bytes());
+             t.Write("body.smd", Reference(OnBone(1, name)));
+         },
+         E, std::string(62, 's') + ".b\""},
+        {"textures past the compiler's 16 MB buffer",
+         [](TempDir& t) {
+             std::string tris;
+             for (int i = 0; i < 56; ++i) {
+                 t.Write("t" + std::to_string(i) + ".bmp", Bitmap{636, 480}.Bytes());
+                 tris += OnBone(1, "t" + std::to_string(i) + ".bmp");
+             }
+             t.Write("body.smd", Reference(tris));
+         },
+         W, "16777216", 2},
         {"tiled texture coordinates",
          [](TempDir& t) {
              t.Write("body.smd", Reference(Triangle("skin.bmp", {0, 0, 0, 0, 0, 0}, {1, 0, 0, 0, 12, 0},
@@ -440,6 +470,9 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
              Edit(t, "$sequence", "$texturegroup skins\n{\n{ \"skin.bmp\" }\n{ \"red.bmp\" }\n}\n$sequence");
          },
          E, "red.bmp"},
+        {"a texture group the script ends in",
+         [](TempDir& t) { Edit(t, "fps 30\n", "fps 30\n$texturegroup skins\n{\n{ \"skin.bmp\" }\n"); },
+         E, "$texturegroup skins"},
         {"a missing output folder",
          [](TempDir& t) { Edit(t, "\"m.mdl\"", "\"out/m.mdl\""); }, E, "out/m.mdl"},
     };
