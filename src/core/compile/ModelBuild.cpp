@@ -722,15 +722,10 @@ MergedCount AnimationBytes(const SequenceMotion& motion, const AnimationScales& 
                     const float q = v[n] / scale;
                     quantized[n] = ToShort(q);
                     // A division rounded twice (to double, then to float)
-                    // may land a unit in the last place away. Equal values
-                    // land alike, so only where a run of them starts can
-                    // the folding differ: by its two ends.
-                    if (n > 0 && v[n] == v[n - 1]) {
-                        continue;
-                    }
+                    // may land a unit in the last place away.
                     const float frac = std::fabs(q - std::trunc(q));
                     const float slack = 5e-7f * (std::fabs(q) + 1.0f);
-                    nearSteps += frac != 0.0f && (frac < slack || 1.0f - frac < slack) ? 2 : 0;
+                    nearSteps += frac != 0.0f && (frac < slack || 1.0f - frac < slack) ? 1 : 0;
                 }
                 quantized.resize(v.size());
                 values += FoldedEntries(quantized);
