@@ -18,13 +18,13 @@ class QRadioButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgAnimExt : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgAnimExt(AppState& state, platform::Services& services, FrmMain& main,
+    DlgAnimExt(AppState& state, platform::Services& services, MainWindowAccess& main,
                QWidget* parent = nullptr);
     ~DlgAnimExt() override;
 
@@ -82,7 +82,7 @@ private:
     void Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)());
     void StoreFrame(QLineEdit* box, i16& field);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

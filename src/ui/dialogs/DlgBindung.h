@@ -14,7 +14,7 @@ class DlgBindung : public SkeletonDialog {
     Q_OBJECT
 
 public:
-    DlgBindung(AppState& state, platform::Services& services, FrmMain& main,
+    DlgBindung(AppState& state, platform::Services& services, MainWindowAccess& main,
                QWidget* parent = nullptr);
     ~DlgBindung() override;
 

@@ -20,7 +20,7 @@ class DlgController : public SkeletonDialog {
     Q_OBJECT
 
 public:
-    DlgController(AppState& state, platform::Services& services, FrmMain& main,
+    DlgController(AppState& state, platform::Services& services, MainWindowAccess& main,
                   QWidget* parent = nullptr);
     ~DlgController() override;
 

@@ -14,13 +14,13 @@ class QLineEdit;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgModeleinstellungen : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgModeleinstellungen(AppState& state, platform::Services& services, FrmMain& main,
+    DlgModeleinstellungen(AppState& state, platform::Services& services, MainWindowAccess& main,
                           QWidget* parent = nullptr);
     ~DlgModeleinstellungen() override;
 
@@ -69,7 +69,7 @@ public:
 private:
     void Form_Load();
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

@@ -1,7 +1,7 @@
 #include "ui/dialogs/DlgName.h"
 
+#include "ui/common/LimitMessages.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
 #include <QLineEdit>

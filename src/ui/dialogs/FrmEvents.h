@@ -18,13 +18,13 @@ class QTreeWidget;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class FrmEvents : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    FrmEvents(AppState& state, platform::Services& services, FrmMain& main,
+    FrmEvents(AppState& state, platform::Services& services, MainWindowAccess& main,
               QWidget* parent = nullptr);
     ~FrmEvents() override;
 
@@ -54,7 +54,7 @@ public:
 private:
     void Form_Load();
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

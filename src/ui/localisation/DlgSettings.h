@@ -13,13 +13,13 @@ class QLineEdit;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgSettings : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgSettings(AppState& state, platform::Services& services, FrmMain& main,
+    DlgSettings(AppState& state, platform::Services& services, MainWindowAccess& main,
                 QWidget* parent = nullptr);
     ~DlgSettings() override;
 
@@ -70,7 +70,7 @@ private:
     void UpdateMark(QLabel* mark, const QString& path);
     void UpdateMarks();
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

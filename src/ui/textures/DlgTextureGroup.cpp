@@ -39,8 +39,8 @@ constexpr int PreviewTwips = 4500; // the picture's viewport is 4200 twips, 280 
 
 } // namespace
 
-DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services, FrmMain& main,
-                                 QWidget* parent)
+DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services,
+                                 MainWindowAccess& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgTextureGroup"));
     setWindowTitle(QStringLiteral("Texturvariationen"));

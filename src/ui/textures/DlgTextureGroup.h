@@ -16,7 +16,7 @@ class QListWidget;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 class ScrollPicture;
 
 class DlgTextureGroup : public LocalisedDialog {
@@ -26,7 +26,7 @@ public:
     static constexpr int FirstVariation = 1;
     static constexpr int LastVariation = 9;
 
-    DlgTextureGroup(AppState& state, platform::Services& services, FrmMain& main,
+    DlgTextureGroup(AppState& state, platform::Services& services, MainWindowAccess& main,
                     QWidget* parent = nullptr);
     ~DlgTextureGroup() override;
 
@@ -69,7 +69,7 @@ private:
     std::string& Cell();
     void ShowBitmap(const QString& name);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
     int variation_ = FirstVariation;
 };
 

@@ -17,8 +17,8 @@ namespace quarle::ui {
 
 using platform::Control;
 
-DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services, FrmMain& main,
-                               QWidget* parent)
+DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services,
+                               MainWindowAccess& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgTexturemode"));
     setWindowTitle(QStringLiteral("Texturemodes"));

@@ -17,13 +17,13 @@ class QRadioButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgTexturemode : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgTexturemode(AppState& state, platform::Services& services, FrmMain& main,
+    DlgTexturemode(AppState& state, platform::Services& services, MainWindowAccess& main,
                    QWidget* parent = nullptr);
     ~DlgTexturemode() override;
 
@@ -44,7 +44,7 @@ public:
 private:
     void Form_Load();
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

@@ -1,7 +1,7 @@
 #include "ui/wizards/AnimWiz3.h"
 
 #include "platform/Reflection.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "ui/common/ActivityIds.h"
 
 #include <QComboBox>
 #include <QGroupBox>

@@ -4,7 +4,7 @@
 #include "document/SmdScan.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/wizards/AnimWiz2.h"
 
 #include <QCheckBox>

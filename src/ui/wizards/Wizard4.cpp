@@ -1,7 +1,7 @@
 #include "ui/wizards/Wizard4.h"
 
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
