@@ -74,8 +74,6 @@ void FrmMain::Form_Load() {
     platform::SetHeightTwips(FrmModelfiles, 4575);
 
     NewDocument();
-    state_.Doc.Gamma = DefaultGamma;
-    state_.Doc.ModelScale = 1.0f;
 
     FillIdsNames(state_.IdsNames);
     ApplyLanguage(state_, services_, this);
