@@ -230,8 +230,6 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
         FilterKeys(signedWhole, 2);
     }
     FilterKeys(TxtScale, 3);
-
-    Form_Load();
 }
 
 DlgAnimExt::~DlgAnimExt() = default;

@@ -76,7 +76,7 @@ public:
     void OKButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // Sets a text box's text and runs its change event, also when the text
     // does not change.
     void Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)());

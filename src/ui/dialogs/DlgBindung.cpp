@@ -77,7 +77,6 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, MainWindow
             [this](const QString& t) { TxtBindung_Change(1, t); });
     connect(TxtBindungZ, &QLineEdit::textChanged, this,
             [this](const QString& t) { TxtBindung_Change(2, t); });
-    Form_Load();
 }
 
 DlgBindung::~DlgBindung() = default;

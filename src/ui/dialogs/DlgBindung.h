@@ -38,7 +38,7 @@ protected:
     void StoreBoneName(const QString& text) override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // The attachment being edited: the entry of CmbBindung whose text stands
     // in the box; -1 while typed text names none.
     int K() const;

@@ -116,7 +116,6 @@ DlgController::DlgController(AppState& state, platform::Services& services,
     connect(TxtLimitMin, &QLineEdit::textChanged, this, &DlgController::TxtLimitMin_Change);
     connect(TxtLimitMax, &QLineEdit::textChanged, this, &DlgController::TxtLimitMax_Change);
     connect(PicLimits, &LimitsDial::MouseMove, this, &DlgController::PicLimits_MouseMove);
-    Form_Load();
 }
 
 DlgController::~DlgController() = default;

@@ -48,7 +48,7 @@ protected:
     void StoreBoneName(const QString& text) override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void DrawLimits();
     int K() const;
 };

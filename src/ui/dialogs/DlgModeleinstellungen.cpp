@@ -156,8 +156,6 @@ DlgModeleinstellungen::DlgModeleinstellungen(AppState& state, platform::Services
     FilterKeys(TxtAugenY, 3);
     FilterKeys(TxtAugenZ, 3);
     FilterKeys(TxtSequenceGroupSize, 0);
-
-    Form_Load();
 }
 
 DlgModeleinstellungen::~DlgModeleinstellungen() = default;

@@ -67,7 +67,7 @@ public:
     void ShowSubDialog(LocalisedDialog& dialog);
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     MainWindowAccess& main_;
 };

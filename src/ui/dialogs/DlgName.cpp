@@ -29,7 +29,6 @@ DlgName::DlgName(AppState& state, platform::Services& services, QComboBox* group
     setModal(false);
     connect(CmdOK, &QPushButton::clicked, this, &DlgName::CmdOK_Click);
     connect(CmdAbbrechen, &QPushButton::clicked, this, &DlgName::CmdAbbrechen_Click);
-    Form_Load();
 }
 
 DlgName::~DlgName() = default;

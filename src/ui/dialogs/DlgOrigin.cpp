@@ -135,8 +135,6 @@ DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, MainWindowAc
     OnKeyPress(TxtZ, [this](int& key) { TxtZ_KeyPress(key); });
     connect(OKButton, &QPushButton::clicked, this, &DlgOrigin::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgOrigin::CancelButton_Click);
-
-    Form_Load();
 }
 
 DlgOrigin::~DlgOrigin() = default;

@@ -66,7 +66,7 @@ public:
     void CancelButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void DrawOrigin();
     // Enter in a box: the working copy of the axis takes the box's number.
     void TakeNumber(QLineEdit* box, i16& copy, int axis);

@@ -145,8 +145,6 @@ FrmEvents::FrmEvents(AppState& state, platform::Services& services, MainWindowAc
     connect(TxtParameter, &QLineEdit::textChanged, this, &FrmEvents::TxtParameter_Change);
     connect(CmdOK, &QPushButton::clicked, this, &FrmEvents::CmdOK_Click);
     FilterKeys(TxtFrame, 0);
-
-    Form_Load();
 }
 
 FrmEvents::~FrmEvents() = default;

@@ -52,7 +52,7 @@ public:
     void CmdOK_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     MainWindowAccess& main_;
 };

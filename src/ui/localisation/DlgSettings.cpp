@@ -156,8 +156,6 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, MainWind
     connect(OKButton, &QPushButton::clicked, this, &DlgSettings::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgSettings::CancelButton_Click);
     connect(ChkPreviewViewer, &QCheckBox::toggled, this, &DlgSettings::ChkPreviewViewer_Click);
-
-    Form_Load();
 }
 
 DlgSettings::~DlgSettings() = default;

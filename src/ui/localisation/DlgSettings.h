@@ -64,7 +64,7 @@ public:
     void ChkPreviewViewer_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void Browse(const QString& title, QLineEdit* target);
     // Brings the mark of a path in line with its text.
     void UpdateMark(QLabel* mark, const QString& path);

@@ -119,7 +119,6 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, MainWindow
     // The key works wherever the focus is in the window.
     auto* frameKey = new QShortcut(QKeySequence(Qt::Key_F), this);
     connect(frameKey, &QShortcut::activated, this, &FrmPreview::CmdFrameModel_Click);
-    Form_Load();
 }
 
 FrmPreview::~FrmPreview() = default;

@@ -60,7 +60,7 @@ public:
     int ShownFrame() const { return frame_; }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // What the mesh is built from (the part files, their times, the
     // scale) and what its textures are (the bitmap files after the
     // variation, their times and render modes). A change rebuilds them.

@@ -122,8 +122,6 @@ DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services,
     connect(FileChangeTo, &QListWidget::itemSelectionChanged, this,
             &DlgTextureGroup::FileChangeTo_Click);
     connect(OKButton, &QPushButton::clicked, this, &DlgTextureGroup::OKButton_Click);
-
-    Form_Load();
 }
 
 DlgTextureGroup::~DlgTextureGroup() = default;

@@ -62,7 +62,7 @@ public:
     int Variation() const { return variation_; }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void FillFileChangeTo();
     // The cell of the variation on show and the selected texture (column 0,
     // which nothing reads, when no texture is selected).

@@ -83,8 +83,6 @@ DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services,
         }
     });
     connect(OKButton, &QPushButton::clicked, this, &DlgTexturemode::OKButton_Click);
-
-    Form_Load();
 }
 
 DlgTexturemode::~DlgTexturemode() = default;

@@ -42,7 +42,7 @@ public:
     void OKButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     MainWindowAccess& main_;
 };

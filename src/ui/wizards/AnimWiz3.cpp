@@ -49,8 +49,6 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addWidget(FrmAnimationID);
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
-
-    Form_Load();
 }
 
 void AnimWiz3::Form_Load() {

@@ -91,7 +91,6 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz4::TxtAnimWiz4FrameStart_Change);
     connect(TxtAnimWiz4FrameEnd, &QLineEdit::textChanged, this,
             &AnimWiz4::TxtAnimWiz4FrameEnd_Change);
-    Form_Load();
 }
 
 void AnimWiz4::Form_Load() {

@@ -40,7 +40,6 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
       main_(main) {
     CmdWeiter = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdWeiter"));
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz5::CmdWeiter_Click);
-    Form_Load();
 }
 
 void AnimWiz5::Form_Load() {

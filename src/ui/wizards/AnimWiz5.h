@@ -29,7 +29,7 @@ public:
 
 private:
     // The summary is built once, when the page loads.
-    void Form_Load();
+    void Form_Load() override;
 
 public:
     // The summary, built anew each time the page shows, from what the other

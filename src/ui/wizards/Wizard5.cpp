@@ -25,7 +25,6 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
       main_(main) {
     CmdFertig = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdFertig"));
     connect(CmdFertig, &QPushButton::clicked, this, &Wizard5::CmdFertig_Click);
-    Form_Load();
 }
 
 void Wizard5::Form_Load() {

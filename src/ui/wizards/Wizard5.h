@@ -30,7 +30,7 @@ public:
     void Form_Activate() override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     MainWindowAccess& main_;
 };
