@@ -470,17 +470,14 @@ FORMS = {
     ]),
 }
 
-# Where the German file says something else than the form as it is built: a
-# text that only the language file gives, or one that the form's load
-# replaces. (form, control key or "Titel", "caption" or "tip"): the German.
+# Where the German file says something else than the form as it is built
+# (designed, before its load): a text that only the language file gives. (form, control key or "Titel", "caption" or "tip"): the German.
 GERMAN_DIFFERENCES = {
     # The recent-file entries show the files; their designed caption is empty.
     **{("FrmMain", f"MnuDateiLast{i}", "caption"): "..." for i in range(1, 5)},
     # The designed title is the designer's placeholder.
     ("DlgSettings", "Titel", "caption"): "Allgemeine Einstellungen",
     ("DlgRenameGroup", "Titel", "caption"): "Gruppe umbenennen",
-    # Set by the load before anything shows it.
-    ("DlgCompile", "Titel", "caption"): "Compiliere",
     # Tool tips that only the language file gives.
     ("DlgSettings", "TxtStudioMDL", "tip"): "Pfad des Compilers (studiomdl)",
     ("DlgSettings", "TxtModelviewer", "tip"): "Pfad des Modelviewers",
@@ -491,14 +488,6 @@ GERMAN_DIFFERENCES = {
     ("DlgSettings", "CmbLanguage", "tip"): "Sprache des Programms; die Wahl gilt sofort",
     ("DlgSettings", "CmdLocaliseStrings", "tip"): "Globale Texte übersetzen",
     ("frmAbout", "LblVersion", "tip"): "Version des Programms",
-    # The marks' tips: the form adds a second line with what it found.
-    ("DlgSettings", "ImageStudioMDL", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageModelviewer", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageEditor", "tip"): "Gefunden und startbar?",
-    # Filled at load with the version string and the program's version.
-    ("frmAbout", "LblVersion", "caption"): "",
-    # Filled at load with what the preview shows.
-    ("FrmPreview", "LblStatus", "caption"): "",
     # A value keeps no outer blanks; the form puts a blank before the path.
     ("Wizard2", "LblHelpText3", "caption"): '"c:\\modells\\meinmodell\\texturen"',
     ("Wizard2", "LblHelpText5", "caption"): '"c:\\modells\\meinmodell"',
