@@ -73,6 +73,13 @@ startup() {
     pid=$!
     until xdotool search --onlyvisible --pid "$pid" >/dev/null 2>&1; do
         if ! kill -0 "$pid" 2>/dev/null; then
+            # Under load a connection to the display is at times refused;
+            # such a run is started again.
+            if grep -q 'could not connect to display' "$home.log" && ((${tries:-0} < 3)); then
+                rm -rf "$home" "$home.log"
+                tries=$((${tries:-0} + 1)) startup "$@"
+                return
+            fi
             echo "$1 ended without a window:" >&2
             cat "$home.log" >&2
             exit 1
