@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_set>
@@ -272,15 +273,27 @@ std::optional<i16> TimeFrame(std::string_view value) {
 class TextureSet {
 public:
     // Counts Name as known.
-    void Add(std::string_view name) { known_.insert(ToUpper(name)); }
+    void Add(std::string_view name) {
+        known_.insert(ToUpper(name));
+        written_.emplace(name);
+    }
 
     // Whether Line is a texture line (it holds ".BMP" in any case) that
     // matches no known name in upper case. A new line is not yet known:
     // KeepLast() adds it.
     bool IsNew(std::string_view line) {
         // A mesh names the texture of each triangle, mostly the one of the
-        // triangle before, so the last known line settles most.
-        if (line == last_ || line.find('.') == std::string_view::npos) {
+        // triangle before and always as first written, so the last known
+        // line and the known lines as written settle most without a change
+        // of case.
+        if (line == last_) {
+            return false;
+        }
+        if (written_.find(line) != written_.end()) {
+            last_.assign(line);
+            return false;
+        }
+        if (line.find('.') == std::string_view::npos) {
             return false;
         }
         upper_ = ToUpper(line);
@@ -288,19 +301,34 @@ public:
             return false;
         }
         if (known_.contains(upper_)) {
+            written_.emplace(line);
             last_.assign(line);
             return false;
         }
+        tested_ = line;
         return true;
     }
 
     // Counts the line last found new as known.
-    void KeepLast() { known_.insert(upper_); }
+    void KeepLast() {
+        known_.insert(upper_);
+        written_.emplace(tested_);
+    }
 
 private:
-    std::unordered_set<std::string> known_;
-    std::string upper_; // of the line last tested
-    std::string last_;  // the last line found known
+    // Looks up a string_view without making a string of it.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view s) const noexcept {
+            return std::hash<std::string_view>{}(s);
+        }
+    };
+
+    std::unordered_set<std::string> known_;                           // upper case
+    std::unordered_set<std::string, Hash, std::equal_to<>> written_; // as written
+    std::string upper_;         // of the line last tested
+    std::string_view tested_;   // the line last found new, while its block lasts
+    std::string last_;          // the last line found known
 };
 
 } // namespace
