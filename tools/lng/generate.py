@@ -5,7 +5,8 @@ A form's German texts are typed once, in the form: its designed captions and
 tool tips. quarle-form-texts (built beside the program) dumps them from every
 form of the catalogue (src/ui/FormCatalogue.cpp) into tools/lng/forms.tsv,
 which is committed, so this script runs without a build. The tables below keep
-the rest: the English text of each form's entries (FORMS), the few places where
+the rest: the English text of each form's entries (FORMS, by form; the forms
+and their order are the dump's), the few places where
 the German file deliberately says something else than the form
 (GERMAN_DIFFERENCES), the German texts of the messages (their keys and English
 texts are the program's own, read from MessageTexts.h), and the table of the
@@ -99,10 +100,11 @@ def skeleton_views():
     ]
 
 
-# The English of each form's entries, in the order of the sections and of
-# their entries in the files. The German is the form's own (forms.tsv).
-FORMS = [
-    ("FrmMain", "Quarle", [
+# The English of each form's entries, by form, in the order of their entries
+# in the files. Which forms there are, and the order of the sections, is the
+# dump's (forms.tsv, the catalogue's order); the German is the form's own.
+FORMS = {
+    "FrmMain": ("Quarle", [
         C("CmdModeleinst", "Model settings", "Scale, controllers, eye position, etc."),
         C("CmdCompile", "Build model", "Saves the script and builds the model with the compiler"),
         C("FrmPaths", "Paths"),
@@ -161,7 +163,7 @@ FORMS = [
         M("MnuHilfe", "&Help"),
         M("MnuHilfeUeber", "&About"),
     ]),
-    ("DlgSettings", "General settings", [
+    "DlgSettings": ("General settings", [
         C("FrmPaths", "Paths"),
         C("LblStudioMDL", "Compiler:"),
         T("TxtStudioMDL", "Path of the compiler (studiomdl)"),
@@ -188,7 +190,7 @@ FORMS = [
         C("ChkPreviewViewer", "Open models in Quarle's 3D preview",
           "Shows compiled models itself instead of starting a model viewer"),
     ]),
-    ("frmAbout", "About", [
+    "frmAbout": ("About", [
         C("lblTitle", "Quarle"),
         C("lblDisclaimer",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
@@ -198,7 +200,7 @@ FORMS = [
         C("LblVersion", "", "Version of the program"),
         C("CmdOK", "OK"),
     ]),
-    ("FrmPreview", "3D preview", [
+    "FrmPreview": ("3D preview", [
         T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
         C("CmdPlay", "Play", "Plays the selected animation or holds it"),
         C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
@@ -206,7 +208,7 @@ FORMS = [
         C("ChkCompiled", "Compiled skeleton",
           "Lays the skeleton of the compiled model over the one of the sources, in magenta"),
     ]),
-    ("FrmCompiledModel", "Compiled model", [
+    "FrmCompiledModel": ("Compiled model", [
         T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
         C("LblSequences", "Sequences:"),
         T("LstSequences", "The sequence the model plays"),
@@ -220,7 +222,7 @@ FORMS = [
         C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
         C("LblStatus", "", "What the preview shows and what it lacks"),
     ]),
-    ("DlgOrigin", "Origin offset", [
+    "DlgOrigin": ("Origin offset", [
         C("Label4", "X,Y"),
         T("PicXYVer", "Click to set the X and Y offset"),
         C("Label5", "X,Z"),
@@ -234,7 +236,7 @@ FORMS = [
         OK,
         CANCEL,
     ]),
-    ("DlgController", "Controllers", skeleton_views() + [
+    "DlgController": ("Controllers", skeleton_views() + [
         T("TxtBone", "Lists the bones of the model"),
         C("Label1", "Controller no.:"),
         T("CmbController", "Choose a controller number"),
@@ -249,7 +251,7 @@ FORMS = [
         T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("Wizard2", "Wizard - Paths", [
+    "Wizard2": ("Wizard - Paths", [
         C("LblHelpText1",
           "Now enter the folder that holds the textures of the model, and the folder that "
           "holds its .smd files (the animation and reference files)."),
@@ -266,7 +268,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard3", "Wizard - Reference model", [
+    "Wizard3": ("Wizard - Reference model", [
         C("LblHelpText1",
           "Choose the reference model: the .smd file that holds the body of the model, not "
           "just its bones."),
@@ -277,7 +279,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard4", "Wizard - Other settings", [
+    "Wizard4": ("Wizard - Other settings", [
         C("FrmScale", "Scale"),
         C("LblHelpText1",
           'Enter the scale at which the model is to be built. It can usually stay at "1".'),
@@ -291,13 +293,13 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard5", "Wizard", [
+    "Wizard5": ("Wizard", [
         C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
         C("CmdFertig", "Finish"),
     ]),
-    ("AnimWiz1", "Animation wizard", [
+    "AnimWiz1": ("Animation wizard", [
         C("LblHelpText",
           "Enter a name for the animation. The finished .mdl file calls the animation by this "
           'name: for a jump, for example, "jump".'),
@@ -305,7 +307,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz2", "Animation wizard", [
+    "AnimWiz2": ("Animation wizard", [
         C("LblHelpText",
           "Choose the model file that holds the animation. It must lie in the folder that you "
           'gave as the model path, for example "jump.smd".'),
@@ -316,7 +318,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz3", "Animation wizard", [
+    "AnimWiz3": ("Animation wizard", [
         C("FrmAnimationID", "Activity"),
         C("LblHelpText1",
           "If the animation shows a standard action, such as walking or shooting, you can "
@@ -326,7 +328,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz4", "Animation wizard", [
+    "AnimWiz4": ("Animation wizard", [
         C("FrmFPS", "Frames per second"),
         C("LblHelpText1",
           "How fast should the animation run, in frames per second (fps)? The default is 30."),
@@ -344,13 +346,13 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz5", "Animation wizard", [
+    "AnimWiz5": ("Animation wizard", [
         C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
         C("CmdWeiter", "Finish"),
     ]),
-    ("DlgCompile", "Compiling", [
+    "DlgCompile": ("Compiling", [
         OK,
         # Ends the wait for a compiler that doesn't finish.
         C("CmdCancel", "Cancel"),
@@ -360,7 +362,7 @@ FORMS = [
           "checks refuse"),
         C("ChkViewAfterCompile", "Open the model in the viewer after compiling"),
     ]),
-    ("DlgBindung", "Attachments", skeleton_views() + [
+    "DlgBindung": ("Attachments", skeleton_views() + [
         C("Label1", "Attachment no.:"),
         T("CmbBindung", "Choose an attachment number"),
         C("ChkBndgAktiv", "Attachment on", "Is the attachment active?"),
@@ -374,7 +376,7 @@ FORMS = [
         T("TxtBindungZ", "Z coordinate of the attachment, relative to the bone"),
         OK,
     ]),
-    ("DlgModeleinstellungen", "Model settings", [
+    "DlgModeleinstellungen": ("Model settings", [
         C("Label2", "Scale:", "($scale) - Builds the model at another scale"),
         T("TxtMassstab", "Enlarges or shrinks the original model (1 = original size)"),
         C("ChkAugen", "Eyes:", "($eyeposition) - Position of the eyes of the model"),
@@ -399,12 +401,12 @@ FORMS = [
         C("CmdTexturemode", "Texture modes"),
         OK,
     ]),
-    ("DlgName", "Enter the name of the group", [
+    "DlgName": ("Enter the name of the group", [
         C("Label1", "Group name:"),
         C("CmdOK", "Add"),
         C("CmdAbbrechen", "Cancel"),
     ]),
-    ("FrmEvents", "Events", [
+    "FrmEvents": ("Events", [
         C("CmdDel", "", "Deletes the selected events"),
         C("LblFrame", "Frame:"),
         C("LblParameter", "Parameter:"),
@@ -416,7 +418,7 @@ FORMS = [
           "a target name, as the event needs)."),
         C("CmdOK", "OK"),
     ]),
-    ("DlgAnimExt", "Advanced animation properties", [
+    "DlgAnimExt": ("Advanced animation properties", [
         C("Label6", "Fps:"),
         T("Text6", "($sequence ... fps) - Speed at which the animation is played"),
         C("Label7", "Rotation:"),
@@ -442,14 +444,14 @@ FORMS = [
         T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("DlgRenameGroup", "Rename group", [
+    "DlgRenameGroup": ("Rename group", [
         C("Label1", "New name of the group:"),
         OK,
         CANCEL,
     ]),
     # The two texture dialogs keep their designed captions at load; their
     # sections are here for the language editor, which rewrites them.
-    ("DlgTextureGroup", "Texture variations", [
+    "DlgTextureGroup": ("Texture variations", [
         C("LblTexturegroup", "Variation:"),
         C("FrmVariation", "Variation"),
         C("LblTextur", "Texture to change:"),
@@ -457,7 +459,7 @@ FORMS = [
         C("LblPreview", "Preview:"),
         OK,
     ]),
-    ("DlgTexturemode", "Texture modes", [
+    "DlgTexturemode": ("Texture modes", [
         C("LblTextures", "Textures:"),
         C("FrmRenderMode", "Render mode:"),
         C("OptModes(0)", "Normal"),
@@ -466,19 +468,16 @@ FORMS = [
         C("LblWarning", "Warning: not every compiler supports this function!"),
         OK,
     ]),
-]
+}
 
-# Where the German file says something else than the form as it is built: a
-# text that only the language file gives, or one that the form's load
-# replaces. (form, control key or "Titel", "caption" or "tip"): the German.
+# Where the German file says something else than the form as it is built
+# (designed, before its load): a text that only the language file gives. (form, control key or "Titel", "caption" or "tip"): the German.
 GERMAN_DIFFERENCES = {
     # The recent-file entries show the files; their designed caption is empty.
     **{("FrmMain", f"MnuDateiLast{i}", "caption"): "..." for i in range(1, 5)},
     # The designed title is the designer's placeholder.
     ("DlgSettings", "Titel", "caption"): "Allgemeine Einstellungen",
     ("DlgRenameGroup", "Titel", "caption"): "Gruppe umbenennen",
-    # Set by the load before anything shows it.
-    ("DlgCompile", "Titel", "caption"): "Compiliere",
     # Tool tips that only the language file gives.
     ("DlgSettings", "TxtStudioMDL", "tip"): "Pfad des Compilers (studiomdl)",
     ("DlgSettings", "TxtModelviewer", "tip"): "Pfad des Modelviewers",
@@ -489,14 +488,6 @@ GERMAN_DIFFERENCES = {
     ("DlgSettings", "CmbLanguage", "tip"): "Sprache des Programms; die Wahl gilt sofort",
     ("DlgSettings", "CmdLocaliseStrings", "tip"): "Globale Texte übersetzen",
     ("frmAbout", "LblVersion", "tip"): "Version des Programms",
-    # The marks' tips: the form adds a second line with what it found.
-    ("DlgSettings", "ImageStudioMDL", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageModelviewer", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageEditor", "tip"): "Gefunden und startbar?",
-    # Filled at load with the version string and the program's version.
-    ("frmAbout", "LblVersion", "caption"): "",
-    # Filled at load with what the preview shows.
-    ("FrmPreview", "LblStatus", "caption"): "",
     # A value keeps no outer blanks; the form puts a blank before the path.
     ("Wizard2", "LblHelpText3", "caption"): '"c:\\modells\\meinmodell\\texturen"',
     ("Wizard2", "LblHelpText5", "caption"): '"c:\\modells\\meinmodell"',
@@ -994,10 +985,13 @@ def read_form_texts(path):
 def form_sections(form_texts):
     """(form, (German, English title), [(key, captions, tips), ...]) of every
     form: the German from the dump and GERMAN_DIFFERENCES, the English from
-    FORMS."""
-    if [name for name, _, _ in FORMS] != list(form_texts):
-        sys.exit("generate.py: FORMS does not name the forms of forms.tsv in their order: "
-                 f"{list(form_texts)}")
+    FORMS. The forms and their order are those of the dump."""
+    missing = [name for name in form_texts if name not in FORMS]
+    if missing:
+        sys.exit(f"generate.py: FORMS gives no English for {missing}")
+    unknown = [name for name in FORMS if name not in form_texts]
+    if unknown:
+        sys.exit(f"generate.py: FORMS names forms that forms.tsv does not hold: {unknown}")
     used = set()
 
     def german(form, key, prop, designed):
@@ -1010,7 +1004,8 @@ def form_sections(form_texts):
         return designed
 
     sections = []
-    for name, title, rows in FORMS:
+    for name in form_texts:
+        title, rows = FORMS[name]
         designed = {key: (caption, tip) for key, caption, tip in form_texts[name]}
         entries = []
         for key, caption, tip in rows:

@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 
 namespace quarle {
 
@@ -265,19 +267,69 @@ std::optional<i16> TimeFrame(std::string_view value) {
         std::clamp<std::int64_t>(negative ? -whole : whole, INT16_MIN, INT16_MAX));
 }
 
-// Whether Line is a texture line (it holds ".BMP" in any case) that matches
-// none of Names in upper case (ToUpper). A mesh repeats a few texture lines
-// thousands of times, mostly as first seen, so an exact compare settles most.
-bool IsNewTexture(std::span<const std::string> names, std::string_view line) {
-    if (std::find(names.begin(), names.end(), line) != names.end() ||
-        line.find('.') == std::string_view::npos) {
-        return false;
+// The texture lines of a scan so far, held by their upper-case form
+// (ToUpper), so that a line is told new or known in one look-up however many
+// names a file has.
+class TextureSet {
+public:
+    // Counts Name as known.
+    void Add(std::string_view name) {
+        known_.insert(ToUpper(name));
+        written_.emplace(name);
     }
-    const std::string upper = ToUpper(line);
-    return upper.find(".BMP") != std::string::npos &&
-           std::none_of(names.begin(), names.end(),
-                        [&](const std::string& name) { return ToUpper(name) == upper; });
-}
+
+    // Whether Line is a texture line (it holds ".BMP" in any case) that
+    // matches no known name in upper case. A new line is not yet known:
+    // KeepLast() adds it.
+    bool IsNew(std::string_view line) {
+        // A mesh names the texture of each triangle, mostly the one of the
+        // triangle before and always as first written, so the last known
+        // line and the known lines as written settle most without a change
+        // of case.
+        if (line == last_) {
+            return false;
+        }
+        if (written_.find(line) != written_.end()) {
+            last_.assign(line);
+            return false;
+        }
+        if (line.find('.') == std::string_view::npos) {
+            return false;
+        }
+        upper_ = ToUpper(line);
+        if (upper_.find(".BMP") == std::string::npos) {
+            return false;
+        }
+        if (known_.contains(upper_)) {
+            written_.emplace(line);
+            last_.assign(line);
+            return false;
+        }
+        tested_ = line;
+        return true;
+    }
+
+    // Counts the line last found new as known.
+    void KeepLast() {
+        known_.insert(upper_);
+        written_.emplace(tested_);
+    }
+
+private:
+    // Looks up a string_view without making a string of it.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view s) const noexcept {
+            return std::hash<std::string_view>{}(s);
+        }
+    };
+
+    std::unordered_set<std::string> known_;                           // upper case
+    std::unordered_set<std::string, Hash, std::equal_to<>> written_; // as written
+    std::string upper_;         // of the line last tested
+    std::string_view tested_;   // the line last found new, while its block lasts
+    std::string last_;          // the last line found known
+};
 
 } // namespace
 
@@ -345,14 +397,19 @@ bool CollectBmpLines(const std::string& path, std::span<std::string> names, int&
     const int capacity = std::max(0, static_cast<int>(names.size()) - 1);
     int known = std::clamp(count, 0, capacity);
     const std::span<const std::string> table = names.empty() ? names : names.subspan(1);
+    TextureSet textures;
+    for (const std::string& name : table.first(static_cast<std::size_t>(known))) {
+        textures.Add(name);
+    }
     AnyOf finder("bB");
     bool fits = true;
     ScanLines(OpenSmd(path), finder, false, [&](const ScanLine& scan) {
-        if (!IsNewTexture(table.first(static_cast<std::size_t>(known)), scan.Text)) {
+        if (!textures.IsNew(scan.Text)) {
             return true;
         }
         fits = known < capacity;
         if (fits) {
+            textures.KeepLast();
             count = ++known;
             names[static_cast<std::size_t>(known)].assign(scan.Text);
         }
@@ -369,6 +426,7 @@ SmdFacts ScanSmdFile(const std::string& path) {
     // searches find both. Until the file is known to be a reference mesh,
     // lines that can hold "triangles" or move the comment mark count too.
     AnyOf finder("mMg*");
+    TextureSet textures;
     bool comment = false;
     ScanLines(file, finder, false, [&](const ScanLine& scan) {
         const std::string_view line = scan.Text;
@@ -390,7 +448,8 @@ SmdFacts ScanSmdFile(const std::string& path) {
                 return true;
             });
         }
-        if (IsNewTexture(facts.Textures, line)) {
+        if (textures.IsNew(line)) {
+            textures.KeepLast();
             facts.Textures.emplace_back(line);
         }
         return true;

@@ -190,8 +190,6 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     connect(OKButton, &QPushButton::clicked, this, &DlgCompile::OKButton_Click);
     connect(CmdCancel, &QPushButton::clicked, this, &DlgCompile::CmdCancel_Click);
     connect(CmdCompileAnyway, &QPushButton::clicked, this, &DlgCompile::CmdCompileAnyway_Click);
-
-    Form_Load();
 }
 
 DlgCompile::~DlgCompile() = default;

@@ -74,8 +74,6 @@ void FrmMain::Form_Load() {
     platform::SetHeightTwips(FrmModelfiles, 4575);
 
     NewDocument();
-    state_.Doc.Gamma = DefaultGamma;
-    state_.Doc.ModelScale = 1.0f;
 
     FillIdsNames(state_.IdsNames);
     ApplyLanguage(state_, services_, this);
@@ -87,7 +85,7 @@ void FrmMain::Form_Load() {
     // A first start that found no compiler says so once, in the language
     // just applied, and offers the way to the paths.
     if (toolNotice) {
-        settings_.Set(QLatin1String(ToolNoticeKey), QStringLiteral("1"));
+        WriteSetting(settings_, setting::ToolNotice, QStringLiteral("1"));
         settings_.Sync();
         const platform::Answer answer =
             services_.MsgBox(MessageText(state_, MSG_TOOLS_FIRST_START, {Doc(tools.StudioMdlPath)}),

@@ -9,10 +9,10 @@
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 #include "platform/Cp1252Text.h"
+#include "ui/common/LimitMessages.h"
 #include "ui/dialogs/DlgAnimExt.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -5,7 +5,7 @@
 // of the captions of a language.
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "ui/common/ActivityIds.h"
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
@@ -114,7 +114,7 @@ public:
     }
 
 private:
-    static constexpr int TabPadding = 6;  // pixels beside a caption, both sides together
+    static constexpr int TabPadding = 6; // pixels beside a caption, both sides together
 };
 
 QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString& tip = {}) {

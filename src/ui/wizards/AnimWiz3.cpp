@@ -1,7 +1,7 @@
 #include "ui/wizards/AnimWiz3.h"
 
 #include "platform/Reflection.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "ui/common/ActivityIds.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -49,8 +49,6 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addWidget(FrmAnimationID);
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
-
-    Form_Load();
 }
 
 void AnimWiz3::Form_Load() {

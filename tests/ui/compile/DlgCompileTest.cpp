@@ -86,8 +86,12 @@ protected:
         Write(QString::fromStdString(doc.QcFile), qc + extra);
     }
 
+    // Built and loaded, as the compile command has it before it shows it.
     std::unique_ptr<DlgCompile> Make(int animationRows = 1) {
-        return std::make_unique<DlgCompile>(*state_, services_, animationRows, nullptr, options_);
+        auto dlg =
+            std::make_unique<DlgCompile>(*state_, services_, animationRows, nullptr, options_);
+        dlg->Load();
+        return dlg;
     }
 
     // Shows the dialog and waits for its closing row.
