@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <system_error>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace quarle::paths {
 
 namespace fs = std::filesystem;
@@ -14,6 +18,33 @@ namespace {
 unsigned char FoldAscii(char c) {
     const auto u = static_cast<unsigned char>(c);
     return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + ('a' - 'A')) : u;
+}
+
+// Whether the bytes are UTF-8 throughout (ASCII is).
+[[maybe_unused]] bool IsUtf8(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const auto b = static_cast<unsigned char>(text[i]);
+        const std::size_t length = b < 0x80 ? 1 : (b & 0xE0) == 0xC0 ? 2 : (b & 0xF0) == 0xE0 ? 3
+                                                : (b & 0xF8) == 0xF0 ? 4 : 0;
+        if (length == 0 || i + length > text.size()) {
+            return false;
+        }
+        char32_t cp = length == 1 ? b : b & (0x7F >> length);
+        for (std::size_t k = 1; k < length; ++k) {
+            const auto c = static_cast<unsigned char>(text[i + k]);
+            if ((c & 0xC0) != 0x80) {
+                return false;
+            }
+            cp = (cp << 6) | (c & 0x3F);
+        }
+        if ((length == 2 && cp < 0x80) || (length == 3 && cp < 0x800) ||
+            (length == 4 && (cp < 0x10000 || cp > 0x10FFFF)) || (cp >= 0xD800 && cp <= 0xDFFF)) {
+            return false;
+        }
+        i += length;
+    }
+    return true;
 }
 
 enum class Kind { Any, File, Folder };
@@ -41,19 +72,21 @@ std::optional<fs::path> FindNoCase(const fs::path& dir, const std::string& name,
     std::error_code ec;
     fs::directory_iterator it(dir.empty() ? fs::path(".") : dir, ec);
     std::optional<std::string> best;
+    fs::path bestName; // as the system spells it
     for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
         std::string candidate = FromFsPath(it->path().filename());
         if (!EqualsNoCase(candidate, name) || (best && !(candidate < *best))) {
             continue;
         }
-        if (IsKind(dir / ToFsPath(candidate), kind)) {
+        if (IsKind(dir / it->path().filename(), kind)) {
             best = std::move(candidate);
+            bestName = it->path().filename();
         }
     }
     if (!best) {
         return std::nullopt;
     }
-    return dir / ToFsPath(*best);
+    return dir / bestName;
 }
 
 std::optional<fs::path> ResolveAs(std::string_view path, Kind kind) {
@@ -204,18 +237,78 @@ bool NameLess(std::string_view a, std::string_view b) {
     return a < b;
 }
 
-fs::path ToFsPath(std::string_view path) {
 #ifdef _WIN32
+fs::path ToFsPath(std::string_view path) {
     const std::string utf8 = Cp1252ToUtf8(path);
-#else
-    const std::string utf8 = Cp1252ToUtf8(ToStyle(path, Style::Posix));
-#endif
     return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 std::string FromFsPath(const fs::path& path) {
     const std::u8string text = path.u8string();
     return Utf8ToCp1252(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+}
+#else
+fs::path ToFsPath(std::string_view path) {
+    const std::string posix = ToStyle(path, Style::Posix);
+    if (std::all_of(posix.begin(), posix.end(),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        return fs::path(posix);
+    }
+    // Name by name: one that is not UTF-8 may be the very bytes of a name
+    // on disk (FromFsPath gives those as they are).
+    std::string native;
+    std::size_t start = 0;
+    while (start <= posix.size()) {
+        std::size_t end = posix.find('/', start);
+        if (end == std::string::npos) {
+            end = posix.size();
+        }
+        const std::string_view name = std::string_view(posix).substr(start, end - start);
+        const std::string utf8 = Cp1252ToUtf8(name);
+        if (utf8 != name && !IsUtf8(name)) {
+            struct stat st {};
+            const std::string asUtf8 = native + utf8;
+            const std::string asBytes = native + std::string(name);
+            native = (::lstat(asUtf8.c_str(), &st) != 0 && ::lstat(asBytes.c_str(), &st) == 0)
+                         ? asBytes
+                         : asUtf8;
+        } else {
+            native += utf8;
+        }
+        if (end < posix.size()) {
+            native += '/';
+        }
+        start = end + 1;
+    }
+    return fs::path(native);
+}
+
+std::string FromFsPath(const fs::path& path) {
+    // Name by name: a name that is not UTF-8 (made on a system with another
+    // code page) is taken as the bytes it is, which cp1252 reads as the
+    // Western letters they most likely were.
+    const std::string& native = path.native();
+    std::string text;
+    text.reserve(native.size());
+    std::size_t start = 0;
+    while (start <= native.size()) {
+        std::size_t end = native.find('/', start);
+        if (end == std::string::npos) {
+            end = native.size();
+        }
+        const std::string_view name = std::string_view(native).substr(start, end - start);
+        text += IsUtf8(name) ? Utf8ToCp1252(name) : std::string(name);
+        if (end < native.size()) {
+            text += '/';
+        }
+        start = end + 1;
+    }
+    return text;
+}
+#endif
+
+std::optional<fs::path> ResolveFs(const std::string& path) {
+    return ResolveAs(path, Kind::Any);
 }
 
 std::optional<std::string> Resolve(const std::string& path) {
@@ -235,7 +328,7 @@ bool FolderExists(const std::string& path) {
 }
 
 std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
-                                                     std::string_view ext) {
+                                                     std::string_view ext, Entries which) {
     const std::optional<fs::path> dir = ResolveAs(folder, Kind::Folder);
     if (!dir) {
         return std::nullopt;
@@ -253,7 +346,8 @@ std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
             continue;
         }
         std::error_code typeError;
-        if (it->is_regular_file(typeError)) {
+        if (which == Entries::NotFolders ? !it->is_directory(typeError)
+                                         : it->is_regular_file(typeError)) {
             names.push_back(std::move(name));
         }
     }
