@@ -632,6 +632,7 @@ GERMAN_MESSAGES = {
                                "Jetzt geänderte Einstellungen gehen beim Beenden verloren.",
     "MSG_LANGUAGE_BROKEN": "Die Sprachdatei „%1“ ist nicht zu gebrauchen (%2). Stattdessen wird "
                            "„%3“ verwendet.",
+    "MSG_LANGUAGE_NO_STRINGS": "ihr fehlen die globalen Texte",
     "MSG_SAVE_SYSTEM_REASON": "Das System meldet: %1",
     "MSG_LANGUAGE_NOT_SAVED": "Die Sprachdatei „%1“ konnte nicht geschrieben werden (%2). Sie "
                               "blieb unverändert.",

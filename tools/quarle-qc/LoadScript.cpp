@@ -178,6 +178,7 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
         loaded.Status = 0;
         break;
     case ReadOutcome::Refused:
+    case ReadOutcome::Cancelled: // nothing here cancels
         loaded.Status = 3;
         break;
     case ReadOutcome::Unreadable:

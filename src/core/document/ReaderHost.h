@@ -100,6 +100,11 @@ public:
         Problem(kind, problem.Path);
     }
 
+    // How far the load is: done of total lines of the flattened script read
+    // (total of total: the texture scans of the parts follow). Called every
+    // few hundred lines; false cancels the load (ReadOutcome::Cancelled).
+    virtual bool Progress(std::size_t /*done*/, std::size_t /*total*/) { return true; }
+
     // The load went through: enable the model files page, point FileList at
     // ModelPath when that folder holds files, Update, enable the animation wizard.
     virtual void LoadFinished() = 0;

@@ -117,6 +117,7 @@ enum Msg : int {
     // used instead).
     MSG_SETTINGS_UNWRITABLE,
     MSG_LANGUAGE_BROKEN,
+    MSG_LANGUAGE_NO_STRINGS,
     // The texture dialogs: mesh files that could not be read (%1, one per
     // line, behind the colon), more textures than the table holds (%1 the limit), a texture
     // folder without bitmaps (%1 the folder).
@@ -344,6 +345,7 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "program ends."},
     {MSG_LANGUAGE_BROKEN, "MSG_LANGUAGE_BROKEN",
      "The language file \"%1\" cannot be used (%2). \"%3\" is used instead."},
+    {MSG_LANGUAGE_NO_STRINGS, "MSG_LANGUAGE_NO_STRINGS", "it holds no global strings"},
     {MSG_TEXTURE_PARTS_UNREADABLE, "MSG_TEXTURE_PARTS_UNREADABLE",
      "These mesh files could not be read, so their textures are missing from the list: %1"},
     {MSG_TEXTURES_FULL, "MSG_TEXTURES_FULL",
