@@ -314,7 +314,8 @@ bool QtServices::ShowProgress(const QString& title, const QString& text, qint64 
     progress_->setWindowTitle(title);
     progress_->setLabelText(text);
     progress_->setMaximum(static_cast<int>(std::max<qint64>(1, total / scale)));
-    progress_->setValue(static_cast<int>(std::clamp<qint64>(done / scale, 0, progress_->maximum())));
+    progress_->setValue(
+        static_cast<int>(std::clamp<qint64>(done / scale, 0, progress_->maximum())));
     if (!progress_->isVisible()) {
         progress_->show();
     }

@@ -66,8 +66,7 @@ public:
     // the first call with its title and text, then moved on; done of total
     // fills its bar. Pending events run, so the window answers. False once
     // the user cancelled. The default shows nothing and never cancels.
-    virtual bool ShowProgress(const QString& title, const QString& text, qint64 done,
-                              qint64 total);
+    virtual bool ShowProgress(const QString& title, const QString& text, qint64 done, qint64 total);
     // Closes the progress window, if one is shown.
     virtual void EndProgress();
 };

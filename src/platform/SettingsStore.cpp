@@ -78,8 +78,8 @@ std::error_code SettingsStore::WriteError() const {
         return std::make_error_code(std::errc::is_a_directory);
     }
     errno = 0;
-    std::FILE* file = std::fopen(QFile::encodeName(info.filePath()).constData(),
-                                 info.exists() ? "r+" : "a");
+    std::FILE* file =
+        std::fopen(QFile::encodeName(info.filePath()).constData(), info.exists() ? "r+" : "a");
     const int error = errno;
     if (file != nullptr) {
         std::fclose(file);

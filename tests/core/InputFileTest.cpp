@@ -1,12 +1,12 @@
+#include "document/InputFile.h"
+
+#include "ScriptTestSupport.h"
 #include "document/BmpHeader.h"
 #include "document/Document.h"
-#include "document/InputFile.h"
 #include "document/Skeleton.h"
 #include "document/SmdReader.h"
 #include "document/SmdScan.h"
 #include "localisation/LanguageFile.h"
-
-#include "ScriptTestSupport.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,8 +1,7 @@
 #include "document/Paths.h"
 
-#include "document/InputFile.h"
-
 #include "TestFiles.h"
+#include "document/InputFile.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 #include "document/QcWriter.h"
 
 #include "ScriptTestSupport.h"
-
 #include "document/SafeWrite.h"
 
 #if defined(__unix__) || defined(__APPLE__)

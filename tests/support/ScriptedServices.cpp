@@ -86,8 +86,13 @@ bool ScriptedServices::StartProgram(const QString& program, const QStringList& a
 
 bool ScriptedServices::ShowProgress(const QString& title, const QString& text, qint64, qint64) {
     if (!ProgressShown) {
-        prompts_.append(Prompt{QStringLiteral("Progress"), text, title, platform::Buttons::Ok,
-                               platform::Icon::None, {}, {}});
+        prompts_.append(Prompt{QStringLiteral("Progress"),
+                               text,
+                               title,
+                               platform::Buttons::Ok,
+                               platform::Icon::None,
+                               {},
+                               {}});
     }
     ProgressShown = true;
     return ++ProgressCalls != CancelProgressAt;

@@ -270,9 +270,9 @@ std::string DescribeOpenProblem(const OpenProblem& problem, const MessageTexts& 
                                                 SizeLimit(problem.Kind) / (1024 * 1024)))});
     case OpenFailure::Denied:
     case OpenFailure::ReadError:
-        return FormatMessage(text(problem.Failure == OpenFailure::Denied ? MSG_OPEN_DENIED
-                                                                         : MSG_OPEN_READ_ERROR),
-                             {problem.Path, SystemReasonText(problem.System, texts)});
+        return FormatMessage(
+            text(problem.Failure == OpenFailure::Denied ? MSG_OPEN_DENIED : MSG_OPEN_READ_ERROR),
+            {problem.Path, SystemReasonText(problem.System, texts)});
     }
     return {};
 }

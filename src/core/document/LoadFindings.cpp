@@ -1,7 +1,7 @@
 #include "document/LoadFindings.h"
 
-#include "document/NumberText.h"
 #include "document/InputFile.h"
+#include "document/NumberText.h"
 #include "document/Paths.h"
 #include "document/SafeWrite.h"
 #include "localisation/Cp1252.h"
@@ -63,6 +63,7 @@ std::optional<std::string> KeepOriginal(const std::string& script, std::string& 
         // for the next free one.
         SafeWriteOptions options;
         options.Replace = false;
+        options.TemporaryOf = paths::ToFsPath(script);
         written = WriteFileSafely(
             paths::ToFsPath(to), [&](std::ostream& out) { out << *bytes; }, options);
         if (written) {

@@ -4,7 +4,6 @@
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 
-
 namespace quarle {
 
 namespace {

@@ -79,11 +79,11 @@ bool FolderExists(const std::string& path); // a folder, case fallback
 enum class Entries { Files, NotFolders };
 
 // File names (not paths) in Folder whose name ends with Ext in any case
-// (Ext with its dot: ".smd"), longer than Ext, of the entries asked for, sorted by NameLess. The folder itself goes through
-// the case fallback. nullopt when the folder cannot be listed.
-std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
-                                                     std::string_view ext,
-                                                     Entries which = Entries::Files);
+// (Ext with its dot: ".smd"), longer than Ext, of the entries asked for,
+// sorted by NameLess. The folder itself goes through the case fallback.
+// nullopt when the folder cannot be listed.
+std::optional<std::vector<std::string>>
+TryListFiles(const std::string& folder, std::string_view ext, Entries which = Entries::Files);
 // TryListFiles with an unreadable folder read as empty.
 std::vector<std::string> ListFiles(const std::string& folder, std::string_view ext);
 

@@ -53,9 +53,9 @@ struct WriteResult {
 
 // Writes the script to path through a temporary file in the same folder,
 // renamed over the target at the end (SafeWrite.h): a failed or killed write
-// leaves an old script whole, and no temporary file stays behind. A write-protected target is refused,
-// not replaced; a replaced target keeps its permissions. (The recent-file
-// list is the caller's.)
+// leaves an old script whole, and no temporary file stays behind. A write-protected target is
+// refused, not replaced; a replaced target keeps its permissions. (The recent-file list is the
+// caller's.)
 WriteResult WriteQcFile(const Document& doc, const std::string& path, char decimalSeparator);
 
 } // namespace quarle

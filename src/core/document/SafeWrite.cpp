@@ -57,8 +57,7 @@ bool IsTemporaryOf(const fs::path::string_type& name, const fs::path::string_typ
         }
     }
     for (std::size_t i = 0; i < Ending.size(); ++i) {
-        if (name[stem.size() + RandomDigits + i] !=
-            static_cast<fs::path::value_type>(Ending[i])) {
+        if (name[stem.size() + RandomDigits + i] != static_cast<fs::path::value_type>(Ending[i])) {
             return false;
         }
     }
@@ -234,7 +233,8 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
                                 const std::function<void(std::ostream&)>& write,
                                 const SafeWriteOptions& options) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    RemoveWriteLeftovers(target);
+    const fs::path& namedAfter = options.TemporaryOf ? *options.TemporaryOf : target;
+    RemoveWriteLeftovers(namedAfter);
 
     // A random name: a name used by a write that runs now is passed over.
     std::random_device device;
@@ -242,7 +242,7 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
     fs::path temporary;
     int fd = -1;
     for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
-        fs::path::string_type name = TemporaryStem(target);
+        fs::path::string_type name = TemporaryStem(namedAfter);
         std::uint32_t bits = random();
         for (std::size_t i = 0; i < RandomDigits; ++i, bits >>= 4) {
             name += static_cast<fs::path::value_type>("0123456789abcdef"[bits & 15]);

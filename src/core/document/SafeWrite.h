@@ -39,6 +39,10 @@ struct SafeWriteOptions {
     bool Replace = true;
     // Given to the new file (a replaced file keeps what the user set).
     std::optional<std::filesystem::perms> Permissions;
+    // The file whose name the temporary file takes, when not the target: a
+    // copy kept beside a script (NAME.qc.orig) is then swept with the
+    // script's own leftovers.
+    std::optional<std::filesystem::path> TemporaryOf;
 };
 
 // Writes target through a temporary file as told above: write fills the

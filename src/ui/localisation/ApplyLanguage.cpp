@@ -193,8 +193,7 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
         keys.push_back(FormControl{control.Name.toStdString(), control.Index});
     }
     FormWriter writer(form, controls);
-    ApplySection(lines, form->objectName().toStdString(), keys, state.Settings.RecentFiles,
-                 writer);
+    ApplySection(lines, form->objectName().toStdString(), keys, state.Settings.RecentFiles, writer);
 }
 
 } // namespace quarle::ui

@@ -290,10 +290,10 @@ bool FrmMain::WriteQcFile() {
     const QString where = Doc(result.Where);
     QString reason = MessageText(state_, SaveFailureMessage(result.Reason), {where});
     if (!result.SystemReason.empty()) {
-        reason += QLatin1Char('\n') +
-                  MessageText(state_, MSG_SAVE_SYSTEM_REASON,
-                              {QString::fromStdString(
-                                  SystemReasonText(result.System, state_.MsgTexts))});
+        reason +=
+            QLatin1Char('\n') +
+            MessageText(state_, MSG_SAVE_SYSTEM_REASON,
+                        {QString::fromStdString(SystemReasonText(result.System, state_.MsgTexts))});
     }
     QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {

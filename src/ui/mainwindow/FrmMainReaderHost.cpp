@@ -8,7 +8,6 @@
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
-#include <QDir>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -134,8 +133,7 @@ void FrmMainReaderHost::LoadFinished() {
     // The folder as it is spelt on the disk: scripts from Windows may write
     // it in other capitals.
     if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath)) {
-        const QDir dir(Doc(*folder));
-        if (!dir.entryList(QDir::Files | QDir::Hidden).isEmpty()) {
+        if (!paths::ListFiles(*folder, "").empty()) {
             form_.SetFileListPath(Doc(*folder));
         }
     }

@@ -195,7 +195,8 @@ void FrmPreview::ReloadTextures() {
     for (std::size_t i = 0; i < textureSource_->Files.size(); ++i) {
         PreviewTexture texture;
         texture.Mode = textureSource_->Modes[i];
-        if (const std::optional<std::string> bytes = ReadFileText(textureSource_->Files[i], FileKind::Bitmap)) {
+        if (const std::optional<std::string> bytes =
+                ReadFileText(textureSource_->Files[i], FileKind::Bitmap)) {
             texture.Image = preview::DecodeBmp8(*bytes, texture.Mode == 1);
         }
         const std::string name = paths::FileNameOf(textureSource_->Files[i]);

@@ -59,7 +59,8 @@ QImage LoadBitmap(const std::string& textureFolder, const QString& name) {
     if (!data) {
         return {};
     }
-    QByteArray buffered = QByteArray::fromRawData(data->data(), static_cast<qsizetype>(data->size()));
+    QByteArray buffered =
+        QByteArray::fromRawData(data->data(), static_cast<qsizetype>(data->size()));
     QBuffer file(&buffered);
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);

@@ -152,7 +152,8 @@ TEST_F(AnimationsTest, AnAnimationThatIsNoPlainFileIsNamedAndNotWaitedFor) {
         Click(form->LstAnimations, 1);
         EXPECT_EQ(Doc().SmdFrameCount, 3);
         const QString text = services.Prompts().last().Text;
-        EXPECT_TRUE(text.contains(walk) && text.contains(QLatin1String(told))) << text.toStdString();
+        EXPECT_TRUE(text.contains(walk) && text.contains(QLatin1String(told)))
+            << text.toStdString();
     }
 }
 
