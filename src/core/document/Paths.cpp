@@ -251,6 +251,26 @@ std::string FromFsPath(const fs::path& path) {
     return Utf8ToCp1252(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
 }
 #else
+namespace {
+
+// The path with each name between '/' replaced by what fn makes of it;
+// fn(before, name) also sees the path made so far.
+template <typename Fn> std::string EachName(std::string_view path, Fn fn) {
+    std::string made;
+    made.reserve(path.size());
+    for (std::size_t start = 0; start <= path.size();) {
+        const std::size_t end = std::min(path.find('/', start), path.size());
+        made += fn(made, path.substr(start, end - start));
+        if (end < path.size()) {
+            made += '/';
+        }
+        start = end + 1;
+    }
+    return made;
+}
+
+} // namespace
+
 fs::path ToFsPath(std::string_view path) {
     const std::string posix = ToStyle(path, Style::Posix);
     if (std::all_of(posix.begin(), posix.end(),
@@ -259,54 +279,25 @@ fs::path ToFsPath(std::string_view path) {
     }
     // Name by name: one that is not UTF-8 may be the very bytes of a name
     // on disk (FromFsPath gives those as they are).
-    std::string native;
-    std::size_t start = 0;
-    while (start <= posix.size()) {
-        std::size_t end = posix.find('/', start);
-        if (end == std::string::npos) {
-            end = posix.size();
+    return fs::path(EachName(posix, [](const std::string& before, std::string_view name) {
+        std::string utf8 = Cp1252ToUtf8(name);
+        if (utf8 == name || IsUtf8(name)) {
+            return utf8;
         }
-        const std::string_view name = std::string_view(posix).substr(start, end - start);
-        const std::string utf8 = Cp1252ToUtf8(name);
-        if (utf8 != name && !IsUtf8(name)) {
-            struct stat st {};
-            const std::string asUtf8 = native + utf8;
-            const std::string asBytes = native + std::string(name);
-            native = (::lstat(asUtf8.c_str(), &st) != 0 && ::lstat(asBytes.c_str(), &st) == 0)
-                         ? asBytes
-                         : asUtf8;
-        } else {
-            native += utf8;
-        }
-        if (end < posix.size()) {
-            native += '/';
-        }
-        start = end + 1;
-    }
-    return fs::path(native);
+        struct stat st {};
+        const bool onlyBytes = ::lstat((before + utf8).c_str(), &st) != 0 &&
+                               ::lstat((before + std::string(name)).c_str(), &st) == 0;
+        return onlyBytes ? std::string(name) : utf8;
+    }));
 }
 
 std::string FromFsPath(const fs::path& path) {
     // Name by name: a name that is not UTF-8 (made on a system with another
     // code page) is taken as the bytes it is, which cp1252 reads as the
     // Western letters they most likely were.
-    const std::string& native = path.native();
-    std::string text;
-    text.reserve(native.size());
-    std::size_t start = 0;
-    while (start <= native.size()) {
-        std::size_t end = native.find('/', start);
-        if (end == std::string::npos) {
-            end = native.size();
-        }
-        const std::string_view name = std::string_view(native).substr(start, end - start);
-        text += IsUtf8(name) ? Utf8ToCp1252(name) : std::string(name);
-        if (end < native.size()) {
-            text += '/';
-        }
-        start = end + 1;
-    }
-    return text;
+    return EachName(path.native(), [](const std::string&, std::string_view name) {
+        return IsUtf8(name) ? Utf8ToCp1252(name) : std::string(name);
+    });
 }
 #endif
 
