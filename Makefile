@@ -28,7 +28,7 @@ FUZZ_TARGETS  := qc_reader:qc smd_scan:smd smd_reader:smd bmp_header:bmp bmp8:bm
 WIN_PACKAGES  := g++-mingw-w64-x86-64 wine64 googletest
 WINE_RUN      := WINEDEBUG=-all WINEPREFIX=$(abspath build-win)/wineprefix
 # The .deb and the check of what it installs.
-PKG_PACKAGES  := dpkg-dev desktop-file-utils strace
+PKG_PACKAGES  := dpkg-dev desktop-file-utils shared-mime-info strace
 PKG_ROOT      := $(BUILD)/package-root
 
 .PHONY: run test test-sanitizers test-fuzz test-windows test-package package bench deps \
@@ -90,12 +90,11 @@ package: build deps-package
 	cd $(BUILD) && cpack -G DEB
 
 # The .deb unpacked into a scratch root: the installed quarle-qc round-trips a
-# script, and the installed quarle starts and reads its language file from
-# share/quarle.
+# script, the installed quarle starts and reads its language file from
+# share/quarle, and the desktop entry and the scripts' type are valid.
 test-package: package
 	rm -rf $(PKG_ROOT) && mkdir -p $(PKG_ROOT)
 	dpkg-deb -x $$(ls -t $(BUILD)/quarle_*.deb | head -n 1) $(PKG_ROOT)
-	desktop-file-validate $(PKG_ROOT)/usr/share/applications/quarle.desktop
 	QT_QPA_PLATFORM=offscreen BUILD=$(abspath $(BUILD)) ROOT=$(abspath $(PKG_ROOT)) \
 	    packaging/check-installed.sh
 

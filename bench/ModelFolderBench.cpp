@@ -38,7 +38,8 @@ double Millis(const std::function<void()>& run) {
 
 std::vector<std::string> Listing(const std::string& folder) {
     std::vector<std::string> files;
-    for (const std::string& name : quarle::paths::ListFiles(folder, ".smd")) {
+    // As the window lists the folder: its subfolders too.
+    for (const std::string& name : quarle::paths::ListFilesBelow(folder, ".smd")) {
         files.push_back(quarle::paths::Join(folder, name));
     }
     return files;

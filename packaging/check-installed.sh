@@ -1,7 +1,9 @@
 #!/bin/sh
 # Checks a Quarle installed into a scratch root ($ROOT, as unpacked from the
-# .deb): quarle-qc round-trips a script, and quarle starts and reads the
-# language file its settings name from the installed data folder.
+# .deb): quarle-qc round-trips a script, quarle starts and reads the language
+# file its settings name from the installed data folder, prints its help and
+# version, and the desktop entry and the scripts' type are valid, with *.qc
+# and *.qci given to the type and no type of the system's taken over.
 set -eu
 : "${ROOT:?}" "${BUILD:?}"
 here=$(cd "$(dirname "$0")/.." && pwd)
@@ -22,4 +24,28 @@ if ! grep -E "openat\(.*\"$ROOT/usr/(bin/\.\./)?share/quarle/english\.lng\".*= [
     grep '\.lng' "$work/trace" || true
     exit 1
 fi
-echo "installed package: quarle-qc round-trips, quarle reads its language file"
+
+"$ROOT/usr/bin/quarle" --version | grep -q '^Quarle [0-9]' || { echo "quarle --version printed no version"; exit 1; }
+"$ROOT/usr/bin/quarle" --help | grep -q 'script' || { echo "quarle --help printed no usage"; exit 1; }
+
+entry="$ROOT/usr/share/applications/quarle.desktop"
+desktop-file-validate "$entry"
+grep -qx 'Exec=quarle %f' "$entry" || { echo "the desktop entry passes no file"; exit 1; }
+type=$(sed -n 's/^MimeType=\([^;]*\);.*/\1/p' "$entry")
+package="$ROOT/usr/share/mime/packages/quarle.xml"
+grep -q "<mime-type type=\"$type\">" "$package" || { echo "no type $type in $package"; exit 1; }
+
+# The type database as a desktop builds it: the system's types and ours.
+system=/usr/share/mime/packages/freedesktop.org.xml
+if grep -q "type=\"$type\"" "$system"; then echo "shared-mime-info defines $type already"; exit 1; fi
+mkdir -p "$work/mime/packages"
+cp "$system" "$package" "$work/mime/packages/"
+XDG_DATA_HOME="$work" update-mime-database "$work/mime"
+for glob in '*.qc' '*.qci'; do
+    owners=$(awk -F: -v g="$glob" '$3 == g { print $2 }' "$work/mime/globs2" | sort -u)
+    [ "$owners" = "$type" ] || { echo "$glob belongs to: ${owners:-nothing}, not only $type"; exit 1; }
+done
+grep -q "^$type text/plain\$" "$work/mime/subclasses" || { echo "$type is no text/plain"; exit 1; }
+
+echo "installed package: quarle-qc round-trips, quarle reads its language file," \
+    "the desktop entry opens $type (*.qc, *.qci)"

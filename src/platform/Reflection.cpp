@@ -218,6 +218,9 @@ std::optional<QString> Caption(const QObject* control) {
     if (!HasCaption(kind)) {
         return std::nullopt;
     }
+    if (const QVariant caption = control->property(CaptionProperty); caption.isValid()) {
+        return caption.toString();
+    }
     switch (kind) {
     case ControlKind::Form:
         return qobject_cast<const QWidget*>(control)->windowTitle();
@@ -254,6 +257,10 @@ bool SetCaption(QObject* control, const QString& text) {
     const ControlKind kind = KindOf(control);
     if (!HasCaption(kind)) {
         return false;
+    }
+    if (control->property(CaptionProperty).isValid()) {
+        control->setProperty(CaptionProperty, text);
+        return true;
     }
     switch (kind) {
     case ControlKind::Form:

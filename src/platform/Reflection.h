@@ -17,7 +17,11 @@
 //   timer (QTimer) and other plain objects   no       no           no
 //   the form itself (a window)               yes      no           yes
 //
-// A form's Caption is its window title. A tab control's Caption is the text
+// A form's Caption is its window title. A form or control that shows more or
+// other than its caption (the main window's title adds the script's name, the
+// preview's play button says "pause" while it plays) keeps its caption in the
+// dynamic property CaptionProperty; Caption and SetCaption then read and write
+// that, and the owner shows it as it sees fit. A tab control's Caption is the text
 // of the page showing; TabCaption(i) is each page's. A QLabel is a picture
 // box when it is marked as one (SetControlKind), when its name starts with
 // "Pic" or "Image", or when it holds a pixmap; otherwise it is a label.
@@ -90,6 +94,7 @@ QList<ControlInfo> ControlsOf(const QWidget* form);
 // A control by name and index, or nullptr.
 QObject* FindControl(const QWidget* form, const QString& name, int index = -1);
 
+inline constexpr const char* CaptionProperty = "Caption";
 std::optional<QString> Caption(const QObject* control);
 bool SetCaption(QObject* control, const QString& text);
 std::optional<QString> ToolTipText(const QObject* control);

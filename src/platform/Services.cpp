@@ -250,6 +250,27 @@ std::optional<FilePick> QtServices::ShowSave(const QString& title, const QString
     return ShowFileDialog(true, title, filter, initialDir);
 }
 
+std::optional<QString> QtServices::ShowFolder(const QString& title, const QString& initialDir) {
+    QFileDialog dialog(Parent(), title, initialDir);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly, true);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    const QStringList chosen = dialog.selectedFiles();
+    if (chosen.isEmpty() || chosen.front().isEmpty()) {
+        return std::nullopt;
+    }
+    // Folders are held without a closing separator: "C:\\" becomes "C:",
+    // while the root of a Unix tree stays "/".
+    QString folder = QDir::toNativeSeparators(QDir::cleanPath(chosen.front()));
+    while (folder.size() > 1 &&
+           (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
+        folder.chop(1);
+    }
+    return folder;
+}
+
 bool QtServices::StartProgram(const QString& program, const QStringList& arguments) {
     const Launch launch = LaunchFor(program, arguments);
     return QProcess::startDetached(launch.Program, launch.Arguments);

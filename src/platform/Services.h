@@ -37,6 +37,10 @@ public:
                                              const QString& initialDir = {}) = 0;
     virtual std::optional<FilePick> ShowSave(const QString& title, const QString& filter,
                                              const QString& initialDir = {}) = 0;
+    // The platform's folder chooser: the chosen folder (native separators,
+    // no closing one but at a root), nullopt after a cancel.
+    virtual std::optional<QString> ShowFolder(const QString& title,
+                                              const QString& initialDir = {}) = 0;
     // Starts a program without waiting and without a shell. On a non-Windows
     // host a program ending in ".exe" runs through wine. False when it could
     // not be started.
@@ -110,6 +114,8 @@ public:
                                      const QString& initialDir = {}) override;
     std::optional<FilePick> ShowSave(const QString& title, const QString& filter,
                                      const QString& initialDir = {}) override;
+    std::optional<QString> ShowFolder(const QString& title,
+                                      const QString& initialDir = {}) override;
     bool StartProgram(const QString& program, const QStringList& arguments) override;
     QString ProgramFolder() override;
     double Rnd() override;

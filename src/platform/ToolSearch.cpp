@@ -1,6 +1,7 @@
 #include "platform/ToolSearch.h"
 
 #include <QDir>
+#include <QLocale>
 #include <QFileInfo>
 #include <QProcessEnvironment>
 
@@ -80,8 +81,11 @@ QString EditorOf(const QString& variable, const HostEnvironment& env) {
 
 HostEnvironment HostEnvironment::OfProcess() {
     const QProcessEnvironment process = QProcessEnvironment::systemEnvironment();
+    // The first of the UI languages: LANGUAGE, LC_ALL, LC_MESSAGES or LANG
+    // off Windows, the user's display language on Windows.
     return {process.value(QStringLiteral("PATH")), QDir::homePath(),
-            process.value(QStringLiteral("VISUAL")), process.value(QStringLiteral("EDITOR"))};
+            process.value(QStringLiteral("VISUAL")), process.value(QStringLiteral("EDITOR")),
+            QLocale::system().uiLanguages().value(0)};
 }
 
 QStringList ToolFolders(const HostEnvironment& env) {

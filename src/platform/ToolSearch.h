@@ -29,6 +29,10 @@ struct HostEnvironment {
     QString Home;   // the user's home folder
     QString Visual; // $VISUAL
     QString Editor; // $EDITOR
+    // The user's language for the program's texts, as the system names it
+    // ("de-DE", "en_US.UTF-8"; on Windows the user's UI language); empty
+    // when it names none.
+    QString Language;
 
     // The running process's own.
     static HostEnvironment OfProcess();

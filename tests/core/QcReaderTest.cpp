@@ -64,6 +64,15 @@ TEST(QcReader, ModelNameGainsTheScriptsFolderOrAsksForAMissingOne) {
     EXPECT_EQ(k.Host.Questions[0].Extra, "<IDS_MODELNAME>");
     EXPECT_EQ(k.Doc->ModelName, k.M() + Sep + "robot.mdl");
 
+    // An empty folder is enough for the model, which the compiler only
+    // writes into; it stays relative to the script.
+    Model e;
+    std::filesystem::create_directories(e.Dir / "out");
+    e.Load("$modelname \"out\\robot.mdl\"\n");
+    EXPECT_TRUE(e.Host.Questions.empty());
+    EXPECT_EQ(e.Doc->ModelName, e.Dir / "out" + Sep + "robot.mdl");
+    EXPECT_EQ(LinesOf(e.Written(), "$m"), "$modelname \"out\\robot.mdl\"\n");
+
     // Kept as written, a Windows path keeps its backslashes.
     Model w;
     w.Host.KeepUnanswered = true;

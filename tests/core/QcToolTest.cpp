@@ -1,6 +1,7 @@
 // quarle-qc, run as the built tool: scan, roundtrip and check.
 #include "ScriptTestSupport.h"
 
+#include <FakeCompiler.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -185,6 +186,95 @@ TEST_F(CheckCommand, ErrorsGiveStatusOneAndRowsInTheirOrder) {
     EXPECT_EQ(RunTool({"check", qc, "--bogus"}).Status, 2);
     EXPECT_EQ(RunTool({"check", qc, "--language", dir_ / "none.lng"}).Status, 2);
     EXPECT_EQ(RunTool({"check", dir_ / "none.qc", "--language", lng_}).Status, 2);
+}
+
+// quarle-qc compile: the checks, then the compiler in the script's folder on
+// the script as it is on disk, started from another folder; the exit status
+// says whether the model was written.
+TEST(CompileCommand, ChecksThenTheCompilerInTheScriptsFolder) {
+    TempDir dir;
+    const std::string skeleton = "version 1\nnodes\n0 \"root\" -1\nend\n"
+                                 "skeleton\ntime 0\n0 0 0 0 0 0 0\nend\n";
+    dir.Write("src/meshes/robot_ref.smd", skeleton + "triangles\nend\n");
+    dir.Write("src/meshes/walk.smd", skeleton);
+    std::string lng =
+        "Version = 0.8.4\r\nInfoForThis = Test\r\n\r\nGlobal Strings\r\nCount = 93\r\n";
+    for (int i = 1; i <= 93; ++i) {
+        lng += "S" + std::to_string(i) + " = text " + std::to_string(i) + "\r\n";
+    }
+    const std::string language = dir.Write("test.lng", lng);
+    dir.Write("elsewhere/.keep", "");
+    const std::string compiler = std::filesystem::absolute(QUARLE_FAKE_COMPILER).string();
+    const std::string head = "$modelname \"robot.mdl\"\n$cd \"meshes\"\n$cdtexture \"meshes\"\n"
+                             "$body body \"robot_ref\"\n";
+    const std::string walk = "$sequence walk \"walk\"\n";
+    struct Case {
+        const char* Name;
+        std::string Lines;
+        std::vector<std::string> Options;
+        int Status;
+        std::vector<std::string> Rows; // rows that must stand in the output, in this order
+    };
+    const std::vector<Case> cases{
+        {"relative paths",
+         walk,
+         {},
+         0,
+         {"text 24", "grabbing meshes/robot_ref.smd", "text 26 (0 text 27)"}},
+        // Frames 5 to 2: an error of the checks (text 47), which stops the
+        // run unless it is ignored.
+        {"checks stop it",
+         "$sequence walk \"walk\" frame 5 2\n",
+         {},
+         1,
+         {"error: text 47 walk", "text 25", "text 26 (1 text 27)"}},
+        {"checks ignored",
+         "$sequence walk \"walk\" frame 5 2\n",
+         {"--ignore-checks"},
+         0,
+         {"error: text 47 walk", "text 24", "text 26 (1 text 27)"}},
+        {"the compiler refuses",
+         walk + "// fake: say ************ ERROR ************\n// fake: say bad thing\n"
+                "// fake: exit 1\n// fake: nomdl\n",
+         {},
+         1,
+         {"error: ************ ERROR ************", "error: bad thing", "text 26 (1 text 27)"}},
+        // No idle line is appended, so the compiler finds no sequence.
+        {"no animation",
+         "",
+         {},
+         1,
+         {"warning: text 38", "error: ERROR: model has no sequences", "text 26 (1 text 27)"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        std::filesystem::remove(dir / "src/robot.mdl");
+        const std::string qc = dir.Write("src/robot.qc", head + c.Lines);
+        std::vector<std::string> args{"compile", qc,           "--compiler",
+                                      compiler,  "--language", language};
+        args.insert(args.end(), c.Options.begin(), c.Options.end());
+        const ToolRun run = RunTool(args, dir / "elsewhere");
+        EXPECT_EQ(run.Status, c.Status) << run.Out << run.Err;
+        std::size_t at = 0;
+        for (const std::string& row : c.Rows) {
+            const std::size_t found = ("\n" + run.Out).find("\n" + row, at);
+            EXPECT_NE(found, std::string::npos) << row << " in\n" << run.Out;
+            at = found == std::string::npos ? at : found + 1;
+        }
+        EXPECT_EQ(std::filesystem::exists(dir / "src/robot.mdl"), c.Status == 0);
+        EXPECT_EQ(ReadFile(qc), head + c.Lines) << "the script is compiled as it is";
+    }
+#ifndef _WIN32
+    // Without --compiler, studiomdl on the search path.
+    dir.Write("src/robot.qc", head + walk);
+    std::filesystem::create_directories(dir / "bin");
+    std::filesystem::copy_file(compiler, dir / "bin/studiomdl");
+    const ToolRun found = RunTool({"compile", dir / "src/robot.qc", "--language", language},
+                                  dir / "elsewhere", "PATH=" + dir / "bin" + ":\"$PATH\" ");
+    EXPECT_EQ(found.Status, 0) << found.Out << found.Err;
+#endif
+    EXPECT_EQ(RunTool({"compile"}).Status, 2);
+    EXPECT_EQ(RunTool({"compile", dir / "src/robot.qc", "--bogus"}).Status, 2);
 }
 
 } // namespace

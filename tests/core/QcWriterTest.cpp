@@ -124,6 +124,11 @@ TEST(QcWriter, ExactComparesAndTheTablesEnds) {
     doc->ModelScale = 1.0f;
     doc->Gamma = 1.8000001f;
     EXPECT_EQ(LinesOf(Script(*doc), "$gamma"), "$gamma 1.8\n");
+    // A group without a name: the compiler refuses a $bodygroup line
+    // without a token.
+    doc->BodyGroups[1].Name = " ";
+    EXPECT_EQ(LinesOf(Script(*doc), "$bodygroup"), "$bodygroup \"\"\n");
+    doc->BodyGroups[1].Name = "body";
 
     // Textures whose variation rows are all blank up to TextureCount: no
     // $texturegroup, not even the base row.

@@ -3,7 +3,10 @@
 // Usage: fake_studiomdl SCRIPT.qc
 // Prints lines in the manner of the real compiler (its own arguments
 // included, for tests of the quoting), reads the script, and writes the file
-// named by $modelname. What it does can be steered by lines in the script,
+// named by $modelname. Like the real one it takes relative paths from its
+// working folder: once the script has given a $cd, each $body part must be
+// found there as FOLDER/PART.smd, else it stops with the real one's words.
+// What it does can be steered by lines in the script,
 //   // fake: exit N      exit with status N
 //   // fake: sleep MS    wait MS milliseconds before doing the work
 //   // fake: say TEXT    print TEXT as a line of output
@@ -76,6 +79,9 @@ int main(int argc, char** argv) {
     }
 
     std::string modelName;
+    std::string cd;
+    bool cdGiven = false;
+    std::vector<std::string> parts;
     std::vector<std::string> say;
     int sequences = 0;
     std::string line;
@@ -94,10 +100,32 @@ int main(int argc, char** argv) {
             }
         } else if (StartsWith(t, "$modelname")) {
             modelName = Unquote(t.substr(10));
+        } else if (StartsWith(t, "$cdtexture")) {
+            // not looked at
+        } else if (StartsWith(t, "$cd")) {
+            cd = Unquote(t.substr(3));
+            cdGiven = true;
+        } else if (StartsWith(t, "$body")) {
+            // $body NAME "PART"
+            const std::string rest = Trim(t.substr(5));
+            const auto blank = rest.find_first_of(" \t");
+            if (blank != std::string::npos) {
+                parts.push_back(Unquote(rest.substr(blank)));
+            }
         } else if (StartsWith(t, "$sequence")) {
             ++sequences;
             std::printf("grabbing sequence %s\n", Trim(t.substr(9)).c_str());
         }
+    }
+    std::fflush(stdout);
+
+    for (const std::string& part : parts) {
+        const std::string file = cd + "/" + part + ".smd";
+        if (cdGiven && !std::ifstream(file)) {
+            std::printf("\n************ ERROR ************\n%s doesn't exist\n", file.c_str());
+            return 1;
+        }
+        std::printf("grabbing %s\n", file.c_str());
     }
     std::fflush(stdout);
 

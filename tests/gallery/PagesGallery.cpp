@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -91,6 +92,33 @@ void PagesGallery(const QString& folder, const char* languageFile) {
     if (state->Doc.SmdFrameCount != 12) {
         Fail(QStringLiteral("walk.smd has %1 frames, not 12").arg(state->Doc.SmdFrameCount));
     }
+
+    // A mod's tree: meshes and animations in subfolders, listed by the
+    // names the script gives them.
+    QTemporaryDir tree;
+    const QDir root(tree.path());
+    const struct {
+        const char* From;
+        const char* To;
+    } moves[] = {{"robot_ref", "meshes/robot_ref"},     {"robot_head", "meshes/heads/robot_head"},
+                 {"robot_helmet", "meshes/heads/helmet"}, {"idle", "animations/idle"},
+                 {"walk", "animations/walk"},          {"run", "animations/run"},
+                 {"die_back", "animations/death/die_back"}};
+    for (const auto& move : moves) {
+        const QString to = root.filePath(QString::fromLatin1(move.To) + QStringLiteral(".smd"));
+        root.mkpath(QFileInfo(to).path());
+        if (!QFile::copy(sample.filePath(QString::fromLatin1(move.From) + QStringLiteral(".smd")),
+                         to)) {
+            Fail(QStringLiteral("cannot copy %1").arg(move.To));
+        }
+    }
+    form.NewDocument();
+    form.SetModelFolder(tree.path()); // as the folder chooser sets it
+    form.TabSmd->setCurrentIndex(0);
+    SelectFiles(form.LstFiles, {"meshes/robot_ref"});
+    form.CmdAdd->click();
+    SelectFiles(form.LstFiles, {"meshes/heads/robot_head"});
+    Save(&form, folder, QStringLiteral("Pages-ModelFiles-Subfolders"));
     quarle::gallery::ExpectNoPrompts(window.Services,
                                      QStringLiteral("the pages (%1)").arg(languageFile));
 }

@@ -65,6 +65,17 @@ void PreviewGallery(const QString& folder, const char* languageFile) {
                                   .arg(preview->LblStatus->text()));
     }
     quarle::gallery::Save(preview, folder, QStringLiteral("FrmPreview"));
+
+    // The robot fallen over at the end of its death, framed with F: centred
+    // in its pose and filling most of the view.
+    doc.Anims[0][3].Name = doc.Anims[0][3].SmdFile = "die_back";
+    form.TxtAnimNr_Change();
+    form.LstAnimations->setCurrentRow(3);
+    preview->TmrTick_Timer();
+    preview->SldFrame->setValue(preview->SldFrame->maximum());
+    preview->CmdFrameModel->click();
+    preview->TmrTick_Timer();
+    quarle::gallery::Save(preview, folder, QStringLiteral("FrmPreview-Framed"));
     quarle::gallery::ExpectNoPrompts(window.Services,
                                      QStringLiteral("FrmPreview (%1)").arg(languageFile));
 }

@@ -96,15 +96,12 @@ void WizardsGallery(const QString& folder, const char* languageFile) {
         Fail(QStringLiteral("cannot write %1").arg(skin));
     }
     bitmap.close();
-    const auto pick = [](const QString& path) {
-        return quarle::platform::FilePick{path, QFileInfo(path).fileName()};
-    };
 
     Walk(form.MnuWizardsGrWiz,
          {On<Wizard2>([&](Wizard2& p) {
-              services.QueueOpen(pick(skin));
+              services.QueueFolder(QFileInfo(skin).path());
               p.CmdWiz2Texturenpfad->click();
-              services.QueueOpen(pick(QDir(model.path()).filePath(QStringLiteral("walk.smd"))));
+              services.QueueFolder(model.path());
               p.CmdWiz2Modelpfad->click();
               Save(&p, folder, QStringLiteral("Wizard2"));
               p.CmdWeiter->click();
@@ -156,9 +153,9 @@ void WizardsGallery(const QString& folder, const char* languageFile) {
     if (form.LstAnimations->count() != 1) {
         Fail(QStringLiteral("the animation wizard added no animation"));
     }
-    // The two folder picks are the only questions.
+    // The two folder choices are the only questions.
     for (const auto& prompt : services.Prompts()) {
-        if (prompt.Kind != QStringLiteral("Open")) {
+        if (prompt.Kind != QStringLiteral("Folder")) {
             Fail(QStringLiteral("wizards (%1) asked: %2").arg(languageFile, prompt.Text));
         }
     }

@@ -120,6 +120,8 @@ protected:
         }
         state->Doc.ModelPath = models.path().toStdString();
         form->Update();
+        // As a load would leave it: no unsaved change to ask about.
+        form->MarkSaved();
         ASSERT_EQ(form->LstFiles->count(), 3);
     }
 

@@ -8,7 +8,9 @@ using platform::Answer;
 using platform::FilePick;
 
 ScriptedServices::ScriptedServices()
-    : ProgramFolderPath(QStringLiteral(QUARLE_BINARY_DIR "/bin")) {}
+    : ProgramFolderPath(QStringLiteral(QUARLE_BINARY_DIR "/bin")) {
+    Env.Language = QStringLiteral("de-DE");
+}
 
 ScriptedServices::~ScriptedServices() {
     VerifyAllUsed();
@@ -26,6 +28,10 @@ void ScriptedServices::QueueSave(std::optional<FilePick> pick) {
     saveAnswers_.append(std::move(pick));
 }
 
+void ScriptedServices::QueueFolder(std::optional<QString> folder) {
+    folderAnswers_.append(std::move(folder));
+}
+
 void ScriptedServices::VerifyAllUsed() {
     for (Answer answer : msgBoxAnswers_) {
         ADD_FAILURE() << "A message box answer was queued but never asked for (answer "
@@ -39,6 +45,11 @@ void ScriptedServices::VerifyAllUsed() {
         ADD_FAILURE() << "A Save dialog answer was queued but never asked for ("
                       << (pick ? pick->FileName.toStdString() : std::string("cancel")) << ")";
     }
+    for (const auto& folder : folderAnswers_) {
+        ADD_FAILURE() << "A folder chooser answer was queued but never asked for ("
+                      << folder.value_or(QStringLiteral("cancel")).toStdString() << ")";
+    }
+    folderAnswers_.clear();
     msgBoxAnswers_.clear();
     openAnswers_.clear();
     saveAnswers_.clear();
@@ -82,6 +93,17 @@ std::optional<FilePick> ScriptedServices::ShowSave(const QString& title, const Q
 bool ScriptedServices::StartProgram(const QString& program, const QStringList& arguments) {
     Starts.append(Started{program, arguments});
     return StartResult;
+}
+
+std::optional<QString> ScriptedServices::ShowFolder(const QString& title,
+                                                   const QString& initialDir) {
+    prompts_.append(Prompt{QStringLiteral("Folder"), title, title, platform::Buttons::Ok,
+                           platform::Icon::None, {}, initialDir});
+    if (folderAnswers_.isEmpty()) {
+        ADD_FAILURE() << "Unexpected folder chooser: \"" << title.toStdString() << "\"";
+        return std::nullopt;
+    }
+    return folderAnswers_.takeFirst();
 }
 
 bool ScriptedServices::ShowProgress(const QString& title, const QString& text, qint64, qint64) {

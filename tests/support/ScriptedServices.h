@@ -15,7 +15,7 @@ namespace quarle::test {
 class ScriptedServices : public platform::Services {
 public:
     struct Prompt {
-        QString Kind; // "MsgBox", "Open", "Save", "Progress"
+        QString Kind; // "MsgBox", "Open", "Save", "Folder", "Progress"
         QString Text; // the message; for a file dialog its title, as in Title
         QString Title;
         platform::Buttons Buttons = platform::Buttons::Ok; // message boxes only
@@ -36,6 +36,7 @@ public:
     void QueueMsgBox(platform::Answer answer);
     void QueueOpen(std::optional<platform::FilePick> pick); // nullopt: cancel
     void QueueSave(std::optional<platform::FilePick> pick); // nullopt: cancel
+    void QueueFolder(std::optional<QString> folder);        // nullopt: cancel
 
     const QList<Prompt>& Prompts() const { return prompts_; }
     // Fails the test for every answer still queued, and drops them.
@@ -47,6 +48,8 @@ public:
                                                const QString& initialDir = {}) override;
     std::optional<platform::FilePick> ShowSave(const QString& title, const QString& filter,
                                                const QString& initialDir = {}) override;
+    std::optional<QString> ShowFolder(const QString& title,
+                                      const QString& initialDir = {}) override;
     bool StartProgram(const QString& program, const QStringList& arguments) override;
     QString ProgramFolder() override { return ProgramFolderPath; }
     QString UserDataFolder() override { return UserDataFolderPath; }
@@ -72,7 +75,8 @@ public:
     QString UserDataFolderPath;  // none unless a test sets one
     QStringList ReadOnlyFolders; // folders that refuse new files, as a system folder would
     // No search path and no home unless a test sets them: nothing of the
-    // machine running the tests is found.
+    // machine running the tests is found. The user speaks German, the
+    // language the forms are designed in, whatever the machine's locale.
     platform::HostEnvironment Env;
     double NextRnd = 0.0;
     double Now = 0.0;
@@ -87,6 +91,7 @@ private:
     QList<platform::Answer> msgBoxAnswers_;
     QList<std::optional<platform::FilePick>> openAnswers_;
     QList<std::optional<platform::FilePick>> saveAnswers_;
+    QList<std::optional<QString>> folderAnswers_;
     QList<Prompt> prompts_;
 };
 

@@ -53,6 +53,10 @@ public:
         Refused(QStringLiteral("a file dialog: ") + title);
         return std::nullopt;
     }
+    std::optional<QString> ShowFolder(const QString& title, const QString&) override {
+        Refused(QStringLiteral("a folder chooser: ") + title);
+        return std::nullopt;
+    }
     bool StartProgram(const QString& program, const QStringList&) override {
         Refused(QStringLiteral("a program start: ") + program);
         return false;
@@ -113,7 +117,8 @@ QStringList DumpLines(SilentServices& services) {
                          qPrintable(form->objectName()));
             services.Asked = true;
         }
-        lines << QStringList{name, QStringLiteral("Titel"), Escaped(form->windowTitle()),
+        lines << QStringList{name, QStringLiteral("Titel"),
+                             Escaped(platform::Caption(form.get()).value_or(QString())),
                              NotAvailable}
                      .join(QLatin1Char('\t'));
         for (const platform::ControlInfo& control : platform::ControlsOf(form.get())) {

@@ -335,6 +335,10 @@ FORMS = [
         OK,
         # Ends the wait for a compiler that doesn't finish.
         C("CmdCancel", "Cancel"),
+        # Shown when the checks found errors.
+        C("CmdCompileAnyway", "Compile anyway",
+          "Run the compiler in spite of the errors: a newer compiler accepts some of what the "
+          "checks refuse"),
         C("ChkViewAfterCompile", "Open the model in the viewer after compiling"),
     ]),
     ("DlgBindung", "Attachments", skeleton_views() + [
@@ -508,6 +512,7 @@ GERMAN_MESSAGES = {
     "MSG_COMPILE_CANCELLED": "Kompilieren abgebrochen; der Compiler wurde beendet.",
     "MSG_COMPILE_TIMED_OUT": "Kompilieren beendet: kein Ergebnis nach %1 s.",
     "MSG_SCRIPT_NO_MARKER": "%1 endete, ohne %2 zu schreiben.",
+    "MSG_COMPILE_NO_MODEL": "Der Compiler endete, ohne das Modell \"%1\" zu schreiben.",
     "MSG_STATUS_LINE": "%1; %2; %3.",
     "MSG_STATUS_REFUSED": "Nicht kompiliert: die Prüfung fand %1.",
     "MSG_STATUS_NOT_STARTED": "Nicht kompiliert: das Compile-Skript konnte nicht gestartet "
@@ -683,6 +688,10 @@ GERMAN_MESSAGES = {
     "MSG_CHECK_ATTACHMENT_BONE": "Anhängepunkt %1 sitzt am Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_CONTROLLER_BONE": "Controller %1 bewegt den Knochen „%2“, den kein Modellteil hat.",
     "MSG_CHECK_SEQUENCE_LARGE": "Die Animation „%1“ („%2“) kann mehr als 64 KB Animationsdaten haben (%3 Bilder mit %4 Knochen); eine größere Sequenz lehnt der Compiler ab.",
+    "MSG_UNSAVED_CHANGES": "Die Änderungen an %1 sind noch nicht gespeichert. Jetzt speichern?",
+    "MSG_UNTITLED": "Unbenannt",
+    "MSG_TEXTURE_FOLDER_EMPTY": "Der Texturenordner „%1“ enthält noch keine Bitmaps (*.bmp).",
+    "MSG_ANIMWIZ_DEFAULT_NAME": "Name der Animation",
     "MSG_PREVIEW_NO_GL": "OpenGL steht hier nicht zur Verfügung, die Vorschau kann das Modell "
                          "nicht zeichnen.",
     "MSG_PREVIEW_NO_PARTS": "Kein Referenzteil zum Zeigen: füge eines auf der Seite der "
@@ -691,6 +700,7 @@ GERMAN_MESSAGES = {
     "MSG_PREVIEW_TEXTURES_MISSING": "Als Schachbrett gezeichnet, nicht im Texturenordner: %1",
     "MSG_PREVIEW_BIND_POSE": "%1 Dreiecke; keine Animation gewählt",
     "MSG_PREVIEW_FRAME": "%1 Dreiecke; %2: Bild %3 von %4",
+    "MSG_PREVIEW_PAUSE": "Anhalten",
 }
 
 # The texts of the global strings, in the order of the key table (index 1 to

@@ -119,36 +119,26 @@ fs::path WorkBase(const std::string& script, std::error_code& ec) {
     return fs::temp_directory_path(ec);
 }
 
-// A fresh folder for the working file, removed again at the end.
-class WorkFolder {
-public:
-    explicit WorkFolder(const std::string& script) {
-        std::error_code ec;
-        const fs::path base = WorkBase(script, ec);
-        std::random_device random;
-        for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
-            const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
-            if (fs::create_directory(candidate, ec) && !ec) {
-                path_ = paths::FromFsPath(candidate);
-            }
-        }
-    }
-    ~WorkFolder() {
-        std::error_code ignored;
-        if (!path_.empty()) {
-            fs::remove_all(paths::ToFsPath(path_), ignored);
-        }
-    }
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
-};
-
 } // namespace
+
+WorkFolder::WorkFolder(const std::string& script) {
+    std::error_code ec;
+    const fs::path base = WorkBase(script, ec);
+    std::random_device random;
+    for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
+        const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
+        if (fs::create_directory(candidate, ec) && !ec) {
+            path_ = paths::FromFsPath(candidate);
+        }
+    }
+}
+
+WorkFolder::~WorkFolder() {
+    std::error_code ignored;
+    if (!path_.empty()) {
+        fs::remove_all(paths::ToFsPath(path_), ignored);
+    }
+}
 
 LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* texts) {
     LoadedScript loaded;

@@ -27,6 +27,22 @@ struct LoadedScript {
     int AnimationRows = 0;
 };
 
+// A fresh folder for working files, removed again with all it holds at the
+// end; Path() is empty when none could be made. With a script, the folder
+// has room for a load of it (see WorkBase in LoadScript.cpp).
+class WorkFolder {
+public:
+    explicit WorkFolder(const std::string& script = {});
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
 // texts: the active texts of the global strings, used for the words of the
 // questions; null gives English words for them.
 LoadedScript LoadScript(const std::string& path, Missing missing,

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -42,6 +43,22 @@ bool HasWord(std::string_view line, std::string_view word) {
         }
     }
     return false;
+}
+
+bool IsBlank(std::string_view line) {
+    return line.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+// The compiler's banner before the reason it stops: the word between stars
+// and exclamation marks ("************ ERROR ************", "***ERROR!!!***").
+bool IsErrorBanner(std::string_view line) {
+    std::string word;
+    for (char c : line) {
+        if (c != '*' && c != '!' && c != ' ' && c != '\t') {
+            word += Lower(c);
+        }
+    }
+    return word == "error";
 }
 
 std::string Num(long long value) {
@@ -100,7 +117,16 @@ bool IsWindowsExecutable(std::string_view program) {
 }
 
 std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
-                              std::string_view qcFile) {
+                              std::string_view qcFile, std::string_view workFolder) {
+    const paths::Style pathStyle =
+        style == ScriptStyle::Batch ? paths::Style::Windows : paths::Style::Posix;
+    std::string scriptFolder = paths::FolderOf(qcFile, pathStyle);
+    // "c:" alone is the drive's current folder, not its root.
+    if (scriptFolder.size() == 2 && scriptFolder[1] == ':') {
+        scriptFolder += '\\';
+    }
+    const std::string log = paths::Join(workFolder, LogFileName, pathStyle);
+    const std::string marker = paths::Join(workFolder, MarkerFileName, pathStyle);
     std::string text;
     if (style == ScriptStyle::Batch) {
         // The interpreter expands %NAME% even inside quotes.
@@ -114,21 +140,25 @@ std::string CompileScriptText(ScriptStyle style, std::string_view studioMdlPath,
             }
             return out;
         };
+        const std::string logArg = "\"" + escape(log) + "\"";
+        // pushd also takes a network folder, which cd cannot make current.
         // The system's own message when the compiler cannot start goes to
         // the log as well.
-        text +=
-            escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + LogFileName + " 2>&1\r\n";
-        text += std::string("echo Fertig >") + MarkerFileName + "\r\n";
+        text += "pushd \"" + escape(scriptFolder) + "\" 2>>" + logArg + " && " +
+                escape(studioMdlPath) + " \"" + escape(qcFile) + "\" >>" + logArg + " 2>&1\r\n";
+        text += "echo Fertig >\"" + escape(marker) + "\"\r\n";
     } else {
+        // The shell takes file names in UTF-8; its message when the folder
+        // or the compiler cannot be used (not executable, no interpreter)
+        // goes to the log as well.
+        const std::string logArg = ShellQuote(Cp1252ToUtf8(log));
+        text += "cd " + ShellQuote(Cp1252ToUtf8(scriptFolder)) + " 2>>" + logArg + " && ";
         if (IsWindowsExecutable(studioMdlPath)) {
             text += "wine ";
         }
-        // The shell takes file names in UTF-8; its message when the
-        // compiler cannot start (not executable, no interpreter) goes to the
-        // log as well.
         text += ShellQuote(Cp1252ToUtf8(studioMdlPath)) + " " + ShellQuote(Cp1252ToUtf8(qcFile)) +
-                " >>" + LogFileName + " 2>&1\n";
-        text += std::string("echo Fertig $? >") + MarkerFileName + "\n";
+                " >>" + logArg + " 2>&1\n";
+        text += "echo Fertig $? >" + ShellQuote(Cp1252ToUtf8(marker)) + "\n";
     }
     return text;
 }
@@ -206,7 +236,26 @@ std::string DeleteRunFiles(const std::string& folder) {
 std::string WriteCompileScript(const std::string& folder, ScriptStyle style,
                                std::string_view studioMdlPath, std::string_view qcFile) {
     return WriteFileReplacing(paths::Join(folder, ScriptFileName(style)),
-                              CompileScriptText(style, studioMdlPath, qcFile));
+                              CompileScriptText(style, studioMdlPath, qcFile, folder));
+}
+
+bool RunScriptAndWait(const std::string& folder, ScriptStyle style) {
+    const ScriptLaunch launch = LaunchForScript(style);
+    std::string command;
+    if (style == ScriptStyle::Batch) {
+        command = "cd /d \"" + folder + "\" && " + launch.Program;
+        for (const std::string& argument : launch.Arguments) {
+            command += " " + argument;
+        }
+        // cmd.exe takes the first and the last quote of the line away.
+        command = "\"" + command + "\"";
+    } else {
+        command = "cd " + ShellQuote(Cp1252ToUtf8(folder)) + " && " + launch.Program;
+        for (const std::string& argument : launch.Arguments) {
+            command += " " + ShellQuote(argument);
+        }
+    }
+    return std::system(command.c_str()) != -1;
 }
 
 std::vector<std::string> ReadLines(const std::string& path) {
@@ -255,6 +304,45 @@ LogKind ClassifyLogLine(std::string_view line) {
     return LogKind::Plain;
 }
 
+ClassifiedLog ClassifyLog(std::vector<std::string> lines) {
+    ClassifiedLog log;
+    bool afterBanner = false;
+    for (std::string& text : lines) {
+        LogKind kind = ClassifyLogLine(text);
+        if (afterBanner && !IsBlank(text)) {
+            // The reason of the banner above: counted with it.
+            afterBanner = false;
+            kind = LogKind::Error;
+        } else if (kind == LogKind::Error) {
+            ++log.Errors;
+            afterBanner = IsErrorBanner(text);
+        } else if (kind == LogKind::Warning) {
+            ++log.Warnings;
+        }
+        log.Lines.push_back({std::move(text), kind});
+    }
+    return log;
+}
+
+std::string ScriptFolderOf(const std::string& qcFile) {
+    std::error_code ec;
+    const fs::path full = fs::absolute(PathOf(qcFile), ec);
+    return ec ? paths::FolderOf(qcFile) : paths::FromFsPath(full.parent_path());
+}
+
+std::string ModelFileOf(const std::string& modelName, const std::string& qcFile) {
+    std::string name = modelName.empty() ? qcFile : modelName;
+    // The compiler cuts at the last dot unless a folder follows it, and
+    // never at the very first character.
+    const std::size_t fileStart = name.size() - paths::FileNameOf(name).size();
+    const std::size_t dot = name.rfind('.');
+    if (dot != std::string::npos && dot >= fileStart && dot > 0) {
+        name.erase(dot);
+    }
+    name += ".mdl";
+    return paths::IsAbsolute(name) ? name : paths::Join(ScriptFolderOf(qcFile), name);
+}
+
 FileStamp StampOf(const std::string& path) {
     FileStamp stamp;
     if (path.empty()) {
@@ -283,6 +371,18 @@ ModelChange CompareStamps(const FileStamp& before, const FileStamp& after) {
         return ModelChange::Created;
     }
     return before == after ? ModelChange::Unchanged : ModelChange::Rewritten;
+}
+
+bool FailedInSilence(const RunOutcome& o) {
+    return o.End == RunEnd::Finished && o.LogErrors == 0 &&
+           (o.Model == ModelChange::NotWritten || o.Model == ModelChange::Unchanged);
+}
+
+int ErrorTotal(const RunOutcome& o) {
+    const bool runFailed = o.End == RunEnd::NotStarted || o.End == RunEnd::Cancelled ||
+                           o.End == RunEnd::TimedOut || o.End == RunEnd::ScriptEnded ||
+                           FailedInSilence(o);
+    return o.CheckErrors + o.LogErrors + (runFailed ? 1 : 0);
 }
 
 std::string DescribeOutcome(const RunOutcome& o) {

@@ -354,4 +354,59 @@ std::vector<std::string> ListFiles(const std::string& folder, std::string_view e
     return TryListFiles(folder, ext).value_or(std::vector<std::string>{});
 }
 
+namespace {
+
+// Appends the files of dir (and, while depth allows, of its subfolders) to
+// names, each behind prefix.
+void ListBelow(const fs::path& dir, const std::string& prefix, std::string_view ext, int depth,
+               std::size_t& folders, std::vector<std::string>& names) {
+    if (folders >= ModelTreeFolders) {
+        return;
+    }
+    ++folders;
+    std::error_code ec;
+    fs::directory_iterator it(dir, ec);
+    if (ec) {
+        return;
+    }
+    std::vector<std::string> files;
+    std::vector<std::pair<std::string, fs::path>> subfolders;
+    for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
+        std::string name = FromFsPath(it->path().filename());
+        std::error_code typeError;
+        if (it->is_regular_file(typeError)) {
+            if (name.size() > ext.size() &&
+                EqualsNoCase(std::string_view(name).substr(name.size() - ext.size()), ext)) {
+                files.push_back(std::move(name));
+            }
+        } else if (depth > 0 && !name.empty() && name.front() != '.' &&
+                   !it->is_symlink(typeError) && it->is_directory(typeError)) {
+            subfolders.emplace_back(std::move(name), it->path());
+        }
+    }
+    const auto less = [](const std::string& a, const std::string& b) { return NameLess(a, b); };
+    std::sort(files.begin(), files.end(), less);
+    for (std::string& file : files) {
+        names.push_back(prefix + file);
+    }
+    std::sort(subfolders.begin(), subfolders.end(),
+              [&](const auto& a, const auto& b) { return less(a.first, b.first); });
+    for (const auto& [name, path] : subfolders) {
+        ListBelow(path, prefix + name + '/', ext, depth - 1, folders, names);
+    }
+}
+
+} // namespace
+
+std::vector<std::string> ListFilesBelow(const std::string& folder, std::string_view ext) {
+    std::vector<std::string> names;
+    const std::optional<fs::path> dir = ResolveAs(folder, Kind::Folder);
+    if (!dir) {
+        return names;
+    }
+    std::size_t folders = 0;
+    ListBelow(*dir, std::string(), ext, ModelTreeDepth, folders, names);
+    return names;
+}
+
 } // namespace quarle::paths

@@ -87,4 +87,18 @@ TryListFiles(const std::string& folder, std::string_view ext, Entries which = En
 // TryListFiles with an unreadable folder read as empty.
 std::vector<std::string> ListFiles(const std::string& folder, std::string_view ext);
 
+// How deep ListFilesBelow looks, and how many folders it reads at most: a
+// model tree keeps its files a level or two down (meshes/, animations/run/),
+// and a folder chosen by mistake (a home folder) must not stall the window.
+inline constexpr int ModelTreeDepth = 3;
+inline constexpr std::size_t ModelTreeFolders = 400;
+
+// The files of ListFiles in folder and in its subfolders down to
+// ModelTreeDepth levels, named relative to folder with '/' between the
+// pieces ("ref.smd", "meshes/body.smd"), as scripts name them. The files of
+// the folder itself come first, then each subfolder's in NameLess order of
+// the folder names. Hidden folders (".git") and links to folders are passed
+// over; past ModelTreeFolders folders the listing stops.
+std::vector<std::string> ListFilesBelow(const std::string& folder, std::string_view ext);
+
 } // namespace quarle::paths

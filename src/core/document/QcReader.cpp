@@ -149,7 +149,9 @@ private:
         host_.NewDocument();
     }
 
-    static bool FolderPasses(const std::string& folder) {
+    // A folder passes when it holds a file; the model's folder, into which
+    // the compiler only writes, when it is there at all.
+    static bool FolderPasses(const std::string& folder, FolderQuestion what) {
         const std::string path = paths::ToStyle(folder);
         if (!paths::IsAbsolute(path)) {
             return false;
@@ -157,6 +159,9 @@ private:
         const auto resolved = paths::Resolve(path);
         if (!resolved) {
             return false;
+        }
+        if (what == FolderQuestion::ModelName) {
+            return paths::FolderExists(*resolved);
         }
         std::error_code ec;
         for (std::filesystem::directory_iterator it(paths::ToFsPath(*resolved), ec), end;
@@ -174,12 +179,12 @@ private:
     // it becomes that folder and asWritten keeps the script's text.
     bool CheckFolder(std::string& folder, Ids key, FolderQuestion what,
                      std::string* asWritten = nullptr) {
-        if (FolderPasses(folder)) {
+        if (FolderPasses(folder, what)) {
             return true;
         }
         if (!folder.empty() && !paths::IsAbsolute(paths::ToStyle(folder))) {
             std::string beside = FolderBeside(qcFolder_, folder);
-            if (FolderPasses(beside)) {
+            if (FolderPasses(beside, what)) {
                 if (asWritten != nullptr) {
                     *asWritten = folder;
                 }

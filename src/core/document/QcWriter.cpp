@@ -238,7 +238,8 @@ private:
                 // block's: the block opens on the name's line.
                 Line("$bodygroup " + std::string(name) + "{");
             } else {
-                Line("$bodygroup " + std::string(name));
+                // The compiler wants a name on the line; "" is an empty one.
+                Line("$bodygroup " + (name.empty() ? std::string("\"\"") : std::string(name)));
                 Line("{");
             }
             for (int p = 1; p <= parts; ++p) {

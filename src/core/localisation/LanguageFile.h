@@ -32,6 +32,18 @@ inline constexpr std::string_view SeparatorLine = "----------------------";
 inline constexpr std::string_view TitleKey = "Titel";
 inline constexpr std::string_view NotAvailable = "<not available>";
 inline constexpr std::string_view DefaultLanguageFile = "deutsch.lng";
+inline constexpr std::string_view EnglishLanguageFile = "english.lng";
+
+// The language of a first start, while the settings name none: German for a
+// locale or UI language that begins with "de" ("de", "de_DE.UTF-8",
+// "de-AT"), English for any other, and for none at all.
+constexpr std::string_view FirstStartLanguage(std::string_view locale) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; };
+    const auto letter = [&](char c) { return lower(c) >= 'a' && lower(c) <= 'z'; };
+    const bool german = locale.size() >= 2 && lower(locale[0]) == 'd' && lower(locale[1]) == 'e' &&
+                        (locale.size() == 2 || !letter(locale[2]));
+    return german ? DefaultLanguageFile : EnglishLanguageFile;
+}
 
 // The reader's two warnings. They are fixed English and never translated.
 inline constexpr std::string_view IncompleteWarningText = "WARNING: Incomplete Languagefile.";

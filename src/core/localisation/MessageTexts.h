@@ -45,6 +45,9 @@ enum Msg : int {
     MSG_COMPILE_CANCELLED,
     MSG_COMPILE_TIMED_OUT,
     MSG_SCRIPT_NO_MARKER,
+    // The compiler ended without a model and without an error line; %1 is
+    // the model file.
+    MSG_COMPILE_NO_MODEL,
     // The status line of the compile dialog: "%1; %2; %3." of the end of
     // the run, the log's counts and the model file.
     MSG_STATUS_LINE,
@@ -217,6 +220,14 @@ enum Msg : int {
     MSG_CHECK_ATTACHMENT_BONE,
     MSG_CHECK_CONTROLLER_BONE,
     MSG_CHECK_SEQUENCE_LARGE,
+    // The main window on the desktop: the question before unsaved changes
+    // are lost (%1 the script's name), the name of a script not saved yet,
+    // the note of a texture folder without bitmaps (%1 the folder).
+    MSG_UNSAVED_CHANGES,
+    MSG_UNTITLED,
+    MSG_TEXTURE_FOLDER_EMPTY,
+    // The animation wizard's name before the user types one.
+    MSG_ANIMWIZ_DEFAULT_NAME,
     // The status line of the 3D preview.
     MSG_PREVIEW_NO_GL,
     MSG_PREVIEW_NO_PARTS,
@@ -224,6 +235,8 @@ enum Msg : int {
     MSG_PREVIEW_TEXTURES_MISSING,
     MSG_PREVIEW_BIND_POSE,
     MSG_PREVIEW_FRAME,
+    // The preview's play button while the animation plays.
+    MSG_PREVIEW_PAUSE,
     // Not a message: the number of messages. New keys go above it.
     MSG_END
 };
@@ -259,6 +272,8 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "Compile cancelled; the compiler was stopped."},
     {MSG_COMPILE_TIMED_OUT, "MSG_COMPILE_TIMED_OUT", "Compile stopped: no result after %1 s."},
     {MSG_SCRIPT_NO_MARKER, "MSG_SCRIPT_NO_MARKER", "%1 ended without writing %2."},
+    {MSG_COMPILE_NO_MODEL, "MSG_COMPILE_NO_MODEL",
+     "The compiler ended without writing the model \"%1\"."},
     {MSG_STATUS_LINE, "MSG_STATUS_LINE", "%1; %2; %3."},
     {MSG_STATUS_REFUSED, "MSG_STATUS_REFUSED", "Not compiled: the checks found %1."},
     {MSG_STATUS_NOT_STARTED, "MSG_STATUS_NOT_STARTED",
@@ -511,6 +526,12 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_CHECK_SEQUENCE_LARGE, "MSG_CHECK_SEQUENCE_LARGE",
      "The animation \"%1\" (\"%2\") may hold more than 64 KB of animation data (%3 frames of %4 "
      "bones); the compiler refuses a larger sequence."},
+    {MSG_UNSAVED_CHANGES, "MSG_UNSAVED_CHANGES",
+     "The changes to %1 have not been saved. Save them now?"},
+    {MSG_UNTITLED, "MSG_UNTITLED", "Untitled"},
+    {MSG_TEXTURE_FOLDER_EMPTY, "MSG_TEXTURE_FOLDER_EMPTY",
+     "The texture folder \"%1\" holds no bitmaps (*.bmp) yet."},
+    {MSG_ANIMWIZ_DEFAULT_NAME, "MSG_ANIMWIZ_DEFAULT_NAME", "Name of the animation"},
     {MSG_PREVIEW_NO_GL, "MSG_PREVIEW_NO_GL",
      "OpenGL is not available here, so the preview cannot draw the model."},
     {MSG_PREVIEW_NO_PARTS, "MSG_PREVIEW_NO_PARTS",
@@ -520,6 +541,7 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
      "Drawn as a checker, not in the texture folder: %1"},
     {MSG_PREVIEW_BIND_POSE, "MSG_PREVIEW_BIND_POSE", "%1 triangles; no animation selected"},
     {MSG_PREVIEW_FRAME, "MSG_PREVIEW_FRAME", "%1 triangles; %2: frame %3 of %4"},
+    {MSG_PREVIEW_PAUSE, "MSG_PREVIEW_PAUSE", "Pause"},
 }};
 
 namespace detail {

@@ -1,5 +1,6 @@
 #include "ui/compile/DlgCompile.h"
 
+#include "document/Paths.h"
 #include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
@@ -31,17 +32,6 @@ int KindOf(compile::RowKind kind) {
     case compile::RowKind::Warning:
         return WarningRow;
     case compile::RowKind::Error:
-        return ErrorRow;
-    default:
-        return PlainRow;
-    }
-}
-
-int KindOf(compile::LogKind kind) {
-    switch (kind) {
-    case compile::LogKind::Warning:
-        return WarningRow;
-    case compile::LogKind::Error:
         return ErrorRow;
     default:
         return PlainRow;
@@ -170,6 +160,14 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
                                   QStringLiteral("CmdCancel"));
     CmdCancel->setEnabled(false);
     CmdCancel->setAutoDefault(false);
+    CmdCompileAnyway =
+        platform::Control(new QPushButton(QStringLiteral("Trotzdem kompilieren"), this),
+                          QStringLiteral("CmdCompileAnyway"));
+    CmdCompileAnyway->setToolTip(
+        QStringLiteral("Den Compiler trotz der Fehler starten: ein neuerer Compiler nimmt "
+                       "manches an, was die Prüfung ablehnt"));
+    CmdCompileAnyway->setVisible(false);
+    CmdCompileAnyway->setAutoDefault(false);
     OKButton =
         platform::Control(new QPushButton(QStringLiteral("OK"), this), QStringLiteral("OKButton"));
     OKButton->setDefault(true);
@@ -180,6 +178,7 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     buttons->addWidget(ChkViewAfterCompile);
     buttons->addStretch();
     buttons->addWidget(CmdLocalise);
+    buttons->addWidget(CmdCompileAnyway);
     buttons->addWidget(CmdCancel);
     buttons->addWidget(OKButton);
     auto* layout = new QVBoxLayout(this);
@@ -190,6 +189,7 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     connect(TmrCompile, &QTimer::timeout, this, &DlgCompile::TmrCompile_Timer);
     connect(OKButton, &QPushButton::clicked, this, &DlgCompile::OKButton_Click);
     connect(CmdCancel, &QPushButton::clicked, this, &DlgCompile::CmdCancel_Click);
+    connect(CmdCompileAnyway, &QPushButton::clicked, this, &DlgCompile::CmdCompileAnyway_Click);
 
     Form_Load();
 }
@@ -256,8 +256,7 @@ void DlgCompile::TmrCompile_Timer() {
         return;
     }
     ticked_ = true;
-    running_ = true;
-    CmdLocalise->setEnabled(false);
+    BeginRun();
 
     compile::CheckInput input;
     input.StudioMdlPath = &state_.Settings.StudioMdlPath;
@@ -273,17 +272,37 @@ void DlgCompile::TmrCompile_Timer() {
     Repaint(false);
 
     if (checks.ErrorCount == 0) {
-        AddRow(Ids(IDS_COMPILEMODEL));
-        Repaint(false);
         RunCompiler();
     } else {
         AddRow(Ids(IDS_CANTCOMPILE));
     }
+    EndRun();
+}
 
-    AddRow(Ids(IDS_DONE) + QStringLiteral(" (") + QString::number(checks.ErrorCount) +
+void DlgCompile::CmdCompileAnyway_Click() {
+    if (running_ || outcome_.End != compile::RunEnd::NotRun) {
+        return;
+    }
+    BeginRun();
+    RunCompiler();
+    EndRun();
+}
+
+void DlgCompile::BeginRun() {
+    running_ = true;
+    CmdCompileAnyway->setVisible(false);
+    CmdLocalise->setEnabled(false);
+    OKButton->setEnabled(false);
+}
+
+void DlgCompile::EndRun() {
+    // The closing row counts every error above it: the checks' and, after a
+    // run, the compiler's.
+    AddRow(Ids(IDS_DONE) + QStringLiteral(" (") + QString::number(compile::ErrorTotal(outcome_)) +
            QLatin1Char(' ') + Ids(IDS_ERRORS) + QLatin1Char(')'));
     LblStatus->setText(StatusText(outcome_, state_));
     CmdCancel->setEnabled(false);
+    CmdCompileAnyway->setVisible(outcome_.End == compile::RunEnd::NotRun);
     CmdLocalise->setEnabled(true);
     running_ = false;
     OKButton->setEnabled(true);
@@ -292,81 +311,53 @@ void DlgCompile::TmrCompile_Timer() {
 }
 
 void DlgCompile::RunCompiler() {
-    const std::string folder = platform::ToCp1252Marked(folder_);
-    const compile::ScriptStyle style = compile::HostScriptStyle();
-    const QString scriptName = QString::fromLatin1(compile::ScriptFileName(style));
-    outcome_.ModelPath = state_.Doc.ModelName;
-
-    // A marker left from an earlier run would end the wait at once.
-    const std::string deleteFailure = compile::DeleteRunFiles(folder);
-    const QString marker = QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName));
-    if (!deleteFailure.empty() && QFileInfo::exists(marker)) {
-        AddRow(MsgText(MSG_COMPILE_CANNOT_START, {platform::FromCp1252(deleteFailure)}), ErrorRow);
-        outcome_.End = compile::RunEnd::NotStarted;
-        return;
-    }
-
-    const std::string writeFailure = compile::WriteCompileScript(
-        folder, style, state_.Settings.StudioMdlPath, state_.Doc.QcFile);
-    if (!writeFailure.empty()) {
-        AddRow(MsgText(MSG_SCRIPT_NOT_WRITTEN, {scriptName, QDir::toNativeSeparators(folder_),
-                                                platform::FromCp1252(writeFailure)}),
-               ErrorRow);
-        outcome_.End = compile::RunEnd::NotStarted;
-        return;
-    }
-
-    const compile::FileStamp before = compile::StampOf(state_.Doc.ModelName);
-    const compile::ScriptLaunch launch = compile::LaunchForScript(style);
-    QStringList arguments;
-    for (const std::string& a : launch.Arguments) {
-        arguments << QString::fromStdString(a);
-    }
-    delete run_;
-    run_ = new platform::ProgramRun(this);
-    QElapsedTimer clock;
-    clock.start();
-    if (!run_->Start(QString::fromStdString(launch.Program), arguments, folder_,
-                     platform::WindowStyle::Minimised)) {
-        AddRow(MsgText(MSG_SCRIPT_NOT_STARTED, {scriptName, run_->ErrorText()}), ErrorRow);
-        outcome_.End = compile::RunEnd::NotStarted;
-        return;
-    }
-
-    outcome_.End = WaitForMarker(marker);
-    outcome_.Seconds = static_cast<double>(clock.elapsed()) / 1000.0;
-    switch (outcome_.End) {
-    case compile::RunEnd::Cancelled:
-    case compile::RunEnd::TimedOut:
-        // Their rows follow the log lines the compiler wrote until then.
-        run_->Kill();
-        break;
-    case compile::RunEnd::ScriptEnded:
-        AddRow(MsgText(MSG_SCRIPT_NO_MARKER,
-                       {scriptName, QString::fromLatin1(compile::MarkerFileName)}),
-               ErrorRow);
-        break;
-    default:
-        outcome_.ExitStatus = compile::MarkerExitStatus(platform::ToCp1252Marked(marker));
-        break;
-    }
+    AddRow(Ids(IDS_COMPILEMODEL));
     Repaint(false);
 
-    const QString log = QDir(folder_).filePath(QString::fromLatin1(compile::LogFileName));
-    for (const std::string& line : compile::ReadLines(platform::ToCp1252Marked(log))) {
-        const compile::LogKind kind = compile::ClassifyLogLine(line);
-        outcome_.LogErrors += kind == compile::LogKind::Error ? 1 : 0;
-        outcome_.LogWarnings += kind == compile::LogKind::Warning ? 1 : 0;
-        AddRow(QLatin1Char(' ') + LogLineText(line), KindOf(kind));
+    compile::CompileRun run({platform::ToCp1252Marked(folder_), state_.Settings.StudioMdlPath,
+                             state_.Doc.QcFile, state_.Doc.ModelName},
+                            state_.MsgTexts);
+    run.SetCheckErrors(outcome_.CheckErrors);
+    compile::RunEnd end = compile::RunEnd::NotStarted;
+    if (run.Prepare()) {
+        const compile::ScriptLaunch launch = run.Launch();
+        QStringList arguments;
+        for (const std::string& a : launch.Arguments) {
+            arguments << QString::fromStdString(a);
+        }
+        delete run_;
+        run_ = new platform::ProgramRun(this);
+        QElapsedTimer clock;
+        clock.start();
+        if (!run_->Start(QString::fromStdString(launch.Program), arguments, folder_,
+                         platform::WindowStyle::Minimised)) {
+            run.NotStarted(run_->ErrorText().toStdString());
+        } else {
+            end =
+                WaitForMarker(QDir(folder_).filePath(QString::fromLatin1(compile::MarkerFileName)));
+            if (end == compile::RunEnd::Cancelled || end == compile::RunEnd::TimedOut) {
+                // Their rows follow the log lines the compiler wrote until then.
+                run_->Kill();
+            }
+            Repaint(false);
+            run.Finish(end, static_cast<double>(clock.elapsed()) / 1000.0);
+        }
     }
-    if (outcome_.End == compile::RunEnd::Cancelled) {
+    for (const compile::RunRow& row : run.TakeRows()) {
+        if (row.FromLog) {
+            AddRow(QLatin1Char(' ') + LogLineText(row.Text), KindOf(row.Kind));
+        } else {
+            AddRow(QString::fromStdString(row.Text), KindOf(row.Kind));
+        }
+    }
+    if (end == compile::RunEnd::Cancelled) {
         AddRow(MsgText(MSG_COMPILE_CANCELLED), ErrorRow);
-    } else if (outcome_.End == compile::RunEnd::TimedOut) {
+    } else if (end == compile::RunEnd::TimedOut) {
         AddRow(MsgText(MSG_COMPILE_TIMED_OUT,
                        {QString::number(static_cast<double>(options_.TimeLimit.count()) / 1000.0)}),
                ErrorRow);
     }
-    outcome_.Model = compile::CompareStamps(before, compile::StampOf(state_.Doc.ModelName));
+    outcome_ = run.Outcome();
 }
 
 compile::RunEnd DlgCompile::WaitForMarker(const QString& marker) {
@@ -431,14 +422,21 @@ void DlgCompile::OKButton_Click() {
         return;
     }
     if (ChkViewAfterCompile->isEnabled() && ChkViewAfterCompile->isChecked()) {
-        const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
-        // The model's path is one argument, blanks and all.
-        if (!services_.StartProgram(viewer, {platform::FromCp1252(state_.Doc.ModelName)})) {
-            services_.MsgBox(MsgText(MSG_VIEWER_NOT_STARTED) + QLatin1Char('\n') + viewer,
-                             platform::Buttons::Ok, platform::Icon::Critical, Ids(IDS_ERROR));
-        }
+        ShowModel();
     }
     accept();
+}
+
+void DlgCompile::ShowModel() {
+    const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
+    const std::string model = compile::ModelFileOf(state_.Doc.ModelName, state_.Doc.QcFile);
+    // The model's path is one argument, blanks and all; a file found only in
+    // another case is handed over as it is on disk.
+    if (!services_.StartProgram(viewer,
+                                {platform::FromCp1252(paths::Resolve(model).value_or(model))})) {
+        services_.MsgBox(MsgText(MSG_VIEWER_NOT_STARTED) + QLatin1Char('\n') + viewer,
+                         platform::Buttons::Ok, platform::Icon::Critical, Ids(IDS_ERROR));
+    }
 }
 
 } // namespace quarle::ui

@@ -1,13 +1,16 @@
 // The compile dialog: checks the model, runs the compiler through a small
-// script in the working folder, waits for the script's marker file and shows
-// the compiler's log. Everything happens in the one tick of TmrCompile; the
-// form repaints between rows and stays responsive during the wait, which can
-// be cancelled and gives up after a time limit.
+// script in the working folder (the compiler itself in the script's folder),
+// waits for the script's marker file and shows the compiler's log. Everything
+// happens in the one tick of TmrCompile; the form repaints between rows and
+// stays responsive during the wait, which can be cancelled and gives up after
+// a time limit. Checks that found an error hold the compiler back, and the
+// user may then run it all the same.
 #pragma once
 
 #include "AppState.h"
 #include "compile/CheckModelData.h"
 #include "compile/CompileFiles.h"
+#include "compile/CompileRun.h"
 #include "platform/ProgramRun.h"
 #include "platform/Services.h"
 #include "ui/localisation/LocalisedDialog.h"
@@ -51,12 +54,15 @@ public:
     QCheckBox* ChkViewAfterCompile;
     // Ends the wait for the compiler; enabled only while it runs.
     QPushButton* CmdCancel;
+    // Runs the compiler although the checks found errors; shown only then.
+    QPushButton* CmdCompileAnyway;
     // What the compiler itself did: its exit status and the model file.
     QLabel* LblStatus;
 
     void TmrCompile_Timer();
     void OKButton_Click();
     void CmdCancel_Click();
+    void CmdCompileAnyway_Click();
 
     // Closing the window while the compile runs asks it to stop instead.
     void reject() override;
@@ -74,7 +80,11 @@ private:
     void Form_Load();
     void AddRow(const QString& text, int kind = 0);
     void Repaint(bool userInput);
+    void BeginRun();
+    void EndRun();
     void RunCompiler();
+    // Opens the model the compiler wrote.
+    void ShowModel();
     compile::RunEnd WaitForMarker(const QString& marker);
     QString Ids(int id) const;
     QString MsgText(quarle::Msg key, std::initializer_list<QString> args = {}) const;

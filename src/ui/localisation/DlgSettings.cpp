@@ -10,6 +10,7 @@
 #include "ui/localisation/DlgNewLocalisation.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -291,7 +292,7 @@ void DlgSettings::OKButton_Click() {
     tools.TextEditorPath = std::move(paths[1]);
     tools.ModelViewerPath = std::move(paths[2]);
     // A bare program name counts when it is found on the search path.
-    main_.CmdCompile->setEnabled(platform::ProgramExists(TxtStudioMDL->text()));
+    main_.CmdCompile->setEnabled(CompilerOffered(TxtStudioMDL->text(), services_.Environment()));
     main_.MnuDateiViewCode->setEnabled(platform::ProgramExists(TxtEditor->text()));
     main_.MnuDateiView->setEnabled(platform::ProgramExists(TxtModelviewer->text()));
     accept();

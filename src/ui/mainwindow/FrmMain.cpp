@@ -15,14 +15,17 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <algorithm>
 
 namespace quarle::ui {
@@ -36,27 +39,6 @@ QString Text(const std::string& s) {
 // A text of the document.
 QString Doc(const std::string& s) {
     return platform::FromCp1252(s);
-}
-
-// The folder of a chosen file: the path without the file's name and the
-// separator in front of it. A file in the root of a drive gives the drive
-// ("c:"); a file in the root of a Unix tree gives "/".
-QString FolderOfChoice(const platform::FilePick& pick) {
-    const QString& path = pick.FileName;
-    qsizetype cut = -1;
-    if (!pick.FileTitle.isEmpty() && path.endsWith(pick.FileTitle) &&
-        path.size() > pick.FileTitle.size()) {
-        cut = path.size() - pick.FileTitle.size() - 1;
-    } else {
-        cut = std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
-    }
-    if (cut < 0) {
-        return {};
-    }
-    if (cut == 0 && path.startsWith(QLatin1Char('/'))) {
-        return QStringLiteral("/");
-    }
-    return path.left(cut);
 }
 
 } // namespace
@@ -81,7 +63,7 @@ void FrmMain::Form_Load() {
     ReadToolSettings(settings_, services_.ProgramFolder(), env, tools);
     const bool toolNotice = ToolNoticeDue(settings_, env, tools);
     // Missing programs only leave their commands disabled; they start so.
-    if (platform::ProgramExists(Doc(tools.StudioMdlPath))) {
+    if (CompilerOffered(Doc(tools.StudioMdlPath), env)) {
         CmdCompile->setEnabled(true);
     }
     if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {
@@ -95,7 +77,7 @@ void FrmMain::Form_Load() {
     platform::SetHeightTwips(this, 6420);
     platform::SetHeightTwips(FrmModelfiles, 4575);
 
-    MnuDateiNeu_Click();
+    NewDocument();
     state_.Doc.Gamma = DefaultGamma;
     state_.Doc.ModelScale = 1.0f;
 
@@ -104,6 +86,7 @@ void FrmMain::Form_Load() {
     if (state_.LocalisationMode) {
         CmdLocalise->setVisible(true);
     }
+    MarkSaved();
 
     RemoveLeftovers();
 
@@ -149,7 +132,7 @@ void FrmMain::Form_Unload() {
     stopped_ = true;
     TmrAnim->stop();
     TmrPlayAnim->stop();
-    WriteSettings(settings_, state_.Settings);
+    WriteSettingsNow();
     // Files are opened and closed within each operation: none is open here.
     if (EndProcess) {
         EndProcess();
@@ -157,8 +140,17 @@ void FrmMain::Form_Unload() {
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
+    // Unsaved changes are saved or let go first; Cancel keeps the program.
+    if (!stopped_ && !SaveChangesFirst()) {
+        event->ignore();
+        return;
+    }
     Form_Unload();
     event->accept();
+}
+
+void FrmMain::WriteSettingsNow() {
+    WriteSettings(settings_, state_.Settings);
 }
 
 void FrmMain::MnuDateiBeenden_Click() {
@@ -169,8 +161,15 @@ void FrmMain::MnuDateiBeenden_Click() {
 // Document
 
 void FrmMain::MnuDateiNeu_Click() {
+    if (SaveChangesFirst()) {
+        NewDocument();
+    }
+}
+
+void FrmMain::NewDocument() {
     LstAnimations->clear();
     InitVars();
+    MarkSaved();
 }
 
 void FrmMain::InitVars() {
@@ -215,8 +214,7 @@ std::string FrmMain::NewDir(const std::string& oldDir, const std::string& extra)
     if (answer != platform::Answer::Ok) {
         return "0";
     }
-    const std::optional<QString> folder =
-        PickFolder(Text(ids[IDS_OPEN]), QStringLiteral("*.*|*.*"));
+    const std::optional<QString> folder = PickFolder(Text(ids[IDS_OPEN]), QString());
     if (!folder) {
         return "0";
     }
@@ -248,52 +246,106 @@ void FrmMain::ShowRecentFiles() {
 // ---------------------------------------------------------------------------
 // Paths
 
-std::optional<QString> FrmMain::PickFolder(const QString& title, const QString& filter) {
-    const std::optional<platform::FilePick> pick = services_.ShowOpen(title, filter);
-    // A cancelled dialog, or one that reports no file, chose nothing.
-    if (!pick || pick->FileName.isEmpty()) {
+std::optional<QString> FrmMain::PickFolder(const QString& title, const QString& current) {
+    // The chooser opens at the folder in use, else near the script.
+    const QString start =
+        !current.isEmpty() && QFileInfo(current).isDir() ? current : DialogFolder();
+    const std::optional<QString> folder = services_.ShowFolder(title, start);
+    if (!folder || folder->isEmpty()) {
         return std::nullopt;
     }
-    return FolderOfChoice(*pick);
+    return folder;
 }
 
 void FrmMain::CmdBrowseTexture_Click() {
-    const std::optional<QString> folder =
-        PickFolder(Text(state_.IdsTexts[IDS_TEXTUREPATH]), QStringLiteral("Bitmap|*.bmp"));
-    if (!folder) {
-        return;
+    if (const std::optional<QString> folder =
+            PickFolder(Text(state_.IdsTexts[IDS_TEXTUREPATH]), TxtTexturepath->text())) {
+        SetTextureFolder(*folder);
     }
-    const std::optional<std::string> path = TypedText(state_, services_, *folder);
-    if (!path) {
-        return;
-    }
-    state_.Doc.TexturePath = *path;
-    TxtTexturepath->setText(*folder);
 }
 
 void FrmMain::CmdBrowseModel_Click() {
-    const std::optional<QString> folder =
-        PickFolder(Text(state_.IdsTexts[IDS_MODELFILEPATH]), QStringLiteral("Model|*.smd"));
-    if (!folder) {
-        return;
+    if (const std::optional<QString> folder =
+            PickFolder(Text(state_.IdsTexts[IDS_MODELFILEPATH]), TxtModelpath->text())) {
+        SetModelFolder(*folder);
     }
-    const std::optional<std::string> path = TypedText(state_, services_, *folder);
+}
+
+bool FrmMain::SetTextureFolder(const QString& folder) {
+    const std::optional<std::string> path = TypedText(state_, services_, folder);
     if (!path) {
-        return;
+        return false;
+    }
+    state_.Doc.TexturePath = *path;
+    TxtTexturepath->setText(folder);
+    ShowTextureFolderNote();
+    return true;
+}
+
+bool FrmMain::SetModelFolder(const QString& folder) {
+    const std::optional<std::string> path = TypedText(state_, services_, folder);
+    if (!path) {
+        return false;
     }
     state_.Doc.ModelPath = *path;
-    TxtModelpath->setText(*folder);
+    TxtModelpath->setText(folder);
     // The same folder again leaves the text as it was; the frame and the
     // file list follow the choice all the same.
     if (!TxtModelpath->text().isEmpty()) {
         SetModelFolderKnown(true);
         SetFileListPath(TxtModelpath->text());
+        RefillLstFiles();
     } else {
         SetModelFolderKnown(false);
     }
+    return true;
+}
+
+void FrmMain::TxtPath_Commit(QLineEdit* field) {
+    if (!field->isModified()) {
+        return;
+    }
+    const QString typed = field->text().trimmed();
+    const QFileInfo info(typed);
+    if (!typed.isEmpty() && info.isDir()) {
+        QString folder = QDir::toNativeSeparators(QDir::cleanPath(info.absoluteFilePath()));
+        if (folder.size() > 1 &&
+            (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
+            folder.chop(1);
+        }
+        field->setModified(false);
+        if (field == TxtTexturepath ? SetTextureFolder(folder) : SetModelFolder(folder)) {
+            return;
+        }
+    }
+    // Not a folder (or one the script cannot name): the field shows the
+    // folder in use again.
+    QApplication::beep();
+    field->setText(Doc(field == TxtTexturepath ? state_.Doc.TexturePath : state_.Doc.ModelPath));
+    field->setModified(false);
+}
+
+void FrmMain::ShowTextureFolderNote() {
+    // A folder without bitmaps can be chosen (they may come later); the
+    // field says that it holds none yet.
+    const std::string& folder = state_.Doc.TexturePath;
+    const bool empty =
+        !folder.empty() && paths::FolderExists(folder) && paths::ListFiles(folder, ".bmp").empty();
+    if (TxtTexturepathNote == nullptr) {
+        TxtTexturepathNote = new QAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                                         QString(), TxtTexturepath);
+        TxtTexturepath->addAction(TxtTexturepathNote, QLineEdit::TrailingPosition);
+    }
+    TxtTexturepathNote->setToolTip(
+        MessageText(state_, MSG_TEXTURE_FOLDER_EMPTY, {TxtTexturepath->text()}));
+    TxtTexturepathNote->setVisible(empty);
 }
 
 void FrmMain::TxtModelpath_Change() {
+    // A folder being typed counts once it is committed (TxtPath_Commit).
+    if (TxtModelpath->isModified()) {
+        return;
+    }
     const QString folder = TxtModelpath->text();
     if (folder.isEmpty()) {
         // The files of the old folder stay listed.
@@ -306,7 +358,8 @@ void FrmMain::TxtModelpath_Change() {
 }
 
 void FrmMain::TxtModelpath_KeyPress(int keyAscii) {
-    if (keyAscii == 13 && !TxtModelpath->text().isEmpty()) {
+    // A folder being typed is taken by TxtPath_Commit right after.
+    if (keyAscii == 13 && !TxtModelpath->isModified() && !TxtModelpath->text().isEmpty()) {
         SetFileListPath(TxtModelpath->text());
     }
 }
@@ -334,10 +387,10 @@ void FrmMain::FileListRefresh() {
         return;
     }
     // Scripts and models come from Windows, where "*.smd" matches any case.
-    // The names are taken as the system gives them: one made under another
-    // code page than UTF-8 is listed by its bytes, as a script names it.
+    // Files in subfolders are listed by their names below the folder
+    // ("meshes/body.smd"), as scripts name them.
     for (const std::string& name :
-         paths::ListFiles(platform::ToCp1252Marked(fileListPath_), ".smd")) {
+         paths::ListFilesBelow(platform::ToCp1252Marked(fileListPath_), ".smd")) {
         FileList->addItem(Doc(name));
     }
 }
@@ -350,6 +403,10 @@ void FrmMain::ConnectShell() {
     connect(CmdBrowseModel, &QPushButton::clicked, this, &FrmMain::CmdBrowseModel_Click);
     connect(TxtModelpath, &QLineEdit::textChanged, this, &FrmMain::TxtModelpath_Change);
     connect(TxtModelpath, &QLineEdit::returnPressed, this, [this] { TxtModelpath_KeyPress(13); });
+    connect(TxtModelpath, &QLineEdit::editingFinished, this,
+            [this] { TxtPath_Commit(TxtModelpath); });
+    connect(TxtTexturepath, &QLineEdit::editingFinished, this,
+            [this] { TxtPath_Commit(TxtTexturepath); });
     connect(MnuDateiNeu, &QAction::triggered, this, &FrmMain::MnuDateiNeu_Click);
     connect(MnuDateiBeenden, &QAction::triggered, this, &FrmMain::MnuDateiBeenden_Click);
     connect(CmdModeleinst, &QPushButton::clicked, this, &FrmMain::CmdModeleinst_Click);

@@ -37,6 +37,9 @@
 class QAction;
 class QCheckBox;
 class QComboBox;
+class QDragEnterEvent;
+class QDragMoveEvent;
+class QDropEvent;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -133,6 +136,14 @@ public:
     void CmdBrowseModel_Click();
     void TxtModelpath_Change();
     void TxtModelpath_KeyPress(int keyAscii);
+    // A folder typed into either path field, taken when the field is left
+    // or Enter pressed: a folder that exists becomes the path, anything
+    // else gives way to the path in use.
+    void TxtPath_Commit(QLineEdit* field);
+    // The texture and model folders as the path buttons and typed paths set
+    // them; false (after a message) for a folder the script cannot name.
+    bool SetTextureFolder(const QString& folder);
+    bool SetModelFolder(const QString& folder);
 
     // Both pages
     void TabSmd_Click(int previousTab);
@@ -312,8 +323,43 @@ public:
     // Which files of the model folder are meshes, remembered between refills.
     const ModelFolderCache& ModelFolderKinds() const { return modelFolderKinds_; }
 
+    // ---- On the desktop (FrmMainDesktop.cpp)
+
+    // The reset behind the new-document command, without its question.
+    void NewDocument();
+    // Whether the document differs from the last load, save or new document.
+    bool DocumentChanged() const;
+    // What the document now is counts as saved; the title follows.
+    void MarkSaved();
+    // The title bar: the script's name, a mark while it has unsaved changes,
+    // and the caption ("robot.qc* — Quarle").
+    void ShowTitle();
+    // Before the document is replaced or the program ends: with unsaved
+    // changes, asks whether to save them. True when the caller may go on
+    // (saved, or the user lets them go); false after Cancel or a save that
+    // did not happen.
+    bool SaveChangesFirst();
+    // The desktop session ends: asks as above where the session allows it,
+    // and writes the settings. False: the session is to go on.
+    bool SessionEnding(bool mayAsk);
+    // A script named on the command line: opened as the Open command opens
+    // the chosen file, with the same questions and messages.
+    void OpenGivenScript(const QString& path);
+    // A script dropped on the window: the question about unsaved changes,
+    // then the open.
+    void OpenDroppedScript(const QString& path);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // A local .qc file is taken anywhere on the window; anything else
+    // dragged over it is refused.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool event(QEvent* event) override;
+    // Coming back to the window refreshes the list of the model folder.
+    void changeEvent(QEvent* event) override;
     // A window larger than designed gives the room to the paths and the lists.
     void resizeEvent(QResizeEvent* event) override;
 
@@ -329,19 +375,33 @@ private:
     void ConnectAnimationsPage();
     void ConnectFileCommands();
     void ConnectAssistant();
+    void ConnectDesktop();
+    // The name the title bar and the question give the script.
+    QString ScriptTitle() const;
+    // Accepts or refuses a drag; true when the event was this window's.
+    bool TakeDrag(QDropEvent* event);
+    void WriteSettingsNow();
     // Shows frame anim of the mascot at its place, cut to its outline.
     void ShowWizardFrame(int anim);
     // Enables or disables what needs a model folder.
     void SetModelFolderKnown(bool known);
-    // The open dialog for a folder: the folder of the chosen file, or
-    // nothing after a cancel.
-    std::optional<QString> PickFolder(const QString& title, const QString& filter);
+    // The folder chooser, opened at current when that is a folder: the
+    // chosen folder, or nothing after a cancel.
+    std::optional<QString> PickFolder(const QString& title, const QString& current);
+    // The texture field's note that its folder holds no bitmaps yet.
+    void ShowTextureFolderNote();
+    QAction* TxtTexturepathNote = nullptr;
 
     AppState& state_;
     platform::Services& services_;
     platform::SettingsStore& settings_;
     QString fileListPath_;
     bool stopped_ = false;
+    // The document as the writer rendered it at the last load, save or new
+    // document.
+    std::string savedText_;
+    // Runs shortly after the user's input: the title's mark follows.
+    QTimer* titleCheck_ = nullptr;
 
     // ---- The two pages and the script reader's host
     friend class FrmMainReaderHost;

@@ -140,6 +140,7 @@ FrmMain::FrmMain(AppState& state, platform::Services& services, platform::Settin
     ConnectAnimationsPage();
     ConnectFileCommands();
     ConnectAssistant();
+    ConnectDesktop();
     platform::SetWidthTwips(this, FormWidth);
     platform::SetHeightTwips(this, FormHeight);
     // Larger, yes; smaller than designed, no.
@@ -192,8 +193,8 @@ void FrmMain::BuildControls() {
 
     LblTexturepath = Control(new QLabel(QStringLiteral("Texturenpfad:"), FrmPaths),
                              QStringLiteral("LblTexturepath"));
+    // Both path fields take a typed folder (FrmMain::TxtPath_Commit).
     TxtTexturepath = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtTexturepath"));
-    TxtTexturepath->setReadOnly(true);
     TxtTexturepath->setToolTip(
         QStringLiteral("($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind"));
     CmdBrowseTexture =
@@ -203,7 +204,6 @@ void FrmMain::BuildControls() {
     LblModelpath = Control(new QLabel(QStringLiteral("Modell-Dateienpfad:"), FrmPaths),
                            QStringLiteral("LblModelpath"));
     TxtModelpath = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtModelpath"));
-    TxtModelpath->setReadOnly(true);
     TxtModelpath->setToolTip(
         QStringLiteral("($cd) - Pfad in dem die mdl-Dateien f\u00fcr das Modell gespeichert sind"));
     CmdBrowseModel = Control(SmallButton(FrmPaths, QStringLiteral("..."), QStringLiteral("Browse")),

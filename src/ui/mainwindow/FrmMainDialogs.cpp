@@ -42,6 +42,10 @@ void FrmMain::MnuEinstAllg_Click() {
 }
 
 void FrmMain::MnuWizardsGrWiz_Click() {
+    // The wizard sets up a new model over what is open.
+    if (!SaveChangesFirst()) {
+        return;
+    }
     WizardChain chain(this, [this](LocalisedDialog& page) {
         connect(&page, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
     });

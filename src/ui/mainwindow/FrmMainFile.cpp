@@ -4,8 +4,9 @@
 // (FrmMain.cpp).
 //
 // The commands are thin: they decide the file name and hand over to the
-// script reader, the script writer or the compile dialog. There is no mark
-// that the document changed, so no command asks about unsaved work.
+// script reader, the script writer or the compile dialog. A command that
+// replaces the document asks first about unsaved changes
+// (FrmMainDesktop.cpp).
 #include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/QcReader.h"
@@ -150,6 +151,9 @@ QString FrmMain::WorkingFolder() const {
 // Open
 
 void FrmMain::MnuDateiOeffnen_Click() {
+    if (!SaveChangesFirst()) {
+        return;
+    }
     const std::optional<platform::FilePick> pick = services_.ShowOpen(
         IdsText(IDS_OPEN) + QStringLiteral("..."), ScriptFilter(IdsText(IDS_FILE)), DialogFolder());
     // A cancelled dialog, or one that reports no file, chose nothing.
@@ -200,6 +204,7 @@ void FrmMain::OpenQcFile(const std::string& path) {
         LstAnimations->setCurrentRow(rowBefore);
         return;
     }
+    MarkSaved();
     // A file that is no script at all: its lines are not worth listing one
     // by one.
     if (noDirective) {
@@ -277,6 +282,7 @@ bool FrmMain::WriteQcFile() {
     const WriteResult result =
         quarle::WriteQcFile(state_.Doc, state_.Doc.QcFile, UserDecimalSeparator());
     if (result.Ok) {
+        MarkSaved();
         return true;
     }
     // Nothing was written: the list does not take a file that is not there.
@@ -350,12 +356,17 @@ void FrmMain::StartWithFile(const std::string& program, const std::string& file,
 
 void FrmMain::MnuDateiView_Click() {
     const Document& doc = state_.Doc;
-    if (doc.ModelName.empty() || !paths::FileExists(doc.ModelName)) {
+    // The model where the compiler writes it, a relative name taken from
+    // the script's folder; a model that was never saved has none yet.
+    auto model = [&doc] {
+        return doc.QcFile.empty() ? doc.ModelName : compile::ModelFileOf(doc.ModelName, doc.QcFile);
+    };
+    if (model().empty() || !paths::FileExists(model())) {
         MnuDateiComp_Click();
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
-    if (!doc.ModelName.empty() && paths::FileExists(doc.ModelName)) {
-        StartWithFile(state_.Settings.ModelViewerPath, doc.ModelName, MSG_VIEWER_MISSING,
+    if (!model().empty() && paths::FileExists(model())) {
+        StartWithFile(state_.Settings.ModelViewerPath, model(), MSG_VIEWER_MISSING,
                       MSG_VIEWER_NOT_STARTED);
     }
 }
@@ -388,7 +399,9 @@ void FrmMain::MnuDateiLast_Click(int i) {
     }
     if (paths::FileExists(file)) {
         // The list keeps its order: only a save puts a file on top.
-        OpenQcFile(file);
+        if (SaveChangesFirst()) {
+            OpenQcFile(file);
+        }
         return;
     }
     services_.MsgBox(IdsText(IDS_CANTFINDFILE_PART1) + QLatin1Char(' ') + Doc(file) +

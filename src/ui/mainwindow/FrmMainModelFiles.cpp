@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <algorithm>
@@ -78,6 +79,11 @@ void FrmMain::RefillLstFiles() {
     // without its extension. The kinds come from the cache, which reads only
     // the files that are new or changed since the last refill; a file that
     // cannot be read is listed on neither page.
+    QStringList selected;
+    for (const QListWidgetItem* item : LstFiles->selectedItems()) {
+        selected.append(item->text());
+    }
+    const int scrolledBefore = LstFiles->verticalScrollBar()->value();
     LstFiles->clear();
     const bool meshes = TabSmd->currentIndex() == ModelFilesPage;
     const std::string& folder = state_.Doc.ModelPath;
@@ -103,7 +109,25 @@ void FrmMain::RefillLstFiles() {
         const int blind = a.compare(b, Qt::CaseInsensitive);
         return blind != 0 ? blind < 0 : a < b;
     });
+    // The entries still there keep their selection, and the list its place.
     LstFiles->addItems(names);
+    for (int i = 0; i < LstFiles->count(); ++i) {
+        if (selected.contains(LstFiles->item(i)->text())) {
+            LstFiles->item(i)->setSelected(true);
+        }
+    }
+    LstFiles->verticalScrollBar()->setValue(scrolledBefore);
+}
+
+void FrmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    // Back in the window, perhaps from the file manager: the list shows
+    // what the folder holds now. Unchanged files are not read again.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() &&
+        FrmModelfiles->isEnabled() && !fileListPath_.isEmpty()) {
+        FileListRefresh();
+        RefillLstFiles();
+    }
 }
 
 void FrmMain::LstFiles_DblClick() {

@@ -64,7 +64,7 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
 }
 
 void FrmMainReaderHost::NewDocument() {
-    form_.MnuDateiNeu_Click();
+    form_.NewDocument();
 }
 
 void FrmMainReaderHost::AddAnimation(const std::string& name) {
@@ -132,12 +132,17 @@ void FrmMainReaderHost::LoadFinished() {
     form_.FrmModelfiles->setEnabled(true);
     // The folder as it is spelt on the disk: scripts from Windows may write
     // it in other capitals.
-    if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath)) {
-        if (!paths::ListFiles(*folder, "").empty()) {
-            form_.SetFileListPath(Doc(*folder));
-        }
+    // A model tree may keep every file in subfolders. The list is read anew
+    // also for the folder on show before: files may have gone or come since.
+    const bool sameFolder = form_.TxtModelpath->text() == Doc(form_.state_.Doc.ModelPath);
+    if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath);
+        folder && paths::FolderExists(*folder)) {
+        form_.SetFileListPath(Doc(*folder));
     }
     form_.Update();
+    if (sameFolder && !form_.TxtModelpath->text().isEmpty()) {
+        form_.RefillLstFiles();
+    }
     form_.MnuWizardsAnimWiz->setEnabled(true);
     // The number of the group on show stays; the reader listed group 0, so
     // another group is listed anew, or the page would add to and delete from

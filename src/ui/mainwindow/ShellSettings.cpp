@@ -1,6 +1,8 @@
 #include "ui/mainwindow/ShellSettings.h"
 
+#include "localisation/LanguageFile.h"
 #include "platform/Cp1252Text.h"
+#include "platform/Services.h"
 
 namespace quarle::ui {
 namespace {
@@ -60,8 +62,11 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
     if (settings.TextEditorPath.empty()) {
         settings.TextEditorPath = orDefault(platform::FindTextEditor(env), DefaultTextEditorPath());
     }
+    // A first start speaks the user's language: German for a German
+    // locale, English for any other. The settings dialog's choice is stored
+    // at the stop and wins from then on.
     if (settings.LanguageFile.empty()) {
-        settings.LanguageFile = DefaultLanguage;
+        settings.LanguageFile = FirstStartLanguage(env.Language.toStdString());
     }
 }
 
@@ -78,6 +83,11 @@ bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnv
            !platform::CanStart(
                platform::CheckTool(platform::FromCp1252(settings.StudioMdlPath), env));
 #endif
+}
+
+bool CompilerOffered(const QString& studioMdlPath, const platform::HostEnvironment& env) {
+    return platform::ProgramExists(studioMdlPath) &&
+           platform::CheckTool(studioMdlPath, env) != platform::ToolState::NoWine;
 }
 
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {

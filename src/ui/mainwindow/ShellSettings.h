@@ -25,10 +25,10 @@ namespace quarle::ui {
 QString DefaultStudioMdlPath(const QString& programFolder);
 QString DefaultModelViewerPath(const QString& programFolder);
 QString DefaultTextEditorPath();
-inline constexpr const char* DefaultLanguage = "deutsch.lng";
 inline constexpr const char* EmptyRecentFile = "...";
 
-// Reads the tools and the language, and fills in the defaults of empty ones.
+// Reads the tools and the language, and fills in the defaults of empty ones
+// (the language of a first start follows env.Language).
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       const platform::HostEnvironment& env, ToolSettings& settings);
 
@@ -39,6 +39,11 @@ inline constexpr const char* ToolNoticeKey = "ToolNotice";
 // until it was said once.
 bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnvironment& env,
                    const ToolSettings& settings);
+// Whether the compile command is offered for this compiler: the file is
+// there (a bare name on the search path) and, where a Windows program needs
+// wine, wine is there to run it.
+bool CompilerOffered(const QString& studioMdlPath, const platform::HostEnvironment& env);
+
 // Reads the four recent entries; an empty one becomes "...".
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings);
 

@@ -8,6 +8,7 @@
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/preview/PreviewView.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -68,9 +69,13 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
     CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
     CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
-    // Icon and caption both say "play"; the button stays pressed while the
-    // animation plays, and a click on the pressed button holds it.
+    // Icon and caption say what a click does: "play" while the animation
+    // holds, "pause" while it plays (the button is pressed then).
     CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
+    // The caption of the language file is the "play"; the button shows
+    // "pause" in its place while it plays.
+    CmdPlay->setProperty(platform::CaptionProperty, CmdPlay->text());
+    CmdPlay->installEventFilter(this);
     CmdPlay->setCheckable(true);
     CmdPlay->setAutoDefault(false);
     SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
@@ -100,6 +105,7 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
+    connect(CmdPlay, &QPushButton::toggled, this, &FrmPreview::ShowPlayState);
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);
@@ -117,6 +123,21 @@ void FrmPreview::Form_Load() {
     clock_.start();
     TmrTick_Timer();
     TmrTick->start();
+}
+
+bool FrmPreview::eventFilter(QObject* watched, QEvent* event) {
+    // A new caption from the language file or its editor.
+    if (watched == CmdPlay && event->type() == QEvent::DynamicPropertyChange) {
+        ShowPlayState(CmdPlay->isChecked());
+    }
+    return LocalisedDialog::eventFilter(watched, event);
+}
+
+void FrmPreview::ShowPlayState(bool playing) {
+    CmdPlay->setText(playing ? MessageText(state_, MSG_PREVIEW_PAUSE)
+                             : CmdPlay->property(platform::CaptionProperty).toString());
+    CmdPlay->setIcon(
+        style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
 }
 
 void FrmPreview::CmdPlay_Click() {
@@ -208,9 +229,10 @@ void FrmPreview::ReloadTextures() {
         textures.push_back(std::move(texture));
     }
     PicView->SetMesh(mesh_, std::move(textures));
+    // The first model is framed once it stands in its pose.
     if (!framed_ && !mesh_.Bones.Names.empty()) {
         framed_ = true;
-        PicView->FrameModel();
+        frameDue_ = true;
     }
 }
 
@@ -268,6 +290,10 @@ void FrmPreview::TmrTick_Timer() {
         SldFrame->setValue(frame_);
     }
     ShowPose(animation);
+    if (frameDue_) {
+        frameDue_ = false;
+        PicView->FrameModel();
+    }
     ShowStatus(frames, animation != nullptr ? anim : nullptr);
 }
 

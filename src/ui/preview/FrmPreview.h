@@ -44,6 +44,8 @@ public:
 
     // ---- Handlers
     void CmdPlay_Click();
+    // The button's caption and icon after a change of its state.
+    void ShowPlayState(bool playing);
     void SldFrame_Change();
     void CmdFrameModel_Click();
     // Reads the document again and draws the frame due now.
@@ -51,6 +53,9 @@ public:
 
     // The frame of the animation on show.
     int ShownFrame() const { return frame_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -87,6 +92,7 @@ private:
     int frame_ = 0;
     QElapsedTimer clock_;
     bool framed_ = false;
+    bool frameDue_ = false;
 };
 
 } // namespace quarle::ui

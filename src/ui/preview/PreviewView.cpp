@@ -20,6 +20,8 @@ namespace {
 using preview::Vec3;
 
 constexpr float FieldOfView = 45.0f;
+// How much of the view a framed model fills, in its larger extent.
+constexpr float FrameFill = 0.8f;
 const QColor Background(64, 69, 77);
 
 // Headlight shading: a face toward the camera is lit, one seen edge-on dark.
@@ -309,13 +311,68 @@ void PreviewView::SetPose(std::vector<Vec3> positions, std::vector<Vec3> normals
 }
 
 void PreviewView::FrameModel() {
-    const QVector3D low = ToQt(min_);
-    const QVector3D high = ToQt(max_);
-    target_ = (low + high) / 2.0f;
-    const float radius = std::max((high - low).length() / 2.0f, 1.0f);
-    distance_ = radius / std::sin(qDegreesToRadians(FieldOfView / 2.0f)) * 1.05f;
     yaw_ = 40.0f;
     pitch_ = 15.0f;
+    // What is shown now: the corners in their current pose, else the bones
+    // (a mesh without triangles), else the mesh's bounds.
+    std::vector<QVector3D> points;
+    points.reserve(positions_.size());
+    for (const Vec3& p : positions_) {
+        points.push_back(ToQt(p));
+    }
+    if (points.empty()) {
+        for (const PreviewMarkers::Line& bone : markers_.Bones) {
+            points.push_back(ToQt(bone.From));
+            points.push_back(ToQt(bone.To));
+        }
+    }
+    if (points.empty()) {
+        for (int corner = 0; corner < 8; ++corner) {
+            points.push_back(QVector3D(corner & 1 ? max_[0] : min_[0],
+                                       corner & 2 ? max_[1] : min_[1],
+                                       corner & 4 ? max_[2] : min_[2]));
+        }
+    }
+    QVector3D low = points.front();
+    QVector3D high = points.front();
+    for (const QVector3D& p : points) {
+        low = QVector3D(std::min(low.x(), p.x()), std::min(low.y(), p.y()), std::min(low.z(), p.z()));
+        high =
+            QVector3D(std::max(high.x(), p.x()), std::max(high.y(), p.y()), std::max(high.z(), p.z()));
+    }
+    target_ = (low + high) / 2.0f;
+    // Every point stays in front of the camera at this distance or more.
+    const float radius = std::max((high - low).length() / 2.0f, 0.5f);
+    distance_ = radius / std::sin(qDegreesToRadians(FieldOfView / 2.0f));
+
+    // The camera keeps its direction and moves until what it sees is centred
+    // and fills FrameFill of the view in its larger extent. Perspective makes
+    // near parts larger, so this takes a few rounds.
+    const QVector3D forward = (target_ - Eye()).normalized();
+    const QVector3D right = QVector3D::crossProduct(forward, QVector3D(0, 0, 1)).normalized();
+    const QVector3D up = QVector3D::crossProduct(right, forward);
+    const float tanY = std::tan(qDegreesToRadians(FieldOfView / 2.0f));
+    const float tanX = tanY * float(std::max(width(), 1)) / float(std::max(height(), 1));
+    for (int round = 0; round < 12; ++round) {
+        const QVector3D eye = Eye();
+        float left = 1e30f, rightmost = -1e30f, bottom = 1e30f, top = -1e30f;
+        for (const QVector3D& p : points) {
+            const QVector3D d = p - eye;
+            const float depth = std::max(QVector3D::dotProduct(d, forward), 1e-6f);
+            const float x = QVector3D::dotProduct(d, right) / (depth * tanX);
+            const float y = QVector3D::dotProduct(d, up) / (depth * tanY);
+            left = std::min(left, x);
+            rightmost = std::max(rightmost, x);
+            bottom = std::min(bottom, y);
+            top = std::max(top, y);
+        }
+        const float extent = std::max(rightmost - left, top - bottom) / 2.0f;
+        target_ += right * ((left + rightmost) / 2.0f * distance_ * tanX) +
+                   up * ((bottom + top) / 2.0f * distance_ * tanY);
+        if (extent > 0.0f) {
+            distance_ = std::max(distance_ * extent / FrameFill, radius * 1.01f);
+        }
+    }
     Redraw();
 }
 

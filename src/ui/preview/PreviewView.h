@@ -71,9 +71,12 @@ public:
     void SetPose(std::vector<preview::Vec3> positions, std::vector<preview::Vec3> normals,
                  PreviewMarkers markers);
 
-    // Turns the camera to its start and moves it so that the bounds of the
-    // mesh fill the view.
+    // Turns the camera to its start and moves it so that what is shown (the
+    // corners in their current pose, else the bones) is centred and fills
+    // most of the view.
     void FrameModel();
+    // The corners of the mesh in the pose shown.
+    const std::vector<preview::Vec3>& Corners() const { return positions_; }
 
     // Where a point of the model shows in the view (logical pixels), or
     // nothing for a point behind the camera.

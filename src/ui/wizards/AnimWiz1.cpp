@@ -1,11 +1,13 @@
 #include "ui/wizards/AnimWiz1.h"
 
 #include "platform/Reflection.h"
+#include "ui/localisation/Messages.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 namespace quarle::ui {
@@ -46,6 +48,11 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
 
 void AnimWiz1::Form_Load() {
     LoadPage();
+    // The name the box starts with is in the user's language; it is no
+    // entry yet, so Next stays closed, and typing replaces it.
+    const QSignalBlocker block(TxtAnimWiz1AnimName);
+    TxtAnimWiz1AnimName->setText(MessageText(state_, MSG_ANIMWIZ_DEFAULT_NAME));
+    TxtAnimWiz1AnimName->selectAll();
 }
 
 void AnimWiz1::TxtAnimWiz1AnimName_Change() {

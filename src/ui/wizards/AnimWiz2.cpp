@@ -50,6 +50,8 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
            {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(CmdAssignAnimation, &QPushButton::clicked, this, &AnimWiz2::CmdAssignAnimation_Click);
+    // A double click takes the file, as on the reference page.
+    connect(LstFiles, &QListWidget::itemDoubleClicked, this, &AnimWiz2::CmdAssignAnimation_Click);
     connect(TxtAnimWiz2AnimModel, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,

@@ -45,6 +45,10 @@ AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& c
 
 void AnimWiz5::Form_Load() {
     LoadPage();
+}
+
+void AnimWiz5::Form_Activate() {
+    LstSumm->clear();
     const AnimWiz1* name = chain_.Find<AnimWiz1>();
     const AnimWiz2* file = chain_.Find<AnimWiz2>();
     const AnimWiz3* activity = chain_.Find<AnimWiz3>();
@@ -60,15 +64,28 @@ void AnimWiz5::Form_Load() {
                                      ids(IDS_TO) + QLatin1Char(' ') +
                                      play->TxtAnimWiz4FrameEnd->text()
                                : ids(IDS_ALL);
+    // The wizard sets no motion of its own: the animation keeps the flags
+    // of the slot it goes to, which a new slot has none of.
+    QStringList motion;
+    const std::optional<int> g = main_.AnimGroup();
+    const int s = main_.LstAnimations->count();
+    if (g && s <= limits::LastWrittenAnimSlot) {
+        const AnimRec& slot = state_.Doc.Anims[std::size_t(*g)][std::size_t(s)];
+        for (const auto& [on, letters] :
+             {std::pair{slot.LX, "LX"}, {slot.LY, "LY"}, {slot.LZ, "LZ"}}) {
+            if (on == 1) {
+                motion.append(QString::fromLatin1(letters));
+            }
+        }
+    }
     LstSumm->addItems({
         QString(),
         ids(IDS_ANIMATION) + QStringLiteral(" - ") + name->TxtAnimWiz1AnimName->text(),
         QString(),
         QStringLiteral("SMD-") + ids(IDS_FILE) + sep + file->TxtAnimWiz2AnimModel->text(),
         ids(IDS_ANIMATIONID) + sep + (id.isEmpty() ? ids(IDS_NONES) : id),
-        // The wizard asks for no parameter of its own; the line repeats the
-        // activity, as the summary always has.
-        ids(IDS_LXPARAMETER) + sep + (id.isEmpty() ? ids(IDS_NONES) : id),
+        ids(IDS_LXPARAMETER) + sep +
+            (motion.isEmpty() ? ids(IDS_NONES) : motion.join(QLatin1Char(' '))),
         ids(IDS_FPS) + sep + play->TxtAnimWiz4FpS->text(),
         ids(IDS_SHOWPICTURES) + sep + frames,
         ids(IDS_LOOP) + sep + ids(play->ChkAnimWiz4Schleife->isChecked() ? IDS_ON : IDS_OFF),

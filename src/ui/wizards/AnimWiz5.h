@@ -30,6 +30,12 @@ public:
 private:
     // The summary is built once, when the page loads.
     void Form_Load();
+public:
+    // The summary, built anew each time the page shows, from what the other
+    // pages hold now.
+    void Form_Activate() override;
+
+private:
 
     FrmMain& main_;
 };

@@ -21,6 +21,10 @@ QLabel* HelpLabel(QWidget* parent, const QString& name, const QString& text) {
     return label;
 }
 
+bool IsFolder(const QString& folder) {
+    return !folder.isEmpty() && QDir(folder).exists();
+}
+
 // The folder exists and holds at least one file.
 bool HoldsAFile(const QString& folder) {
     if (folder.isEmpty()) {
@@ -55,7 +59,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
         platform::Control(new QLineEdit(this), QStringLiteral("TxtWiz2Texturenpfad"));
     TxtWiz2Texturenpfad->setToolTip(
         QStringLiteral("Pfad in dem die Texturen des Modells gespeichert sind"));
-    TxtWiz2Texturenpfad->setEnabled(false);
     CmdWiz2Texturenpfad = platform::Control(new QPushButton(QStringLiteral("..."), this),
                                             QStringLiteral("CmdWiz2Texturenpfad"));
     LblModelpath = platform::Control(new QLabel(QStringLiteral("Modell-Dateienpfad:"), this),
@@ -63,7 +66,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     TxtWiz2Modelpfad = platform::Control(new QLineEdit(this), QStringLiteral("TxtWiz2Modelpfad"));
     TxtWiz2Modelpfad->setToolTip(
         QStringLiteral("Pfad in dem die mdl-Dateien f\u00fcr das Modell gespeichert sind"));
-    TxtWiz2Modelpfad->setEnabled(false);
     CmdWiz2Modelpfad = platform::Control(new QPushButton(QStringLiteral("..."), this),
                                          QStringLiteral("CmdWiz2Modelpfad"));
     CreateCmdAbbrechen();
@@ -113,46 +115,38 @@ void Wizard2::Form_Load() {
     LoadPage();
 }
 
-std::optional<QString> Wizard2::PickFolder(int titleKey, const QString& filter) {
-    const std::optional<platform::FilePick> pick = services_.ShowOpen(
-        QString::fromStdString(state_.IdsTexts[static_cast<std::size_t>(titleKey)]), filter);
-    if (!pick || pick->FileName.isEmpty()) {
+std::optional<QString> Wizard2::PickFolder(int titleKey, const QLineEdit* box) {
+    const QString current = box->text();
+    const std::optional<QString> folder = services_.ShowFolder(
+        QString::fromStdString(state_.IdsTexts[static_cast<std::size_t>(titleKey)]),
+        QDir(current).exists() ? current : QString());
+    if (!folder || folder->isEmpty()) {
         return std::nullopt;
     }
-    const QString& path = pick->FileName;
-    qsizetype cut = -1;
-    if (!pick->FileTitle.isEmpty() && path.endsWith(pick->FileTitle) &&
-        path.size() > pick->FileTitle.size()) {
-        cut = path.size() - pick->FileTitle.size() - 1;
-    } else {
-        cut = std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
-    }
-    if (cut < 0) {
-        return std::nullopt;
-    }
-    const QString folder = cut == 0 ? path.left(1) : path.left(cut);
     // A folder the document cannot name is refused here, as the main window
     // refuses it, rather than stored with '?' for its letters.
-    if (!TypedText(state_, services_, folder)) {
+    if (!TypedText(state_, services_, *folder)) {
         return std::nullopt;
     }
     return folder;
 }
 
 void Wizard2::CmdWiz2Texturenpfad_Click() {
-    if (const auto folder = PickFolder(IDS_TEXTUREPATH, QStringLiteral("Bitmap|*.bmp"))) {
+    if (const auto folder = PickFolder(IDS_TEXTUREPATH, TxtWiz2Texturenpfad)) {
         TxtWiz2Texturenpfad->setText(*folder);
     }
 }
 
 void Wizard2::CmdWiz2Modelpfad_Click() {
-    if (const auto folder = PickFolder(IDS_MODELPATH, QStringLiteral("Modelfile|*.smd"))) {
+    if (const auto folder = PickFolder(IDS_MODELPATH, TxtWiz2Modelpfad)) {
         TxtWiz2Modelpfad->setText(*folder);
     }
 }
 
 void Wizard2::TxtWiz2Pfad_Change() {
-    CmdWeiter->setEnabled(HoldsAFile(TxtWiz2Texturenpfad->text()) &&
+    // The bitmaps may come later; the model's files are what the next page
+    // chooses from.
+    CmdWeiter->setEnabled(IsFolder(TxtWiz2Texturenpfad->text()) &&
                           HoldsAFile(TxtWiz2Modelpfad->text()));
 }
 

@@ -1,5 +1,5 @@
 // First page of the base-settings wizard: the texture folder and the model
-// folder, each named by picking a file in it.
+// folder, chosen with the folder chooser or typed.
 #pragma once
 
 #include "ui/wizards/WizardChain.h"
@@ -32,13 +32,15 @@ public:
 
     void CmdWiz2Texturenpfad_Click();
     void CmdWiz2Modelpfad_Click();
-    // Either box: Next is open when both folders exist and hold a file.
+    // Either box: Next is open when both folders exist and the model folder
+    // holds a file; the texture folder may still be empty.
     void TxtWiz2Pfad_Change();
 
 private:
     void Form_Load();
-    // The folder of a file the user picks, or nothing after a cancel.
-    std::optional<QString> PickFolder(int titleKey, const QString& filter);
+    // The folder the user chooses (starting at the one in box), or nothing
+    // after a cancel.
+    std::optional<QString> PickFolder(int titleKey, const QLineEdit* box);
 };
 
 } // namespace quarle::ui

@@ -30,6 +30,10 @@ Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& cha
 
 void Wizard5::Form_Load() {
     LoadPage();
+}
+
+void Wizard5::Form_Activate() {
+    LstSumm->clear();
     const Wizard2* paths = chain_.Find<Wizard2>();
     const Wizard3* reference = chain_.Find<Wizard3>();
     const Wizard4* other = chain_.Find<Wizard4>();
@@ -39,6 +43,7 @@ void Wizard5::Form_Load() {
     const auto ids = [this](Ids key) { return QString::fromStdString(state_.IdsTexts[key]); };
     const QString rule(37, QLatin1Char('-'));
     const QString sep = QStringLiteral(": ");
+    const bool eyes = other->ChkWiz4Augen->isChecked();
     LstSumm->addItems({
         QString(),
         ids(IDS_TEXTUREPATH) + sep + paths->TxtWiz2Texturenpfad->text(),
@@ -47,11 +52,16 @@ void Wizard5::Form_Load() {
         ids(IDS_REFERENCEMODEL) + sep + reference->TxtWiz3Referenzmodel->text(),
         rule,
         ids(IDS_SCALE) + sep + other->TxtWiz4Massstab->text(),
-        ids(IDS_EYES) + sep + ids(other->ChkWiz4Augen->isChecked() ? IDS_YES : IDS_NO),
-        QStringLiteral("    X: ") + other->TxtWiz4AugenX->text(),
-        QStringLiteral("    Y: ") + other->TxtWiz4AugenY->text(),
-        QStringLiteral("    Z: ") + other->TxtWiz4AugenZ->text(),
+        ids(IDS_EYES) + sep + ids(eyes ? IDS_YES : IDS_NO),
     });
+    // Without eyes the boxes hold their letters, which are no position.
+    if (eyes) {
+        LstSumm->addItems({
+            QStringLiteral("    X: ") + other->TxtWiz4AugenX->text(),
+            QStringLiteral("    Y: ") + other->TxtWiz4AugenY->text(),
+            QStringLiteral("    Z: ") + other->TxtWiz4AugenZ->text(),
+        });
+    }
 }
 
 void Wizard5::CmdFertig_Click() {

@@ -25,9 +25,11 @@ public:
 
     // Paths, reference part, scale and eyes into the document, then the end.
     void CmdFertig_Click();
+    // The summary, built anew each time the page shows: what the other pages
+    // hold now, and the eye position only when the model gets eyes.
+    void Form_Activate() override;
 
 private:
-    // The summary is built once, when the page loads.
     void Form_Load();
 
     FrmMain& main_;

@@ -207,14 +207,18 @@ void WizardChain::Run() {
             }
         }
         WizardPage& page = *pages_[current];
+        // The page's inside goes where the last page's inside was. A move()
+        // would place the frame, whose size a window manager tells only
+        // after a page is on the screen: each page came up a title bar
+        // higher than the last.
         if (position) {
-            page.move(*position);
+            page.setGeometry(QRect(*position, page.sizeHint()));
         }
         page.Form_Activate();
         // The close box and Escape end the run as Cancel does.
         step_ = Step::None;
         page.exec();
-        position = page.pos();
+        position = page.geometry().topLeft();
         if (step_ == Step::Next) {
             ++current;
         } else if (step_ == Step::Back && current > 0) {
@@ -238,7 +242,8 @@ QStringList SmdFilesOf(const QString& folder) {
         return {};
     }
     QStringList names;
-    for (const std::string& name : paths::ListFiles(platform::ToCp1252Marked(folder), ".smd")) {
+    for (const std::string& name :
+         paths::ListFilesBelow(platform::ToCp1252Marked(folder), ".smd")) {
         names.append(platform::FromCp1252(name));
     }
     return names;

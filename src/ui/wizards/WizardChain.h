@@ -128,8 +128,9 @@ private:
     Step step_ = Step::None;
 };
 
-// The names of the "*.smd" files of a folder (any case), sorted as the file
-// list sorts them; none when the folder is empty or missing.
+// The names of the "*.smd" files of a folder (any case) and of its
+// subfolders ("meshes/body.smd"), as the main window's file list has them;
+// none when the folder is empty or missing.
 QStringList SmdFilesOf(const QString& folder);
 
 // folder + separator + name, for a file of the folder.

@@ -141,6 +141,22 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     EXPECT_EQ(KindOfRow(*dlg, "IDS_ERROR_MODELPATH"), 2);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_WARNING_TEXTUREPATH"), 1);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_CHECKMODELINFO"), 0);
+
+    // The user runs the compiler all the same: on the script as saved,
+    // which names no model, so none comes out, and the closing row counts
+    // that beside the checks' two.
+    ASSERT_TRUE(dlg->CmdCompileAnyway->isVisible());
+    const int before = dlg->List1->count();
+    QTest::mouseClick(dlg->CmdCompileAnyway, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dlg->OKButton->isEnabled(); }, 20000));
+    const QStringList rows = Rows(*dlg).mid(before);
+    EXPECT_EQ(rows.first(), "IDS_COMPILEMODEL");
+    EXPECT_TRUE(rows.contains(" qc: " + qc)) << rows.join('|').toStdString();
+    EXPECT_EQ(rows.mid(rows.size() - 2),
+              (QStringList{"MSG_COMPILE_NO_MODEL " + QDir(models_.path()).filePath("new.mdl"),
+                           "IDS_DONE (3 IDS_ERRORS)"}));
+    EXPECT_FALSE(dlg->CmdCompileAnyway->isVisible()) << "one run per showing";
+    EXPECT_EQ(Read(Work("fert.dat")), "Fertig 0\n");
 }
 
 TEST_F(DlgCompileTest, ModelWithoutAnimationsCompilesWithTheIdleLine) {
@@ -220,7 +236,7 @@ TEST_F(DlgCompileTest, CancelStopsTheCompilerAndEndsWithTheClosingRow) {
     ASSERT_GT(cancelled, rows.indexOf(" fake studiomdl 1.0")) << "after what the compiler wrote";
     ASSERT_GT(rows.indexOf(" fake studiomdl 1.0"), 0);
     EXPECT_EQ(KindOfRow(*dlg, rows[cancelled]), 2);
-    EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
+    EXPECT_EQ(rows.last(), "IDS_DONE (1 IDS_ERRORS)");
     EXPECT_FALSE(rows.contains(" sequences: 1"));
     EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::Cancelled);
     EXPECT_TRUE(dlg->LblStatus->text().startsWith("MSG_STATUS_LINE MSG_STATUS_CANCELLED "))
@@ -239,7 +255,7 @@ TEST_F(DlgCompileTest, TimeLimitEndsTheWait) {
     RunToEnd(*dlg);
     const QStringList rows = Rows(*dlg);
     EXPECT_TRUE(rows.contains("MSG_COMPILE_TIMED_OUT 0.3")) << rows.join('|').toStdString();
-    EXPECT_EQ(rows.last(), "IDS_DONE (0 IDS_ERRORS)");
+    EXPECT_EQ(rows.last(), "IDS_DONE (1 IDS_ERRORS)");
     EXPECT_EQ(dlg->Outcome().End, compile::RunEnd::TimedOut);
     EXPECT_TRUE(dlg->LblStatus->text().startsWith("MSG_STATUS_LINE MSG_STATUS_TIMED_OUT "));
 }
@@ -258,25 +274,69 @@ TEST_F(DlgCompileTest, HostileScriptPathReachesTheCompilerWhole) {
     }
 }
 
-TEST_F(DlgCompileTest, LogRowsThatReportProblemsStandOutAndTheStatusLineTellsTheResult) {
-    SaveModel("// fake: say WARNING: texture arm.bmp has odd size\r\n"
-              "// fake: say ************ ERROR ************\r\n"
-              "// fake: exit 2\r\n// fake: nomdl\r\n");
-    auto dlg = Make();
-    RunToEnd(*dlg);
-    EXPECT_EQ(KindOfRow(*dlg, " WARNING: texture arm.bmp has odd size"), 1);
-    EXPECT_EQ(KindOfRow(*dlg, " ************ ERROR ************"), 2);
-    EXPECT_EQ(KindOfRow(*dlg, " sequences: 1"), 0);
-    const auto items = dlg->List1->findItems(" ************ ERROR ************", Qt::MatchExactly);
-    ASSERT_EQ(items.size(), 1);
-    EXPECT_FALSE(items.front()->icon().isNull());
-    EXPECT_NE(
-        items.front()->foreground().color(),
-        dlg->List1->findItems(" sequences: 1", Qt::MatchExactly).front()->foreground().color());
-    EXPECT_EQ(Rows(*dlg).last(), "IDS_DONE (0 IDS_ERRORS)") << "the log does not count";
-    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_LINE MSG_STATUS_FINISHED 2 MSG_STATUS_LOG "
-                                      "MSG_ONE_ERROR MSG_ONE_WARNING MSG_STATUS_NO_MODEL");
-    EXPECT_TRUE(dlg->List1->findItems(dlg->LblStatus->text(), Qt::MatchExactly).isEmpty());
+// What the compiler says stands out in its colour, and the closing row
+// counts it with the checks' errors: a banner with the reason below it is
+// one error, and a compiler that leaves no model without a word gets a row
+// of its own.
+TEST_F(DlgCompileTest, TheClosingRowCountsWhatTheCompilerSaid) {
+    struct Case {
+        QByteArray Lines;
+        QStringList Red;    // rows shown as errors
+        QStringList Yellow; // rows shown as warnings
+        QString Closing;
+        QString Status;
+    };
+    const QString mdl = QDir(models_.path()).filePath("robot.mdl");
+    const std::vector<Case> cases{
+        {"// fake: say WARNING: texture arm.bmp has odd size\r\n",
+         {},
+         {" WARNING: texture arm.bmp has odd size"},
+         "IDS_DONE (0 IDS_ERRORS)",
+         "MSG_STATUS_LINE MSG_STATUS_FINISHED 0 MSG_STATUS_LOG MSG_ERRORS 0 MSG_ONE_WARNING "
+         "MSG_STATUS_MODEL_WRITTEN " +
+             mdl},
+        {"// fake: say ************ ERROR ************\r\n// fake: say arm.bmp not found\r\n"
+         "// fake: exit 1\r\n// fake: nomdl\r\n",
+         {" ************ ERROR ************", " arm.bmp not found"},
+         {},
+         "IDS_DONE (1 IDS_ERRORS)",
+         "MSG_STATUS_LINE MSG_STATUS_FINISHED 1 MSG_STATUS_LOG MSG_ONE_ERROR MSG_WARNINGS 0 "
+         "MSG_STATUS_NO_MODEL"},
+        // A crash: no word in the log.
+        {"// fake: exit 139\r\n// fake: nomdl\r\n",
+         {"MSG_COMPILE_NO_MODEL " + mdl},
+         {},
+         "IDS_DONE (1 IDS_ERRORS)",
+         "MSG_STATUS_LINE MSG_STATUS_FINISHED 139 MSG_STATUS_LOG MSG_ERRORS 0 MSG_WARNINGS 0 "
+         "MSG_STATUS_NO_MODEL"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Lines.toStdString());
+        QFile::remove(mdl);
+        SaveModel(c.Lines);
+        auto dlg = Make();
+        RunToEnd(*dlg);
+        QStringList red;
+        QStringList yellow;
+        for (int i = 0; i < dlg->List1->count(); ++i) {
+            const QListWidgetItem* item = dlg->List1->item(i);
+            const int kind = item->data(DlgCompile::KindRole).toInt();
+            if (kind == 2) {
+                red << item->text();
+            } else if (kind == 1) {
+                yellow << item->text();
+            }
+            if (kind != 0) {
+                EXPECT_FALSE(item->icon().isNull());
+                EXPECT_NE(item->foreground().color(), dlg->List1->item(0)->foreground().color());
+            }
+        }
+        EXPECT_EQ(red, c.Red);
+        EXPECT_EQ(yellow, c.Yellow);
+        EXPECT_EQ(Rows(*dlg).last(), c.Closing);
+        EXPECT_EQ(dlg->LblStatus->text(), c.Status);
+        EXPECT_FALSE(dlg->CmdCompileAnyway->isVisible()) << "offered only after refused checks";
+    }
 }
 
 TEST_F(DlgCompileTest, OkOpensTheViewerWithTheModelAsOneArgument) {

@@ -193,7 +193,7 @@ TEST_F(LocalisationTest, EditsOfEveryGroupGoToTheCopyThatIsReadAndShowAtOnce) {
 
     // The running program shows every edit.
     const auto shown = [&](const char* when) {
-        EXPECT_EQ(form->windowTitle(), "Quarle X") << when;
+        EXPECT_TRUE(form->windowTitle().endsWith(" \u2014 Quarle X")) << when;
         EXPECT_EQ(form->CmdCompile->text(), "Bauen") << when;
         form->MnuHilfeUeber->trigger();
         auto* about = form->findChild<ui::frmAbout*>();

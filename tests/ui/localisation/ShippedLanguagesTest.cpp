@@ -105,7 +105,7 @@ TEST_P(ShippedLanguage, AppliesWithoutWarningAndFillsEveryString) {
         EXPECT_TRUE(services.Prompts().isEmpty());
         const LngSection* section = Section(catalogued.Name);
         ASSERT_NE(section, nullptr);
-        EXPECT_EQ(form->windowTitle().toStdString(), section->Entries[0].Value);
+        EXPECT_EQ(platform::Caption(form.get())->toStdString(), section->Entries[0].Value);
     }
     ApplyLanguage(*state, services, &main);
     const auto* tabs = qobject_cast<QTabWidget*>(platform::FindControl(&main, "TabSmd"));
@@ -131,7 +131,7 @@ TEST(ShippedLanguageStart, FirstRunStartsInGerman) {
     EXPECT_EQ(state->IdsTexts[IDS_ANIMATIONFILES], "Animationsdateien");
     EXPECT_EQ(state->IdsTexts[IDS_OPEN], "\xC3\x96"
                                          "ffnen");
-    EXPECT_EQ(form.windowTitle(), "Quarle");
+    EXPECT_EQ(form.windowTitle(), "Unbenannt \u2014 Quarle");
     EXPECT_EQ(state->MsgTexts[MSG_WARNINGS], "%1 Warnungen");
 }
 

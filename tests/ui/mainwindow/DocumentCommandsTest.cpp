@@ -109,6 +109,7 @@ TEST_F(DocumentCommandsTest, TheDesktopKeysOpenSaveAndSaveAs) {
 
 TEST_F(DocumentCommandsTest, CancelledDialogsChangeNothing) {
     Doc().ModelName = "keep.mdl";
+    form->MarkSaved(); // as loaded: no question about changes
     // Save on a document without a file asks for one.
     services.QueueSave(std::nullopt);
     form->MnuDateiSpeichern_Click();
@@ -195,6 +196,7 @@ TEST_F(DocumentCommandsTest, RecentEntryOfADeletedFileReportsOnceAndBecomesAGap)
                                    last.toStdString()};
     form->ShowRecentFiles();
     Doc().ModelName = "keep.mdl";
+    form->MarkSaved();
 
     // A gap does nothing.
     form->MnuDateiLast3->trigger();
@@ -229,6 +231,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     // The folder the window knows is not the script's: the load brings it.
     Doc().ModelPath.clear();
     form->Update();
+    form->MarkSaved();
     form->LstAnimations->addItem("left over");
     form->TxtAnimNr->setText("1");
     const QString qc = InModels("robot.qc");
@@ -237,7 +240,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
                   "$sequencegroup legs\r\n$sequence \"kick\" \"run\"\r\n");
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
-    services.QueueOpen(Pick(InModels("walk.smd")));
+    services.QueueFolder(models.path());
     form->MnuDateiOeffnen->trigger();
 
     ASSERT_EQ(services.Prompts().size(), 3);
@@ -266,7 +269,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     QFile::remove(QDir(own).filePath("loadbuffer.dat"));
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
-    services.QueueOpen(Pick(InModels("walk.smd")));
+    services.QueueFolder(models.path());
     form->MnuDateiOeffnen->trigger();
     EXPECT_EQ(form->WorkingFolder(), own);
     QDir::setCurrent(before);

@@ -109,6 +109,13 @@ TEST_F(ToolPathsTest, UmlautsCrossTheSettingsDialog) {
     for (const QString& file : {compiler, viewer, editor}) {
         test::WriteFile(file);
     }
+#ifndef Q_OS_WIN
+    // The Windows compiler runs through wine.
+    const QString wine = InProgramDir(QStringLiteral("wine"));
+    test::WriteFile(wine);
+    QFile::setPermissions(wine, QFile::permissions(wine) | QFile::ExeOwner);
+    services.Env.Path = programDir.path();
+#endif
     settings.Store().Set(QStringLiteral("StudioMdl"), compiler);
     settings.Store().Set(QStringLiteral("ModelViewer"), viewer);
     settings.Store().Set(QStringLiteral("TextEditor"), QStringLiteral("kate"));

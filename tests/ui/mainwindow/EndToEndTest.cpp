@@ -8,10 +8,10 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QImage>
 #include <QLineEdit>
 #include <QSettings>
-
-#include <QImage>
+#include <QTemporaryDir>
 
 namespace quarle::ui {
 namespace {
@@ -20,34 +20,40 @@ using test::Items;
 using test::Pick;
 using test::ReadFile;
 
-class EndToEnd : public test::MainWindowFixture {};
+class EndToEnd : public test::MainWindowFixture {
+protected:
+    // The sample mesh and animation into a folder, with the bitmaps of the
+    // mesh as the compiler takes them: 8 bits with a palette, so the checks
+    // ahead of the compile find nothing to refuse. Then the stand-in
+    // compiler and a viewer on the search path, as a new user's would be.
+    void ModelFilesAndTools(const QDir& folder) {
+        for (const char* smd : {"ref.smd", "run.smd"}) {
+            ASSERT_TRUE(QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd,
+                                    folder.filePath(smd)));
+        }
+        for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
+            QImage image(16, 16, QImage::Format_Indexed8);
+            image.setColorCount(256);
+            image.fill(0);
+            ASSERT_TRUE(image.save(folder.filePath(bitmap), "BMP"));
+        }
+        test::WriteFile(viewer);
+        QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
+        ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
+        services.Env.Path = programDir.path();
+    }
+
+    const QString viewer = InProgramDir("hlmv");
+};
 
 TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
-    for (const char* smd : {"ref.smd", "run.smd"}) {
-        ASSERT_TRUE(
-            QFile::copy(QStringLiteral(QUARLE_TEST_DATA "/smd/model/") + smd, InModels(smd)));
-    }
-    // The bitmaps of the reference, as the compiler takes them: 8 bits with
-    // a palette, so the checks ahead of the compile find nothing to refuse.
-    for (const char* bitmap : {"Arm.bmp", "Skin.bmp"}) {
-        QImage image(16, 16, QImage::Format_Indexed8);
-        image.setColorCount(256);
-        image.fill(0);
-        ASSERT_TRUE(image.save(InModels(bitmap), "BMP"));
-    }
+    ModelFilesAndTools(QDir(models.path()));
     test::WriteFile(InModels("start.qc"),
                     "// written by hand\r\n$modelname \"start.mdl\"\r\n$cd \"" +
                         models.path().toUtf8() + "\"\r\n$cdtexture \"" + models.path().toUtf8() +
                         "\"\r\n$body body \"ref\"\r\n"
                         "$texrendermode \"Arm.bmp\" masked\r\n"
                         "$sequence \"run\" \"run\" fps 30 loop ACT_RUN 1\r\n");
-    // A fresh store: the stand-in compiler and a viewer are found on the
-    // search path, as a new user's would be.
-    const QString viewer = InProgramDir("hlmv");
-    test::WriteFile(viewer);
-    QFile::setPermissions(viewer, QFile::permissions(viewer) | QFile::ExeOwner);
-    ASSERT_TRUE(QFile::copy(QUARLE_FAKE_COMPILER, InProgramDir("studiomdl")));
-    services.Env.Path = programDir.path();
     UseShippedLanguages();
     Start();
     ASSERT_EQ(Text(IDS_SAVEAS), "Speichern unter");
@@ -130,6 +136,54 @@ TEST_F(EndToEnd, OpenSaveCompileViewAndReopen) {
     QSettings ini(settings.Path(), QSettings::IniFormat);
     EXPECT_EQ(ini.value("Settings/RecentFile0").toString(), qc);
     EXPECT_EQ(ini.value("Settings/RecentFile1").toString(), "...");
+}
+
+// A script from a mod's source folder names its folders and its model
+// relative to itself, and Quarle was started from somewhere else: the
+// compiler runs in the script's folder and finds them there, the working
+// files stay in Quarle's working folder, and the viewer gets the model where
+// the compiler wrote it.
+TEST_F(EndToEnd, ARelativeScriptCompilesWhereItsPathsPoint) {
+    const QDir source(InModels("src"));
+    ASSERT_TRUE(QDir().mkpath(source.filePath("meshes")));
+    ASSERT_TRUE(QDir().mkpath(source.filePath("out")));
+    ModelFilesAndTools(QDir(source.filePath("meshes")));
+    const QString qc = source.filePath("robot.qc");
+    test::WriteFile(qc, "$modelname \"out/robot.mdl\"\r\n$cd \"meshes\"\r\n"
+                        "$cdtexture \"meshes\"\r\n$body body \"ref\"\r\n"
+                        "$sequence \"run\" \"run\" fps 30 loop ACT_RUN 1\r\n");
+    Start();
+
+    QTemporaryDir elsewhere;
+    const QString startFolder = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(elsewhere.path()));
+    services.QueueOpen(Pick(qc));
+    form->MnuDateiOeffnen->trigger();
+    CompileSeen seen;
+    {
+        const auto script = ExpectCompile(seen, true);
+        QTest::mouseClick(form->CmdCompile, Qt::LeftButton);
+        EXPECT_TRUE(script->Ran());
+    }
+    QDir::setCurrent(startFolder);
+    const QString mdl = source.filePath("out/robot.mdl");
+    // Without a model the menu entry would compile again.
+    ASSERT_EQ(ReadFile(mdl), "IDST1") << seen.Rows.join('|').toStdString();
+    form->MnuDateiView->trigger();
+
+    const QByteArray saved = ReadFile(qc);
+    EXPECT_TRUE(saved.contains("\r\n$modelname \"out/robot.mdl\"\r\n$cd \"meshes\"\r\n"))
+        << saved.toStdString();
+    EXPECT_TRUE(seen.Rows.contains(" grabbing meshes/ref.smd"))
+        << seen.Rows.join('|').toStdString();
+    EXPECT_EQ(seen.Rows.last(), Text(IDS_DONE) + " (0 " + Text(IDS_ERRORS) + ")");
+    EXPECT_TRUE(QFileInfo::exists(InWork("compile.log")));
+    EXPECT_FALSE(QFileInfo::exists(source.filePath("compile.log")));
+    EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+    ASSERT_EQ(services.Starts.size(), 2) << "after the compile, and from the menu";
+    for (const auto& start : services.Starts) {
+        EXPECT_EQ(start.Arguments, QStringList{mdl});
+    }
 }
 
 } // namespace

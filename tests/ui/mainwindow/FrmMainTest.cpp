@@ -64,12 +64,27 @@ TEST_F(MainWindowTest, ProgramsThatExistEnableTheirCommands) {
     WriteFile(InProgramDir("studiomdl.exe"));
     WriteFile(InProgramDir("hlmv"));
     settings.Store().Set("ModelViewer", InProgramDir("hlmv"));
+#ifndef Q_OS_WIN
+    // Off Windows that compiler needs wine on the search path.
+    const QString wine = InProgramDir("wine");
+    WriteFile(wine);
+    QFile::setPermissions(wine, QFile::permissions(wine) | QFile::ExeOwner);
+    services.Env.Path = programDir.path();
+#endif
     state->LocalisationMode = true;
     Start();
     EXPECT_TRUE(form->CmdCompile->isEnabled());
     EXPECT_TRUE(form->MnuDateiView->isEnabled());
     EXPECT_TRUE(platform::Visible(form->CmdLocalise).value());
 }
+
+#ifndef Q_OS_WIN
+TEST_F(MainWindowTest, AWindowsCompilerWithoutWineLeavesTheCompileDisabled) {
+    WriteFile(InProgramDir("studiomdl.exe"));
+    Start();
+    EXPECT_FALSE(form->CmdCompile->isEnabled());
+}
+#endif
 
 TEST_F(MainWindowTest, SettingsAreReadWhateverTheirCapitalsAndWrittenOnceAtTheStop) {
     settings.Store().Set("STUDIOMDL", "/opt/hl/studiomdl.exe");
@@ -125,25 +140,22 @@ TEST_F(MainWindowTest, RecentFilesTakeOnlyNewFilesOnTop) {
     EXPECT_EQ(recent, (std::array<std::string, 4>{"/m/C.qc", "/m/e.qc", "/m/d.qc", "/m/c.qc"}));
 }
 
-TEST_F(MainWindowTest, NewDirAsksThenTakesTheFolderOfThePickedFile) {
+TEST_F(MainWindowTest, NewDirAsksThenTakesTheChosenFolder) {
     Start(Texts::Keys);
     services.QueueMsgBox(Answer::Ok);
-    services.QueueOpen(Pick("/home/m/new dir/x.smd"));
+    services.QueueFolder(QStringLiteral("/home/m/new dir"));
     EXPECT_EQ(form->NewDir("c:\\old\\dir", "$cd"), "/home/m/new dir");
     ASSERT_EQ(services.Prompts().size(), 2);
     EXPECT_EQ(services.Prompts()[0].Buttons, platform::Buttons::OkCancel);
-    EXPECT_EQ(services.Prompts()[1].Filter, QStringLiteral("*.*|*.*"));
+    EXPECT_EQ(services.Prompts()[1].Kind, QStringLiteral("Folder"));
 
-    // Giving up answers "0": Cancel (no file dialog then), a cancelled pick,
-    // or a dialog that reports an empty name.
+    // Giving up answers "0": Cancel (no chooser then), or a cancelled choice.
     services.QueueMsgBox(Answer::Cancel);
     EXPECT_EQ(form->NewDir("/gone", "ref.smd"), "0");
     EXPECT_EQ(services.Prompts().size(), 3);
-    for (const std::optional<FilePick>& pick : {std::optional<FilePick>{}, {FilePick{}}}) {
-        services.QueueMsgBox(Answer::Ok);
-        services.QueueOpen(pick);
-        EXPECT_EQ(form->NewDir("/gone", "ref.smd"), "0");
-    }
+    services.QueueMsgBox(Answer::Ok);
+    services.QueueFolder(std::nullopt);
+    EXPECT_EQ(form->NewDir("/gone", "ref.smd"), "0");
 }
 
 TEST_F(MainWindowTest, UpdateShowsTheDocumentAndRefillsOnlyOnANewModelFolder) {
@@ -193,34 +205,62 @@ TEST_F(MainWindowTest, UpdateShowsTheDocumentAndRefillsOnlyOnANewModelFolder) {
     EXPECT_EQ(form->LstAnimations->count(), 1);
     EXPECT_EQ(Doc().QcFile, "");
     EXPECT_EQ(form->TxtTexturepath->text(), QStringLiteral("/m/tex"));
+    services.QueueMsgBox(Answer::No); // the changes above are let go
     form->MnuDateiNeu->trigger();
     EXPECT_EQ(form->LstAnimations->count(), 0);
     EXPECT_EQ(Items(form->CmbBodyGroup), QStringList{"body"});
     EXPECT_EQ(form->LstParts->count(), 0);
 }
 
-TEST_F(MainWindowTest, PathButtonsTakeTheFolderOfThePickedFile) {
+TEST_F(MainWindowTest, PathsAreChosenOrTypedAsFolders) {
     Start(Texts::Keys);
-    services.QueueOpen(FilePick{QStringLiteral("C:\\wall.bmp"), QStringLiteral("wall.bmp")});
+    // A texture folder without bitmaps is taken, and the field says so.
+    services.QueueFolder(models.path());
     form->CmdBrowseTexture->click();
-    EXPECT_EQ(Doc().TexturePath, "C:"); // a drive's root, no closing separator
-    EXPECT_EQ(form->TxtTexturepath->text(), QStringLiteral("C:"));
-    EXPECT_EQ(services.Prompts().last().Filter, QStringLiteral("Bitmap|*.bmp"));
-    services.QueueOpen(std::nullopt);
+    EXPECT_EQ(services.Prompts().last().Kind, QStringLiteral("Folder"));
+    EXPECT_EQ(Doc().TexturePath, models.path().toStdString());
+    EXPECT_EQ(form->TxtTexturepath->text(), models.path());
+    ASSERT_EQ(form->TxtTexturepath->actions().size(), 1);
+    EXPECT_TRUE(form->TxtTexturepath->actions()[0]->isVisible());
+    WriteFile(InModels("skin.BMP"));
+    services.QueueFolder(models.path());
     form->CmdBrowseTexture->click();
-    EXPECT_EQ(Doc().TexturePath, "C:");
+    EXPECT_FALSE(form->TxtTexturepath->actions()[0]->isVisible());
+    services.QueueFolder(std::nullopt);
+    form->CmdBrowseTexture->click();
+    EXPECT_EQ(Doc().TexturePath, models.path().toStdString());
+    EXPECT_EQ(services.Prompts().last().InitialDir, models.path()) << "opens at the folder in use";
 
     WriteFile(InModels("run.SMD"));
     WriteFile(InModels("ref.smd"));
-    services.QueueOpen(Pick(InModels("ref.smd")));
+    services.QueueFolder(models.path());
     form->CmdBrowseModel->click();
-    EXPECT_EQ(services.Prompts().last().Filter, QStringLiteral("Model|*.smd"));
     EXPECT_EQ(Doc().ModelPath, models.path().toStdString());
     EXPECT_EQ(form->TxtModelpath->text(), models.path());
     EXPECT_EQ(Items(form->FileList), (QStringList{"ref.smd", "run.SMD"}));
-    services.QueueOpen(std::nullopt);
+    services.QueueFolder(std::nullopt);
     form->CmdBrowseModel->click();
     EXPECT_EQ(Doc().ModelPath, models.path().toStdString());
+
+    // A typed folder is taken when the field is left; anything else gives
+    // way to the folder in use.
+    const QString sub = InModels("tex");
+    ASSERT_TRUE(QDir().mkpath(sub));
+    const auto type = [&](QLineEdit* field, const QString& text) {
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    type(form->TxtTexturepath, sub + "/");
+    EXPECT_EQ(Doc().TexturePath, sub.toStdString());
+    EXPECT_EQ(form->TxtTexturepath->text(), sub);
+    type(form->TxtTexturepath, InModels("nothing here"));
+    EXPECT_EQ(Doc().TexturePath, sub.toStdString());
+    EXPECT_EQ(form->TxtTexturepath->text(), sub);
+    type(form->TxtModelpath, InModels("ref.smd"));
+    EXPECT_EQ(Doc().ModelPath, models.path().toStdString());
+    EXPECT_EQ(form->TxtModelpath->text(), models.path());
 
     // A folder that is gone is refused and the old list kept.
     EXPECT_FALSE(form->SetFileListPath(InModels("gone")));

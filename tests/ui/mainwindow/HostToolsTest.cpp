@@ -107,7 +107,7 @@ TEST(HostToolsTest, DefaultsComeFromTheHostOnlyWhereTheStoreIsEmpty) {
             test::ScriptedServices services;
             services.ProgramFolderPath = programDir.path();
             services.Env = {fake.filePath("bin") + ":/nonexistent", fake.filePath("home"),
-                            row.Visual, row.Editor};
+                            row.Visual, row.Editor, services.Env.Language};
             if (row.Notice && start == 0) {
                 services.QueueMsgBox(Answer::No);
             }
@@ -138,7 +138,8 @@ TEST_F(HostToolsDialogTest, TheNoticeOpensTheSettingsWhoseMarksFollowTheText) {
     const QString wineDir = QFileInfo(Tool(root, "winebin/wine")).path();
     const QString path = QDir(root.path()).filePath("bin");
     // The compiler is not on the search path of the start.
-    services.Env = {QStringLiteral("/nonexistent"), QDir(root.path()).filePath("home"), {}, {}};
+    services.Env = {QStringLiteral("/nonexistent"), QDir(root.path()).filePath("home"), {}, {},
+                    services.Env.Language};
     settings.Store().Set(QStringLiteral("ToolNotice"), QString());
 
     struct Typed {

@@ -14,7 +14,19 @@
 namespace quarle::test {
 namespace {
 
-class FrmPreviewTest : public MainWindowFixture {};
+class FrmPreviewTest : public MainWindowFixture {
+protected:
+    // Shows the window's document with one animation of group 0 listed,
+    // and opens the preview on it.
+    ui::FrmPreview* OpenPreview(const char* name, const char* file) {
+        Doc().Anims[0][0].Name = name;
+        Doc().Anims[0][0].SmdFile = file;
+        form->Update();
+        form->TxtAnimNr_Change();
+        form->MnuDateiPreview->trigger();
+        return form->OpenFrmPreview();
+    }
+};
 
 MATCHER_P3(IsPoint, x, y, z, "") {
     return std::abs(arg[0] - x) < 1e-3f && std::abs(arg[1] - y) < 1e-3f &&
@@ -33,13 +45,7 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     doc.EyeZ = 50.0f;
     doc.Attachments[1] = {1, 0.0f, 0.0f, 2.0f};
     doc.AttachmentBones[1] = "bip01 head"; // bones are matched whatever their case
-    doc.Anims[0][0].Name = "Idle";
-    doc.Anims[0][0].SmdFile = "idle";
-    form->Update();
-    form->TxtAnimNr_Change();
-
-    form->MnuDateiPreview->trigger();
-    ui::FrmPreview* preview = form->OpenFrmPreview();
+    ui::FrmPreview* preview = OpenPreview("Idle", "idle");
     ASSERT_NE(preview, nullptr);
     ui::PreviewView* view = preview->PicView;
     preview->TmrTick_Timer();
@@ -47,12 +53,15 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     EXPECT_THAT(status(), ::testing::HasSubstr("60 triangles")) << "the first part of the group";
     EXPECT_THAT(status(), ::testing::Not(::testing::HasSubstr(".bmp")));
 
-    // It opens playing: the button is pressed and shows the same "play" as
-    // its caption.
+    // It opens playing: the button is pressed and says what a click does.
+    const auto shows = [&](QStyle::StandardPixmap icon, const QString& caption) {
+        EXPECT_EQ(preview->CmdPlay->text(), caption);
+        EXPECT_TRUE(preview->CmdPlay->icon().pixmap(16).toImage() ==
+                    preview->style()->standardIcon(icon).pixmap(16).toImage())
+            << caption.toStdString();
+    };
     EXPECT_TRUE(preview->CmdPlay->isChecked());
-    EXPECT_TRUE(preview->CmdPlay->icon().pixmap(16).toImage() ==
-                preview->style()->standardIcon(QStyle::SP_MediaPlay).pixmap(16).toImage())
-        << "not the play icon";
+    shows(QStyle::SP_MediaPause, QString::fromStdString(state->MsgTexts[MSG_PREVIEW_PAUSE]));
 
     // A new eye position moves the marker on the screen.
     ASSERT_TRUE(view->Markers().Eye);
@@ -70,6 +79,7 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     Click(form->LstAnimations, 0);
     preview->SldFrame->setValue(2);
     EXPECT_FALSE(preview->CmdPlay->isChecked());
+    shows(QStyle::SP_MediaPlay, QStringLiteral("Abspielen"));
     EXPECT_EQ(preview->ShownFrame(), 2);
     ASSERT_EQ(view->Markers().Attachments.size(), 1u);
     EXPECT_EQ(view->Markers().Attachments[0].Number, 1);
@@ -83,6 +93,64 @@ TEST_F(FrmPreviewTest, FollowsTheDocumentAndThePages) {
     preview->TmrTick_Timer();
     EXPECT_THAT(status(), ::testing::HasSubstr("14 triangles"));
     EXPECT_THAT(status(), ::testing::HasSubstr("robot_face.bmp, Robot_Eyes.BMP"));
+}
+
+// "Frame the model" centres what is shown, in its pose, and fills most of
+// the view, whichever extent limits it.
+TEST_F(FrmPreviewTest, FramingCentresTheShownPartsAndFillsTheView) {
+    Start();
+    OpenSampleModel();
+    Document& doc = Doc();
+    doc.BodyGroups[1].PartCount = 2;
+    doc.BodyGroups[1].Parts[1] = "robot_ref";
+    doc.BodyGroups[1].Parts[2] = "robot_head";
+    doc.BodyGroups[2].PartCount = 1;
+    doc.BodyGroups[2].Parts[1] = "robot_helmet";
+    doc.BodyGroupCount = 2;
+    // The robot falls over, away from where it stood: the pose shown is far
+    // from the bind pose.
+    WriteFile(InModels("fall.smd"),
+              "version 1\r\nnodes\r\n0 \"Bip01\" -1\r\n1 \"Bip01 Spine\" 0\r\n"
+              "2 \"Bip01 Head\" 1\r\nend\r\nskeleton\r\n"
+              "time 0\r\n0 0 0 36 0 0 0\r\n1 0 0 8 0 0 0\r\n2 0 0 12 0 0 0\r\n"
+              "time 1\r\n0 150 40 6 0 1.5708 0\r\n1 0 0 8 0 0 0\r\n2 0 0 12 0 0 0\r\n"
+              "end\r\n");
+    ui::FrmPreview* preview = OpenPreview("Fall", "fall");
+    ASSERT_NE(preview, nullptr);
+    ui::PreviewView* view = preview->PicView;
+    Click(form->LstAnimations, 0);
+
+    for (const QSize size : {QSize(400, 300), QSize(240, 420)}) {
+        view->resize(size);
+        preview->SldFrame->setValue(preview->SldFrame->maximum());
+        ASSERT_FALSE(view->Corners().empty());
+        preview->CmdFrameModel->click();
+        double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
+        for (const preview::Vec3& corner : view->Corners()) {
+            const std::optional<QPointF> at = view->Project(corner);
+            ASSERT_TRUE(at);
+            left = std::min(left, at->x());
+            right = std::max(right, at->x());
+            top = std::min(top, at->y());
+            bottom = std::max(bottom, at->y());
+        }
+        SCOPED_TRACE(QStringLiteral("%1x%2: %3..%4, %5..%6")
+                         .arg(size.width())
+                         .arg(size.height())
+                         .arg(left)
+                         .arg(right)
+                         .arg(top)
+                         .arg(bottom)
+                         .toStdString());
+        EXPECT_GE(left, 0.0);
+        EXPECT_LE(right, size.width());
+        EXPECT_GE(top, 0.0);
+        EXPECT_LE(bottom, size.height());
+        EXPECT_NEAR((left + right) / 2, size.width() / 2.0, size.width() * 0.02);
+        EXPECT_NEAR((top + bottom) / 2, size.height() / 2.0, size.height() * 0.02);
+        const double fill = std::max((right - left) / size.width(), (bottom - top) / size.height());
+        EXPECT_NEAR(fill, 0.8, 0.03);
+    }
 }
 
 } // namespace

@@ -107,10 +107,10 @@ protected:
     std::vector<Pages::Step> BaseSteps(const QString& scale = "0,5", bool eyes = true) {
         return {
             On<Wizard2>([this](Wizard2& p) {
-                services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+                services.QueueFolder(InModels("textures"));
                 Press(p.CmdWiz2Texturenpfad);
                 EXPECT_FALSE(p.CmdWeiter->isEnabled());
-                services.QueueOpen(Pick(InModels("walk.smd")));
+                services.QueueFolder(models.path());
                 Press(p.CmdWiz2Modelpfad);
                 Press(p.CmdWeiter);
             }),
@@ -140,7 +140,8 @@ protected:
                                               const QString& activity, bool limit, bool loop) {
         return {
             On<AnimWiz1>([name](AnimWiz1& p) {
-                EXPECT_EQ(p.TxtAnimWiz1AnimName->text(), "Name der Animation");
+                // The language file's (none here: the English default).
+                EXPECT_EQ(p.TxtAnimWiz1AnimName->text(), "Name of the animation");
                 EXPECT_FALSE(p.CmdWeiter->isEnabled());
                 Retype(p.TxtAnimWiz1AnimName, "");
                 EXPECT_FALSE(p.CmdWeiter->isEnabled());
@@ -223,7 +224,7 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     steps.push_back(On<AnimWiz5>([](AnimWiz5& p) {
         EXPECT_EQ(Items(p.LstSumm),
                   (QStringList{"", "IDS_ANIMATION - walk", "", "SMD-IDS_FILE: walk.smd",
-                               "IDS_ANIMATIONID: ACT_WALK 1", "IDS_LXPARAMETER: ACT_WALK 1",
+                               "IDS_ANIMATIONID: ACT_WALK 1", "IDS_LXPARAMETER: IDS_NONES",
                                "IDS_FPS: 15",
                                "IDS_SHOWPICTURES: IDS_ALL", "IDS_LOOP: IDS_ON"}));
         Press(p.CmdWeiter);
@@ -310,8 +311,8 @@ TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
     }));
     steps.push_back(On<Wizard4>([](Wizard4& p) { Press(p.CmdWeiter); }));
     steps.push_back(On<Wizard5>([](Wizard5& p) {
-        // The summary was built when the page loaded and stays so.
-        EXPECT_EQ(p.LstSumm->item(6)->text(), "IDS_SCALE: 0.5");
+        // The summary shows the entries as they are now.
+        EXPECT_EQ(p.LstSumm->item(6)->text(), "IDS_SCALE: 2.");
         Press(p.CmdFertig);
     }));
     Run(form->MnuWizardsGrWiz, std::move(steps));
@@ -352,7 +353,7 @@ TEST_F(Wizards, BackToEveryPageKeepsEntriesAndFinishTakesTheChangedOnes) {
         Press(p.CmdWeiter);
     }));
     steps.push_back(On<AnimWiz5>([](AnimWiz5& p) {
-        EXPECT_EQ(p.LstSumm->item(1)->text(), "IDS_ANIMATION - walk");
+        EXPECT_EQ(p.LstSumm->item(1)->text(), "IDS_ANIMATION - renn");
         Press(p.CmdWeiter);
     }));
     Run(form->MnuWizardsAnimWiz, std::move(steps));
@@ -408,27 +409,33 @@ TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
     QDir(models.path()).mkdir("anims");
     QFile::copy(InModels("run.smd"), InModels("anims/run.smd"));
     struct Folders {
-        const char* Textures; // a file picked in it; nullptr: none picked
+        const char* Textures; // the folder chosen ("." the model folder); nullptr: none
         const char* Models;
         bool Next;
     };
     const Folders folders[] = {
         {nullptr, nullptr, false},
-        {"textures/skin.bmp", nullptr, false},
-        {nullptr, "walk.smd", false},
-        {"textures/skin.bmp", "walk.smd", true},
-        {"empty/gone.bmp", "walk.smd", false}, // the folder holds no file
-        {"textures/skin.bmp", "gone/walk.smd", false},
+        {"textures", nullptr, false},
+        {nullptr, ".", false},
+        {"textures", ".", true},
+        {"empty", ".", true},   // the bitmaps may come later
+        {"textures", "empty", false}, // no model file to choose from
+        {"textures", "gone", false},  // typed, and no folder
+    };
+    const auto in = [&](const char* folder) {
+        return QString::fromLatin1(folder) == "." ? models.path() : InModels(folder);
     };
     for (const Folders& row : folders) {
         Run(form->MnuWizardsGrWiz, {On<Wizard2>([&](Wizard2& p) {
                 if (row.Textures != nullptr) {
-                    services.QueueOpen(Pick(InModels(row.Textures)));
+                    services.QueueFolder(in(row.Textures));
                     Press(p.CmdWiz2Texturenpfad);
                 }
-                if (row.Models != nullptr) {
-                    services.QueueOpen(Pick(InModels(row.Models)));
+                if (row.Models != nullptr && QDir(in(row.Models)).exists()) {
+                    services.QueueFolder(in(row.Models));
                     Press(p.CmdWiz2Modelpfad);
+                } else if (row.Models != nullptr) {
+                    p.TxtWiz2Modelpfad->setText(in(row.Models));
                 }
                 EXPECT_EQ(p.CmdWeiter->isEnabled(), row.Next)
                     << (row.Textures ? row.Textures : "-") << " "
@@ -439,9 +446,9 @@ TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
     // A folder of animations only offers no reference; another folder drops
     // a reference chosen before.
     Run(form->MnuWizardsGrWiz, {On<Wizard2>([&](Wizard2& p) {
-                                    services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+                                    services.QueueFolder(InModels("textures"));
                                     Press(p.CmdWiz2Texturenpfad);
-                                    services.QueueOpen(Pick(InModels("walk.smd")));
+                                    services.QueueFolder(models.path());
                                     Press(p.CmdWiz2Modelpfad);
                                     Press(p.CmdWeiter);
                                 }),
@@ -454,7 +461,7 @@ TEST_F(Wizards, NextOpensOnlyWithUsableEntries) {
                                     Press(p.CmdZurueck);
                                 }),
                                 On<Wizard2>([&](Wizard2& p) {
-                                    services.QueueOpen(Pick(InModels("anims/run.smd")));
+                                    services.QueueFolder(InModels("anims"));
                                     Press(p.CmdWiz2Modelpfad);
                                     Press(p.CmdWeiter);
                                 }),
@@ -523,14 +530,14 @@ TEST_F(Wizards, BaseSettingsRefuseAFolderTheScriptCannotNameAndKeepTheEyesOff) {
     Doc().EyeX = 7;
     auto steps = BaseSteps("1", false);
     steps[0] = On<Wizard2>([this](Wizard2& p) {
-        services.QueueOpen(Pick(QString::fromUtf8("/tmp/\xC5\x81\xC3\xB3" "d\xC5\xBA/a.bmp")));
+        services.QueueFolder(QString::fromUtf8("/tmp/\xC5\x81\xC3\xB3" "d\xC5\xBA"));
         services.QueueMsgBox(platform::Answer::Ok);
         Press(p.CmdWiz2Texturenpfad);
         EXPECT_EQ(services.Prompts().last().Kind, "MsgBox");
         EXPECT_EQ(p.TxtWiz2Texturenpfad->text(), "");
-        services.QueueOpen(Pick(InModels("textures/skin.bmp")));
+        services.QueueFolder(InModels("textures"));
         Press(p.CmdWiz2Texturenpfad);
-        services.QueueOpen(Pick(InModels("walk.smd")));
+        services.QueueFolder(models.path());
         Press(p.CmdWiz2Modelpfad);
         Press(p.CmdWeiter);
     });
