@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Times the 3D preview on the largest reference part of the generated bench
-# model (bench/PreviewBench.cpp), posed by one of its animations, against a
-# plain clear of the same view, under a virtual X display with Mesa's
-# software renderer (llvmpipe).
+# model (bench/PreviewBench.cpp), posed by one of its animations, and on the
+# largest compiled model, each against a plain clear of the same view, under
+# a virtual X display with Mesa's software renderer (llvmpipe). The compiled
+# model is the bench's own (written by preview-bench --make-model) unless
+# MDL names another.
 #
-#   bench/preview.sh           (FRAMES=200 to change)
+#   bench/preview.sh           (FRAMES=200 to change; MDL=path/to/model.mdl)
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -27,3 +29,12 @@ echo "part $(basename "$part") ($(stat -c %s "$part") bytes), animation $(basena
 QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe \
     xvfb-run -a -s "-screen 0 1280x1024x24" \
     "$build/bin/quarle_preview_bench" "$part" "$anim" "${FRAMES:-200}"
+
+model=${MDL:-$build/bench/compiled.mdl}
+if [ -z "${MDL:-}" ] && { [ ! -f "$model" ] || [ "$build/bin/quarle_preview_bench" -nt "$model" ]; }; then
+    "$build/bin/quarle_preview_bench" --make-model "$model"
+fi
+echo "compiled model $(basename "$model") ($(stat -c %s "$model") bytes)"
+QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe \
+    xvfb-run -a -s "-screen 0 1280x1024x24" \
+    "$build/bin/quarle_preview_bench" "$model" "${FRAMES:-200}"

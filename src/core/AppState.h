@@ -9,6 +9,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace quarle {
 
@@ -22,6 +23,16 @@ struct ToolSettings {
     std::string LanguageFile;
     std::array<std::string, 4> RecentFiles{"...", "...", "...", "..."};
 };
+
+// The model viewer's path that names the program's own preview of compiled
+// models instead of a program.
+inline constexpr std::string_view PreviewViewer = "<preview>";
+
+// Whether models are opened in the program's own preview: the viewer is
+// that, or none is set.
+inline bool ViewsInPreview(const ToolSettings& tools) {
+    return tools.ModelViewerPath.empty() || tools.ModelViewerPath == PreviewViewer;
+}
 
 // What the 3D preview shows beyond the document: the texture variation row
 // (1: the model's own textures) and the controller, as last chosen in their

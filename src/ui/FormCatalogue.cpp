@@ -12,6 +12,7 @@
 #include "ui/localisation/DlgSettings.h"
 #include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/preview/FrmCompiledModel.h"
 #include "ui/preview/FrmPreview.h"
 #include "ui/textures/DlgTextureGroup.h"
 #include "ui/textures/DlgTexturemode.h"
@@ -68,6 +69,10 @@ const std::vector<CataloguedForm>& FormCatalogue() {
              return std::make_unique<frmAbout>(needs.State, needs.Services, &needs.Main);
          }},
         {"FrmPreview", true, WithMain<FrmPreview>},
+        {"FrmCompiledModel", true,
+         [](FormNeeds& needs) -> std::unique_ptr<QWidget> {
+             return std::make_unique<FrmCompiledModel>(needs.State, needs.Services, &needs.Main);
+         }},
         {"DlgOrigin", true, WithMain<DlgOrigin>},
         {"DlgController", true, WithMain<DlgController>},
         {"Wizard2", true, WizardPageAlone<Wizard2>},

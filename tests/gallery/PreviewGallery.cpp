@@ -1,11 +1,16 @@
 // The 3D preview on the sample model: two body groups, its textures (the
 // eyes masked), an eye position, an attachment and a controller, playing its
-// first animation. Drawn with GL, so Gallery.cpp calls it only in the run
-// under a virtual X display (quarle_gallery OUTDIR --preview).
+// first animation; then the same model as the compiler built it, over its
+// sources and in the window of compiled models. Drawn with GL, so Gallery.cpp
+// calls it only in the run under a virtual X display
+// (quarle_gallery OUTDIR --preview).
 #include "GallerySupport.h"
+#include "ui/preview/FrmCompiledModel.h"
 #include "ui/preview/FrmPreview.h"
 #include "ui/preview/PreviewView.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -76,6 +81,42 @@ void PreviewGallery(const QString& folder, const char* languageFile) {
     preview->CmdFrameModel->click();
     preview->TmrTick_Timer();
     quarle::gallery::Save(preview, folder, QStringLiteral("FrmPreview-Framed"));
+
+    // The compiled skeleton (magenta) over the sources' in the middle of the
+    // walk: the model the compiler wrote beside the script.
+    const QString compiled = QStringLiteral(QUARLE_TEST_DATA "/compiled");
+    QFile::copy(compiled + QStringLiteral("/robot.mdl"), QDir(model.path()).filePath("robot.mdl"));
+    doc.QcFile = QDir(model.path()).filePath(QStringLiteral("robot.qc")).toStdString();
+    doc.ModelName = "robot.mdl";
+    form.LstAnimations->setCurrentRow(1);
+    preview->CmdPlay->setChecked(false);
+    preview->TmrTick_Timer();
+    preview->ChkCompiled->setChecked(true);
+    preview->SldFrame->setValue(6);
+    preview->CmdFrameModel->click();
+    preview->TmrTick_Timer();
+    quarle::gallery::Save(preview, folder, QStringLiteral("FrmPreview-Compiled"));
+    preview->close();
     quarle::gallery::ExpectNoPrompts(window.Services,
                                      QStringLiteral("FrmPreview (%1)").arg(languageFile));
+
+    // The compiled model in its own window, opened from the file menu: the
+    // helmet chosen for the head, half-way through its run.
+    window.Services.QueueOpen(quarle::platform::FilePick{compiled + QStringLiteral("/robot.mdl"),
+                                                 QStringLiteral("robot.mdl")});
+    form.MnuDateiOpenCompiled->trigger();
+    quarle::ui::FrmCompiledModel* view = form.OpenFrmCompiledModel();
+    if (view == nullptr || !QTest::qWaitForWindowExposed(view)) {
+        quarle::gallery::Fail(QStringLiteral("FrmCompiledModel did not open (%1)").arg(languageFile));
+        return;
+    }
+    view->CmdPlay->setChecked(false);
+    view->LstSequences->setCurrentRow(2);
+    view->CmbBodyPart->setCurrentIndex(1);
+    view->CmbSubModel->setCurrentIndex(1);
+    view->SldFrame->setValue(4);
+    view->CmdFrameModel->click();
+    view->TmrTick_Timer();
+    quarle::gallery::Save(view, folder, QStringLiteral("FrmCompiledModel"));
+    view->close();
 }

@@ -1,12 +1,17 @@
 // The preview's drawing, rendered by Mesa's software renderer and read back:
 // a square with a two-texel texture (red, and palette index 255 in green),
-// counted by the colours of its pixels in each render mode.
+// counted by the colours of its pixels in each render mode; and the compiled
+// skeleton laid over it.
+#include "StudioBytes.h"
 #include "support/MainWindowFixture.h"
 #include "ui/preview/FrmPreview.h"
 #include "ui/preview/PreviewView.h"
 
+#include <QCheckBox>
 #include <QImage>
+#include <QLabel>
 #include <QTest>
+#include <gmock/gmock.h>
 
 namespace quarle::test {
 namespace {
@@ -92,7 +97,26 @@ Counts Count(const QImage& image) {
     return counts;
 }
 
-class PreviewRender : public MainWindowFixture {};
+class PreviewRender : public MainWindowFixture {
+protected:
+    // The preview opened from the file menu on the shown main window, drawn
+    // once; fails where it cannot draw.
+    ui::FrmPreview* ShowPreview() {
+        form->show();
+        form->MnuDateiPreview->trigger();
+        ui::FrmPreview* preview = form->OpenFrmPreview();
+        if (preview == nullptr || !QTest::qWaitForWindowExposed(preview)) {
+            ADD_FAILURE() << "the preview did not open";
+            return nullptr;
+        }
+        preview->TmrTick_Timer();
+        if (preview->PicView->GlAvailable() != true) {
+            ADD_FAILURE() << preview->LblStatus->text().toStdString();
+            return nullptr;
+        }
+        return preview;
+    }
+};
 
 TEST_F(PreviewRender, RenderModesDrawTheTexelsAsTheyShould) {
     Start();
@@ -104,13 +128,8 @@ TEST_F(PreviewRender, RenderModesDrawTheTexelsAsTheyShould) {
     Doc().BodyGroups[1].Parts[1] = "square";
     Doc().TextureModes[1].Name = "square.bmp";
 
-    form->show();
-    form->MnuDateiPreview->trigger();
-    ui::FrmPreview* preview = form->OpenFrmPreview();
+    ui::FrmPreview* preview = ShowPreview();
     ASSERT_NE(preview, nullptr);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(preview));
-    preview->TmrTick_Timer();
-    ASSERT_EQ(preview->PicView->GlAvailable(), true) << preview->LblStatus->text().toStdString();
 
     const struct {
         int Mode;
@@ -139,6 +158,71 @@ TEST_F(PreviewRender, RenderModesDrawTheTexelsAsTheyShould) {
         }
     }
     EXPECT_FALSE(preview->LblStatus->text().contains("square.bmp"));
+}
+
+// The pixels of the compiled skeleton's colour.
+int Magenta(const QImage& image) {
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            n += c.red() > 180 && c.blue() > 180 && c.green() < 110;
+        }
+    }
+    return n;
+}
+
+TEST_F(PreviewRender, TheCompiledSkeletonLiesOverTheSourcesInAColourOfItsOwn) {
+    Start();
+    WriteFile(InModels("square.smd"), Square);
+    WriteFile(InModels("square.bmp"), TwoTexelBitmap());
+    // Compiled with the root 10 units higher than the sources have it, and
+    // a bone the sources lack.
+    StudioBuild build;
+    studio::StudioModel& m = build.Model;
+    m.Bones = {{"root", -1, 0, {-1, -1, -1, -1, -1, -1}, {0, 0, 10, 0, 0, 0}, {}},
+               {"tip", 0, 0, {-1, -1, -1, -1, -1, -1}, {0, 15, 15, 0, 0, 0}, {}}};
+    m.Groups = {{"default", ""}};
+    studio::Model part;
+    part.Name = "square";
+    part.VertexBones = {0, 0, 0};
+    part.Vertices = {{0, -20, -20}, {0, 20, -20}, {0, 20, 20}};
+    part.NormalBones = {0};
+    part.Normals = {{1, 0, 0}};
+    studio::Mesh mesh;
+    mesh.DeclaredTriangles = 1;
+    mesh.Triangles = {{studio::Corner{0, 0, 0, 0}, studio::Corner{1, 0, 1, 0},
+                       studio::Corner{2, 0, 1, 1}}};
+    part.Meshes = {mesh};
+    m.BodyParts = {{"body", 1, {part}}};
+    m.Textures = {{"square.bmp", 0, 1, 1, {0}, StudioPalette()}};
+    m.SkinRefs = 1;
+    m.SkinFamilies = {{0}};
+    WriteFile(InModels("square.mdl"), QByteArray::fromStdString(BuildStudio(build).Model));
+    Doc().QcFile = InModels("square.qc").toStdString();
+    Doc().ModelName = InModels("square.mdl").toStdString();
+    Doc().ModelPath = models.path().toStdString();
+    Doc().TexturePath = models.path().toStdString();
+    Doc().BodyGroups[1].PartCount = 1;
+    Doc().BodyGroups[1].Parts[1] = "square";
+
+    ui::FrmPreview* preview = ShowPreview();
+    ASSERT_NE(preview, nullptr);
+    ASSERT_TRUE(preview->ChkCompiled->isEnabled());
+    EXPECT_EQ(Magenta(preview->PicView->Grab()), 0);
+
+    preview->ChkCompiled->setChecked(true);
+    EXPECT_GT(Magenta(preview->PicView->Grab()), 40);
+    const std::string status = preview->LblStatus->text().toStdString();
+    EXPECT_THAT(status,
+                ::testing::HasSubstr(
+                    "compiled skeleton (square.mdl): largest distance 10.000 at \"root\""));
+    EXPECT_THAT(status, ::testing::HasSubstr("bones only in the compiled model: tip"));
+
+    preview->ChkCompiled->setChecked(false);
+    EXPECT_EQ(Magenta(preview->PicView->Grab()), 0);
+    EXPECT_THAT(preview->LblStatus->text().toStdString(),
+                ::testing::Not(::testing::HasSubstr("compiled skeleton")));
 }
 
 } // namespace

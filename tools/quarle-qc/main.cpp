@@ -21,6 +21,7 @@ constexpr Command Commands[] = {
     {"roundtrip", "roundtrip IN.qc OUT.qc [--missing=keep|refuse]", quarle::qc::RunRoundtrip},
     {"check", "check IN.qc [--language FILE]", quarle::qc::RunCheck},
     {"skeleton", "skeleton MODEL.qc [--for attachment|controller]", quarle::qc::RunSkeleton},
+    {"mdl", "mdl MODEL.mdl", quarle::qc::RunMdl},
     {"compile", "compile IN.qc [--compiler PATH] [--ignore-checks] [--language FILE]",
      quarle::qc::RunCompile},
 };

@@ -331,7 +331,7 @@ std::string ScriptFolderOf(const std::string& qcFile) {
 }
 
 std::string ModelFileOf(const std::string& modelName, const std::string& qcFile) {
-    std::string name = modelName.empty() ? qcFile : modelName;
+    std::string name = modelName.empty() ? std::string(paths::FileNameOf(qcFile)) : modelName;
     // The compiler cuts at the last dot unless a folder follows it, and
     // never at the very first character.
     const std::size_t fileStart = name.size() - paths::FileNameOf(name).size();

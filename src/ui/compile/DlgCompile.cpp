@@ -210,7 +210,7 @@ void DlgCompile::Form_Load() {
     // TmrCompile is started when the form comes up (showEvent).
     OKButton->setEnabled(false);
     const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
-    if (!viewer.isEmpty() && platform::ProgramExists(viewer)) {
+    if (ViewsInPreview(state_.Settings) || platform::ProgramExists(viewer)) {
         ChkViewAfterCompile->setEnabled(true);
     }
     AddRow(Ids(IDS_CHECKMODELINFO));
@@ -430,6 +430,10 @@ void DlgCompile::OKButton_Click() {
 void DlgCompile::ShowModel() {
     const QString viewer = platform::FromCp1252(state_.Settings.ModelViewerPath);
     const std::string model = compile::ModelFileOf(state_.Doc.ModelName, state_.Doc.QcFile);
+    if (ViewsInPreview(state_.Settings)) {
+        emit PreviewRequested(model);
+        return;
+    }
     // The model's path is one argument, blanks and all; a file found only in
     // another case is handed over as it is on disk.
     if (!services_.StartProgram(viewer,

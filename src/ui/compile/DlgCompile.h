@@ -71,6 +71,11 @@ public:
     bool Running() const { return running_; }
     const compile::RunOutcome& Outcome() const { return outcome_; }
 
+signals:
+    // The model (document bytes) is to open in the program's own preview,
+    // which the settings name as the viewer.
+    void PreviewRequested(const std::string& model);
+
 protected:
     void showEvent(QShowEvent* event) override;
 

@@ -13,6 +13,7 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -91,6 +92,11 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
     OKButton->setDefault(true);
     CancelButton =
         Control(new QPushButton(QStringLiteral("Abbrechen"), this), QStringLiteral("CancelButton"));
+    ChkPreviewViewer = Control(
+        new QCheckBox(QStringLiteral("Modelle in Quarles 3D-Vorschau \u00f6ffnen"), FrmPaths),
+        QStringLiteral("ChkPreviewViewer"));
+    ChkPreviewViewer->setToolTip(
+        QStringLiteral("Zeigt kompilierte Modelle selbst, statt einen Modelviewer zu starten"));
 
     auto* paths = new QGridLayout(FrmPaths);
     int row = 0;
@@ -111,6 +117,7 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
                 [this, mark](const QString& text) { UpdateMark(mark, text); });
         ++row;
     }
+    paths->addWidget(ChkPreviewViewer, row, 1, 1, 3);
     paths->setColumnStretch(1, 1);
 
     auto* language = new QGridLayout(FrmSprache);
@@ -147,6 +154,7 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
             &DlgSettings::CmdLocaliseStrings_Click);
     connect(OKButton, &QPushButton::clicked, this, &DlgSettings::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgSettings::CancelButton_Click);
+    connect(ChkPreviewViewer, &QCheckBox::toggled, this, &DlgSettings::ChkPreviewViewer_Click);
 
     Form_Load();
 }
@@ -158,7 +166,10 @@ void DlgSettings::Form_Load() {
     const ToolSettings& tools = state_.Settings;
     // The paths are held as the document holds text, like every other path.
     TxtStudioMDL->setText(platform::FromCp1252(tools.StudioMdlPath));
-    TxtModelviewer->setText(platform::FromCp1252(tools.ModelViewerPath));
+    TxtModelviewer->setText(ViewsInPreview(tools) ? QString()
+                                                   : platform::FromCp1252(tools.ModelViewerPath));
+    ChkPreviewViewer->setChecked(ViewsInPreview(tools));
+    ChkPreviewViewer_Click();
     TxtEditor->setText(platform::FromCp1252(tools.TextEditorPath));
     for (const QString& name : platform::LanguageFileNames(services_)) {
         CmbLanguage->addItem(name.chopped(4));
@@ -290,16 +301,25 @@ void DlgSettings::OKButton_Click() {
     ToolSettings& tools = state_.Settings;
     tools.StudioMdlPath = std::move(paths[0]);
     tools.TextEditorPath = std::move(paths[1]);
-    tools.ModelViewerPath = std::move(paths[2]);
+    tools.ModelViewerPath =
+        ChkPreviewViewer->isChecked() ? std::string(PreviewViewer) : std::move(paths[2]);
     // A bare program name counts when it is found on the search path.
     main_.CmdCompile->setEnabled(CompilerOffered(TxtStudioMDL->text(), services_.Environment()));
     main_.MnuDateiViewCode->setEnabled(platform::ProgramExists(TxtEditor->text()));
-    main_.MnuDateiView->setEnabled(platform::ProgramExists(TxtModelviewer->text()));
+    main_.MnuDateiView->setEnabled(ViewsInPreview(tools) ||
+                                   platform::ProgramExists(TxtModelviewer->text()));
     accept();
 }
 
 void DlgSettings::CancelButton_Click() {
     reject();
+}
+
+void DlgSettings::ChkPreviewViewer_Click() {
+    const bool preview = ChkPreviewViewer->isChecked();
+    TxtModelviewer->setEnabled(!preview);
+    Command2->setEnabled(!preview);
+    ImageModelviewer->setVisible(!preview);
 }
 
 } // namespace quarle::ui

@@ -5,6 +5,7 @@
 
 #include "ui/localisation/LocalisedDialog.h"
 
+class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QLabel;
@@ -47,6 +48,9 @@ public:
     QPushButton* CmdLocaliseStrings;
     QPushButton* OKButton;
     QPushButton* CancelButton;
+    // Compiled models open in the program's own preview instead of a
+    // viewer; the viewer's path then stays unused.
+    QCheckBox* ChkPreviewViewer;
 
     void CmbLanguage_Click();
     void Command1_Click();
@@ -57,6 +61,7 @@ public:
     void CmdLocaliseStrings_Click();
     void OKButton_Click();
     void CancelButton_Click();
+    void ChkPreviewViewer_Click();
 
 private:
     void Form_Load();

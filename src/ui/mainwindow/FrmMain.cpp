@@ -66,7 +66,7 @@ void FrmMain::Form_Load() {
     if (CompilerOffered(Doc(tools.StudioMdlPath), env)) {
         CmdCompile->setEnabled(true);
     }
-    if (platform::ProgramExists(Doc(tools.ModelViewerPath))) {
+    if (ViewsInPreview(tools) || platform::ProgramExists(Doc(tools.ModelViewerPath))) {
         MnuDateiView->setEnabled(true);
     }
     ReadRecentFiles(settings_, tools);

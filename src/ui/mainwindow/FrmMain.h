@@ -53,6 +53,7 @@ namespace quarle::ui {
 
 class DlgName;
 class FrmPreview;
+class FrmCompiledModel;
 class frmAbout;
 
 class FrmMain : public QMainWindow {
@@ -115,6 +116,7 @@ public:
     void MnuDateiView_Click();
     void MnuDateiViewCode_Click();
     void MnuDateiPreview_Click();
+    void MnuDateiOpenCompiled_Click();
     void MnuDateiLast_Click(int i); // i: 0 for MnuDateiLast1 .. 3 for MnuDateiLast4
     void MnuDateiLast1_Click() { MnuDateiLast_Click(0); }
     void MnuDateiLast2_Click() { MnuDateiLast_Click(1); }
@@ -255,6 +257,7 @@ public:
     QAction* MnuDateiView = nullptr;
     QAction* MnuDateiViewCode = nullptr;
     QAction* MnuDateiPreview = nullptr;
+    QAction* MnuDateiOpenCompiled = nullptr;
     QAction* MnuB = nullptr;
     QAction* MnuDateiLast1 = nullptr;
     QAction* MnuDateiLast2 = nullptr;
@@ -320,6 +323,10 @@ public:
     std::vector<int> PreviewParts() const;
     // The preview window while it is open.
     FrmPreview* OpenFrmPreview() const;
+    // Shows a compiled model (document bytes) in the window of compiled
+    // models, opened or brought up for it; and that window while it is open.
+    void ShowCompiledModel(const std::string& path);
+    FrmCompiledModel* OpenFrmCompiledModel() const;
     // Which files of the model folder are meshes, remembered between refills.
     const ModelFolderCache& ModelFolderKinds() const { return modelFolderKinds_; }
 
@@ -414,6 +421,7 @@ private:
     QPointer<DlgName> dlgName_;
     QPointer<frmAbout> about_;
     QPointer<FrmPreview> preview_;
+    QPointer<FrmCompiledModel> compiledModel_;
     ModelFolderCache modelFolderKinds_;
     FrmMainReaderHost readerHost_{*this};
     // Scripts loaded with findings whose original has not been kept yet.

@@ -493,6 +493,8 @@ void FrmMain::BuildMenus() {
                              QStringLiteral("qc-Datei mit &Editor \u00f6ffnen"));
     MnuDateiPreview =
         entry(MnuDatei, QStringLiteral("MnuDateiPreview"), QStringLiteral("&3D-Vorschau"));
+    MnuDateiOpenCompiled = entry(MnuDatei, QStringLiteral("MnuDateiOpenCompiled"),
+                                 QStringLiteral("&Kompiliertes Modell \u00f6ffnen..."));
     MnuB = separator(MnuDatei, QStringLiteral("MnuB"));
     MnuDateiLast1 = entry(MnuDatei, QStringLiteral("MnuDateiLast1"), QString());
     MnuDateiLast2 = entry(MnuDatei, QStringLiteral("MnuDateiLast2"), QString());

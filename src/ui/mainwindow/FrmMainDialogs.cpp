@@ -1,11 +1,15 @@
 // The dialogs and wizards opened from the main window's menus and buttons,
 // and the language editor.
+#include "document/Paths.h"
+#include "platform/Cp1252Text.h"
 #include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/localisation/DlgLocaliseMain.h"
 #include "ui/localisation/DlgSettings.h"
+#include "ui/localisation/Messages.h"
 #include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/LimitMessages.h"
+#include "ui/preview/FrmCompiledModel.h"
 #include "ui/preview/FrmPreview.h"
 #include "ui/wizards/AnimWiz1.h"
 #include "ui/wizards/AnimWiz2.h"
@@ -105,6 +109,37 @@ void FrmMain::MnuDateiPreview_Click() {
 
 FrmPreview* FrmMain::OpenFrmPreview() const {
     return preview_;
+}
+
+void FrmMain::MnuDateiOpenCompiled_Click() {
+    const Document& doc = state_.Doc;
+    const QString folder = platform::FromCp1252(
+        paths::FolderOf(doc.ModelName.empty() ? doc.QcFile : doc.ModelName));
+    const std::optional<platform::FilePick> pick =
+        services_.ShowOpen(MessageText(state_, MSG_OPEN_COMPILED_TITLE),
+                           QStringLiteral("Model|*.mdl"), folder);
+    if (!pick || pick->FileName.isEmpty()) {
+        return;
+    }
+    if (const std::optional<std::string> path = TypedText(state_, services_, pick->FileName)) {
+        ShowCompiledModel(*path);
+    }
+}
+
+void FrmMain::ShowCompiledModel(const std::string& path) {
+    if (compiledModel_ == nullptr) {
+        compiledModel_ = new FrmCompiledModel(state_, services_, this);
+        compiledModel_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(compiledModel_, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    }
+    compiledModel_->ShowModel(path);
+    compiledModel_->show();
+    compiledModel_->raise();
+    compiledModel_->activateWindow();
+}
+
+FrmCompiledModel* FrmMain::OpenFrmCompiledModel() const {
+    return compiledModel_;
 }
 
 std::optional<std::pair<int, int>> FrmMain::PreviewAnimation() const {

@@ -103,6 +103,8 @@ void FrmMain::ConnectFileCommands() {
     connect(MnuDateiView, &QAction::triggered, this, &FrmMain::MnuDateiView_Click);
     connect(MnuDateiViewCode, &QAction::triggered, this, &FrmMain::MnuDateiViewCode_Click);
     connect(MnuDateiPreview, &QAction::triggered, this, &FrmMain::MnuDateiPreview_Click);
+    connect(MnuDateiOpenCompiled, &QAction::triggered, this,
+            &FrmMain::MnuDateiOpenCompiled_Click);
     connect(MnuDateiLast1, &QAction::triggered, this, &FrmMain::MnuDateiLast1_Click);
     connect(MnuDateiLast2, &QAction::triggered, this, &FrmMain::MnuDateiLast2_Click);
     connect(MnuDateiLast3, &QAction::triggered, this, &FrmMain::MnuDateiLast3_Click);
@@ -326,6 +328,7 @@ void FrmMain::MnuDateiComp_Click() {
     options.WorkingFolder = WorkingFolder();
     DlgCompile dialog(state_, services_, LstAnimations->count(), this, options);
     connect(&dialog, &DlgCompile::LocaliseRequested, this, &FrmMain::Localise);
+    connect(&dialog, &DlgCompile::PreviewRequested, this, &FrmMain::ShowCompiledModel);
     dialog.exec();
 }
 
@@ -365,7 +368,9 @@ void FrmMain::MnuDateiView_Click() {
         MnuDateiComp_Click();
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
-    if (!model().empty() && paths::FileExists(model())) {
+    if (!model().empty() && paths::FileExists(model()) && ViewsInPreview(state_.Settings)) {
+        ShowCompiledModel(model());
+    } else if (!model().empty() && paths::FileExists(model())) {
         StartWithFile(state_.Settings.ModelViewerPath, model(), MSG_VIEWER_MISSING,
                       MSG_VIEWER_NOT_STARTED);
     }

@@ -26,7 +26,13 @@ QString DefaultStudioMdlPath(const QString& programFolder) {
 }
 
 QString DefaultModelViewerPath(const QString& programFolder) {
+#ifdef Q_OS_WIN
     return InProgramFolder(programFolder, "mdlv.exe");
+#else
+    // No viewer beside the program off Windows: the program's own preview.
+    (void)programFolder;
+    return QString::fromLatin1(PreviewViewer.data(), qsizetype(PreviewViewer.size()));
+#endif
 }
 
 QString DefaultTextEditorPath() {
@@ -55,6 +61,15 @@ void ReadToolSettings(const platform::SettingsStore& store, const QString& progr
         settings.StudioMdlPath =
             orDefault(platform::FindCompiler(env), DefaultStudioMdlPath(programFolder));
     }
+#ifndef Q_OS_WIN
+    // The Windows viewer beside the program, which earlier versions stored
+    // off Windows too, gives way to the preview while it is not there.
+    const QString besideProgram = InProgramFolder(programFolder, "mdlv.exe");
+    if (platform::FromCp1252(settings.ModelViewerPath) == besideProgram &&
+        !platform::ProgramExists(besideProgram)) {
+        settings.ModelViewerPath.clear();
+    }
+#endif
     if (settings.ModelViewerPath.empty()) {
         settings.ModelViewerPath =
             orDefault(platform::FindViewer(env), DefaultModelViewerPath(programFolder));

@@ -1,21 +1,23 @@
 #include "ui/preview/FrmPreview.h"
 
+#include "compile/CompileFiles.h"
 #include "document/InputFile.h"
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "preview/CompiledModel.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/preview/PreviewControls.h"
 #include "ui/preview/PreviewView.h"
 
-#include <QEvent>
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -67,34 +69,25 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     PicView = Control(new PreviewView(this), QStringLiteral("PicView"));
     PicView->setToolTip(
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
-    CmdPlay = Control(new QPushButton(QStringLiteral("Abspielen"), this), QStringLiteral("CmdPlay"));
-    CmdPlay->setToolTip(QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
-    // Icon and caption say what a click does: "play" while the animation
-    // holds, "pause" while it plays (the button is pressed then).
-    CmdPlay->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
-    // The caption of the language file is the "play"; the button shows
-    // "pause" in its place while it plays.
-    CmdPlay->setProperty(platform::CaptionProperty, CmdPlay->text());
-    CmdPlay->installEventFilter(this);
-    CmdPlay->setCheckable(true);
-    CmdPlay->setAutoDefault(false);
-    SldFrame = Control(new QSlider(Qt::Horizontal, this), QStringLiteral("SldFrame"));
-    SldFrame->setRange(0, 0);
-    CmdFrameModel = Control(new QPushButton(QStringLiteral("Einpassen (F)"), this),
-                            QStringLiteral("CmdFrameModel"));
-    CmdFrameModel->setToolTip(QStringLiteral("Zeigt das ganze Modell"));
-    CmdFrameModel->setAutoDefault(false);
-    LblStatus = Control(new QLabel(this), QStringLiteral("LblStatus"));
-    LblStatus->setToolTip(QStringLiteral("Was die Vorschau zeigt und was ihr fehlt"));
-    LblStatus->setWordWrap(true);
-    TmrTick = Control(new QTimer(this), QStringLiteral("TmrTick"));
-    TmrTick->setInterval(15); // a frame of a 60 Hz screen
+    const PreviewControls shared = MakePreviewControls(
+        this, state_, QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
+    CmdPlay = shared.CmdPlay;
+    SldFrame = shared.SldFrame;
+    CmdFrameModel = shared.CmdFrameModel;
+    LblStatus = shared.LblStatus;
+    TmrTick = shared.TmrTick;
     CreateCmdLocalise();
+    ChkCompiled = Control(new QCheckBox(QStringLiteral("Kompiliertes Skelett"), this),
+                          QStringLiteral("ChkCompiled"));
+    ChkCompiled->setToolTip(QStringLiteral(
+        "Legt das Skelett des kompilierten Modells in Magenta \u00fcber das der Quellen"));
+    ChkCompiled->setEnabled(false);
 
     auto* controls = new QHBoxLayout;
     controls->addWidget(CmdPlay);
     controls->addWidget(SldFrame, 1);
     controls->addWidget(CmdFrameModel);
+    controls->addWidget(ChkCompiled);
     auto* status = new QHBoxLayout;
     status->addWidget(CmdLocalise);
     status->addWidget(LblStatus, 1);
@@ -105,10 +98,10 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     resize(640, 520);
 
     connect(CmdPlay, &QPushButton::clicked, this, &FrmPreview::CmdPlay_Click);
-    connect(CmdPlay, &QPushButton::toggled, this, &FrmPreview::ShowPlayState);
     connect(SldFrame, &QSlider::valueChanged, this, &FrmPreview::SldFrame_Change);
     connect(CmdFrameModel, &QPushButton::clicked, this, &FrmPreview::CmdFrameModel_Click);
     connect(TmrTick, &QTimer::timeout, this, &FrmPreview::TmrTick_Timer);
+    connect(ChkCompiled, &QCheckBox::toggled, this, &FrmPreview::TmrTick_Timer);
     // The key works wherever the focus is in the window.
     auto* frameKey = new QShortcut(QKeySequence(Qt::Key_F), this);
     connect(frameKey, &QShortcut::activated, this, &FrmPreview::CmdFrameModel_Click);
@@ -123,21 +116,6 @@ void FrmPreview::Form_Load() {
     clock_.start();
     TmrTick_Timer();
     TmrTick->start();
-}
-
-bool FrmPreview::eventFilter(QObject* watched, QEvent* event) {
-    // A new caption from the language file or its editor.
-    if (watched == CmdPlay && event->type() == QEvent::DynamicPropertyChange) {
-        ShowPlayState(CmdPlay->isChecked());
-    }
-    return LocalisedDialog::eventFilter(watched, event);
-}
-
-void FrmPreview::ShowPlayState(bool playing) {
-    CmdPlay->setText(playing ? MessageText(state_, MSG_PREVIEW_PAUSE)
-                             : CmdPlay->property(platform::CaptionProperty).toString());
-    CmdPlay->setIcon(
-        style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
 }
 
 void FrmPreview::CmdPlay_Click() {
@@ -365,7 +343,88 @@ void FrmPreview::ShowPose(const SmdModel* animation) {
         }
         markers.Control = std::move(shown);
     }
+    AddCompiledSkeleton(pose, animation, markers);
     PicView->SetPose(std::move(positions), std::move(normals), std::move(markers));
+}
+
+void FrmPreview::AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pose,
+                                     const SmdModel* animation, PreviewMarkers& markers) {
+    compiledStatus_.clear();
+    const Document& doc = state_.Doc;
+    // The model where the compiler writes it for the script.
+    const std::string path =
+        doc.QcFile.empty() ? std::string() : compile::ModelFileOf(doc.ModelName, doc.QcFile);
+    const bool compiled = !path.empty() && paths::FileExists(path);
+    ChkCompiled->setEnabled(compiled);
+    if (!compiled || !ChkCompiled->isChecked()) {
+        return;
+    }
+    compiled_.Refresh(path);
+    const QString file = platform::FromCp1252(paths::FileNameOf(path));
+    const studio::StudioModel* model = compiled_.Model();
+    if (model == nullptr) {
+        compiledStatus_.append(MessageText(
+            state_, MSG_OVERLAY_NO_MODEL,
+            {platform::FromCp1252(studio::ProblemText(
+                compiled_.Load().Error.value_or(studio::StudioProblem{}), state_.MsgTexts))}));
+        return;
+    }
+    // The same sequence (by name) at the same frame, or the bones at rest.
+    const AnimRec* anim = nullptr;
+    int sequence = -1;
+    int frame = 0;
+    const std::optional<std::pair<int, int>> pick = main_.PreviewAnimation();
+    if (animation != nullptr && pick) {
+        anim = &doc.Anims[std::size_t(pick->first)][std::size_t(pick->second)];
+        sequence = preview::CompiledSequence(doc, pick->first, pick->second, *model);
+        if (sequence < 0) {
+            compiledStatus_.append(MessageText(state_, MSG_OVERLAY_NO_SEQUENCE,
+                                               {platform::FromCp1252(anim->Name)}));
+            return;
+        }
+        frame = preview::CompiledFrame(*animation, *anim, frame_);
+    }
+    const float scale = doc.ModelScale;
+    std::vector<Vec3> joints;
+    for (const preview::BoneMatrix& bone : pose) {
+        joints.push_back(Scaled(bone.Origin(), scale));
+    }
+    std::vector<bool> carried(mesh_.Bones.Names.size(), false);
+    for (const preview::MeshBatch& batch : mesh_.Batches) {
+        for (const preview::MeshVertex& v : batch.Vertices) {
+            if (v.Bone >= 0 && std::size_t(v.Bone) < carried.size()) {
+                carried[std::size_t(v.Bone)] = true;
+            }
+        }
+    }
+    const preview::SkeletonComparison seen =
+        preview::CompareSkeletons(mesh_.Bones, joints, carried, *model, sequence, frame,
+                                  preview::PlacementOf(doc, anim), scale);
+    for (std::size_t b = 0; b < seen.Joints.size(); ++b) {
+        // A root is a line of no length: its cross still shows.
+        const int parent = seen.Parents[b];
+        markers.Compiled.push_back(
+            {seen.Joints[parent >= 0 ? std::size_t(parent) : b], seen.Joints[b]});
+    }
+    if (!seen.LargestBone.empty()) {
+        compiledStatus_.append(MessageText(state_, MSG_OVERLAY_DISTANCE,
+                                           {file, QString::number(seen.Largest, 'f', 3),
+                                            platform::FromCp1252(seen.LargestBone)}));
+    }
+    if (!seen.OnlyCompiled.empty()) {
+        compiledStatus_.append(
+            MessageText(state_, MSG_OVERLAY_ONLY_COMPILED, {Joined(seen.OnlyCompiled)}));
+    }
+    if (!seen.OnlySources.empty()) {
+        compiledStatus_.append(
+            MessageText(state_, MSG_OVERLAY_ONLY_SOURCES, {Joined(seen.OnlySources)}));
+    }
+    if (sequence >= 0) {
+        const studio::Sequence& seq = model->Sequences[std::size_t(sequence)];
+        if ((seq.Flags & studio::SequenceLooping) != 0 && frame == seq.Frames - 1) {
+            compiledStatus_.append(MessageText(state_, MSG_OVERLAY_LOOP_END));
+        }
+    }
 }
 
 void FrmPreview::ShowStatus(int frameCount, const AnimRec* anim) {
@@ -395,6 +454,7 @@ void FrmPreview::ShowStatus(int frameCount, const AnimRec* anim) {
     } else {
         parts.append(MessageText(state_, MSG_PREVIEW_BIND_POSE, {triangles}));
     }
+    parts.append(compiledStatus_);
     const QString text = parts.join(QStringLiteral(" \u2014 "));
     if (LblStatus->text() != text) {
         LblStatus->setText(text);

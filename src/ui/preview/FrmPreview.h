@@ -9,13 +9,16 @@
 
 #include "preview/ModelPose.h"
 #include "ui/localisation/LocalisedDialog.h"
+#include "ui/preview/CompiledModelFile.h"
 
 #include <QElapsedTimer>
+#include <QStringList>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
+class QCheckBox;
 class QLabel;
 class QSlider;
 class QTimer;
@@ -24,6 +27,7 @@ namespace quarle::ui {
 
 class FrmMain;
 class PreviewView;
+struct PreviewMarkers;
 
 class FrmPreview : public LocalisedDialog {
     Q_OBJECT
@@ -41,11 +45,12 @@ public:
     QLabel* LblStatus = nullptr;
     QTimer* TmrTick = nullptr;
     // CmdLocalise comes with LocalisedDialog.
+    // Lays the compiled model's skeleton over the sources' one; enabled
+    // while a script is open and its model file exists.
+    QCheckBox* ChkCompiled = nullptr;
 
     // ---- Handlers
     void CmdPlay_Click();
-    // The button's caption and icon after a change of its state.
-    void ShowPlayState(bool playing);
     void SldFrame_Change();
     void CmdFrameModel_Click();
     // Reads the document again and draws the frame due now.
@@ -53,9 +58,6 @@ public:
 
     // The frame of the animation on show.
     int ShownFrame() const { return frame_; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -78,6 +80,10 @@ private:
     const SmdModel* CurrentAnimation(const AnimRec*& anim);
     void ShowPose(const SmdModel* animation);
     void ShowStatus(int frameCount, const AnimRec* anim);
+    // The compiled skeleton in the sequence and frame of the sources' pose,
+    // as lines of markers, and what its comparison found for the status.
+    void AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pose,
+                             const SmdModel* animation, PreviewMarkers& markers);
 
     FrmMain& main_;
     std::optional<Source> meshSource_;
@@ -92,6 +98,8 @@ private:
     int frame_ = 0;
     QElapsedTimer clock_;
     bool framed_ = false;
+    CompiledModelFile compiled_;
+    QStringList compiledStatus_;
     bool frameDue_ = false;
 };
 

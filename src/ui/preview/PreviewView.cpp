@@ -23,6 +23,8 @@ constexpr float FieldOfView = 45.0f;
 // How much of the view a framed model fills, in its larger extent.
 constexpr float FrameFill = 0.8f;
 const QColor Background(64, 69, 77);
+// The compiled skeleton over the sources' (yellow) one.
+const QColor CompiledColour(240, 60, 240);
 
 // Headlight shading: a face toward the camera is lit, one seen edge-on dark.
 // Masked texels (alpha 0) are not drawn; additive batches are added unlit.
@@ -544,6 +546,10 @@ void PreviewSurface::DrawLines(const QMatrix4x4& mvp) {
     const float size = std::max((ToQt(view_.max_) - ToQt(view_.min_)).length(), 1.0f) * 0.02f;
     for (const PreviewMarkers::Line& bone : view_.markers_.Bones) {
         AddLine(lines, ToQt(bone.From), ToQt(bone.To), QColor(250, 220, 60));
+    }
+    for (const PreviewMarkers::Line& bone : view_.markers_.Compiled) {
+        AddLine(lines, ToQt(bone.From), ToQt(bone.To), CompiledColour);
+        AddCross(lines, ToQt(bone.To), size * 0.5f, CompiledColour);
     }
     for (const PreviewMarkers::Attachment& a : view_.markers_.Attachments) {
         AddCross(lines, ToQt(a.Point), size, QColor(60, 220, 250));

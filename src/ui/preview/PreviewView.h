@@ -32,6 +32,9 @@ struct PreviewMarkers {
         preview::Vec3 To;
     };
     std::vector<Line> Bones;
+    // A second skeleton laid over the first (the compiled model's), drawn
+    // in a colour of its own.
+    std::vector<Line> Compiled;
     struct Attachment {
         int Number = 0;
         preview::Vec3 Point;

@@ -366,6 +366,20 @@ TEST_F(DlgCompileTest, OkOpensTheViewerWithTheModelAsOneArgument) {
               "MSG_VIEWER_NOT_STARTED\n" +
                   QString::fromStdString(state_->Settings.ModelViewerPath));
 
+    // With the preview as the viewer, OK asks for the model there.
+    services_.Starts.clear();
+    state_->Settings.ModelViewerPath = PreviewViewer;
+    auto preview = Make();
+    std::vector<std::string> shown;
+    QObject::connect(preview.get(), &DlgCompile::PreviewRequested,
+                     [&shown](const std::string& model) { shown.push_back(model); });
+    EXPECT_TRUE(preview->ChkViewAfterCompile->isEnabled());
+    RunToEnd(*preview);
+    preview->ChkViewAfterCompile->setChecked(true);
+    QTest::mouseClick(preview->OKButton, Qt::LeftButton);
+    EXPECT_EQ(shown, std::vector<std::string>{"/models/my robot.mdl"});
+    EXPECT_TRUE(services_.Starts.isEmpty());
+
     // A missing viewer keeps the box disabled, also after a refused compile.
     services_.Starts.clear();
     state_->Settings.ModelViewerPath = Work("no viewer").toStdString();

@@ -7,6 +7,7 @@
 #include "ui/localisation/frmAbout.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -95,6 +96,7 @@ TEST_F(LocalisationTest, TranslatorMakesALanguageAndRenamesCaptionsOnTheLiveWind
         EXPECT_TRUE(dialog->CmdLocaliseStrings->isVisibleTo(dialog));
 
         QTest::mouseClick(dialog->Command1, Qt::LeftButton);
+        dialog->ChkPreviewViewer->setChecked(false);
         dialog->TxtModelviewer->setText(InWork("no-viewer"));
         QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
     });

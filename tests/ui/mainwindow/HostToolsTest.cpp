@@ -58,15 +58,24 @@ TEST(HostToolsTest, DefaultsComeFromTheHostOnlyWhereTheStoreIsEmpty) {
          sdk + "Model Viewer/hlmv.exe",
          "xdg-open",
          false},
-        {"Windows tools without wine are no tools",
+        {"Windows tools without wine are no tools; the preview is the viewer",
          {wineTools + "studiomdl.exe", wineTools + "hlmv.exe"},
          "",
          "",
          {},
          "@/studiomdl.exe",
-         "@/mdlv.exe",
+         "<preview>",
          "xdg-open",
          true},
+        {"a stored Windows viewer beside the program that is not there gives way",
+         {"bin/hlmv"},
+         "",
+         "",
+         {"/opt/x/studiomdl", "@/mdlv.exe", "kate"},
+         "/opt/x/studiomdl",
+         "bin/hlmv",
+         "kate",
+         false},
         {"a store with values keeps them, startable or not",
          {"bin/studiomdl", "bin/hlmv", "bin/gedit"},
          "gedit",
@@ -89,7 +98,10 @@ TEST(HostToolsTest, DefaultsComeFromTheHostOnlyWhereTheStoreIsEmpty) {
         settings.Store().Set(QStringLiteral("ToolNotice"), QString()); // a first start
         if (!row.Stored.isEmpty()) {
             settings.Store().Set(QStringLiteral("StudioMdl"), row.Stored[0]);
-            settings.Store().Set(QStringLiteral("ModelViewer"), row.Stored[1]);
+            settings.Store().Set(QStringLiteral("ModelViewer"),
+                                 row.Stored[1].startsWith(QLatin1Char('@'))
+                                     ? programDir.path() + row.Stored[1].mid(1)
+                                     : row.Stored[1]);
             settings.Store().Set(QStringLiteral("TextEditor"), row.Stored[2]);
         }
         const auto expected = [&](const QString& path) {
