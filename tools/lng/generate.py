@@ -623,6 +623,31 @@ GERMAN_MESSAGES = {
     "MSG_SAVE_FOLDER_UNWRITABLE": "In den Ordner der qc-Datei kann nicht geschrieben werden: %1",
     "MSG_SAVE_INCOMPLETE": "Die qc-Datei konnte nicht ganz geschrieben werden (ist der Datenträger voll?): %1",
     "MSG_SAVE_NOT_REPLACED": "Die qc-Datei konnte die alte Datei nicht ersetzen: %1",
+    "MSG_OPEN_MISSING": "„%1“ ist nicht zu finden.",
+    "MSG_OPEN_FOLDER": "„%1“ ist ein Ordner, keine Datei, und wird nicht gelesen.",
+    "MSG_OPEN_SPECIAL": "„%1“ ist keine gewöhnliche Datei (eine Pipe, ein Gerät oder ein "
+                        "Socket) und wird nicht gelesen.",
+    "MSG_OPEN_TOO_LARGE": "„%1“ ist größer als %2 MB, mehr als eine Datei dieser Art enthält, "
+                          "und wird nicht gelesen.",
+    "MSG_OPEN_DENIED": "„%1“ lässt sich nicht öffnen: %2.",
+    "MSG_OPEN_READ_ERROR": "„%1“ konnte nicht bis zum Ende gelesen werden: %2.",
+    "MSG_SYSTEM_DENIED": "der Zugriff wird verweigert",
+    "MSG_SYSTEM_DISK_FULL": "der Datenträger ist voll",
+    "MSG_SYSTEM_READ_ONLY": "das Laufwerk kann nur gelesen werden",
+    "MSG_SYSTEM_NOT_FOUND": "die Datei oder der Ordner existiert nicht",
+    "MSG_SYSTEM_IS_FOLDER": "es ist ein Ordner",
+    "MSG_SYSTEM_NOT_FOLDER": "ein Teil des Pfades ist kein Ordner",
+    "MSG_SYSTEM_NAME_TOO_LONG": "der Name ist zu lang",
+    "MSG_SYSTEM_IN_USE": "die Datei wird gerade benutzt",
+    "MSG_SYSTEM_IO": "das Laufwerk meldet einen Fehler",
+    "MSG_SYSTEM_EXISTS": "eine Datei dieses Namens gibt es schon",
+    "MSG_LOAD_PROGRESS_TITLE": "Öffnen",
+    "MSG_LOAD_PROGRESS": "%1 wird gelesen ...",
+    "MSG_SETTINGS_UNWRITABLE": "Die Einstellungsdatei „%1“ kann nicht geschrieben werden (%2). "
+                               "Jetzt geänderte Einstellungen gehen beim Beenden verloren.",
+    "MSG_LANGUAGE_BROKEN": "Die Sprachdatei „%1“ ist nicht zu gebrauchen (%2). Stattdessen wird "
+                           "„%3“ verwendet.",
+    "MSG_LANGUAGE_NO_STRINGS": "ihr fehlen die globalen Texte",
     "MSG_SAVE_SYSTEM_REASON": "Das System meldet: %1",
     "MSG_LANGUAGE_NOT_SAVED": "Die Sprachdatei „%1“ konnte nicht geschrieben werden (%2). Sie "
                               "blieb unverändert.",

@@ -1,9 +1,6 @@
 #include "document/BmpHeader.h"
 
-#include "document/Paths.h"
-
-#include <filesystem>
-#include <fstream>
+#include "document/InputFile.h"
 
 namespace quarle {
 
@@ -84,24 +81,21 @@ BmpHeader ReadBmpHeader(std::string_view bytes, std::uint64_t fileSize) {
 }
 
 BmpHeader ReadBmpFile(const std::string& path) {
-    const auto found = paths::Resolve(path);
-    if (!found) {
-        return {};
-    }
-    const std::filesystem::path disk = paths::ToFsPath(*found);
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(disk, ec)) {
-        return {};
-    }
-    std::ifstream in(disk, std::ios::binary);
-    if (!in) {
-        return {};
-    }
-    const auto size = std::filesystem::file_size(disk, ec);
+    InputFile file = InputFile::Open(path, FileKind::Bitmap);
     std::string head(HeadBytes, '\0');
-    in.read(head.data(), static_cast<std::streamsize>(head.size()));
-    head.resize(static_cast<std::size_t>(in.gcount()));
-    return ReadBmpHeader(head, ec ? head.size() : size);
+    std::size_t got = 0;
+    while (got < head.size()) {
+        const std::size_t more = file.Read(head.data() + got, head.size() - got);
+        if (more == 0) {
+            break;
+        }
+        got += more;
+    }
+    if (!file) {
+        return {};
+    }
+    head.resize(got);
+    return ReadBmpHeader(head, file.Size() != 0 ? file.Size() : head.size());
 }
 
 } // namespace quarle

@@ -2,6 +2,7 @@
 // flattened into one text without the "//" lines of column 1.
 #pragma once
 
+#include "document/InputFile.h"
 #include "document/LoadFindings.h"
 #include "document/ReaderHost.h"
 
@@ -16,9 +17,10 @@ namespace quarle {
 // line without an end counts. Bytes are kept as they are.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
-// The whole of a regular file; false when it is not one or cannot be read.
-// (Devices and folders are refused, so an include of /dev/zero cannot hang.)
-bool ReadWholeFile(const std::string& path, std::string& text);
+// The whole of a script or include, opened as InputFile opens it (regular
+// files only, within the size limit of scripts); false, with problem filled,
+// when it is refused or cannot be read.
+bool ReadWholeFile(const std::string& path, std::string& text, OpenProblem* problem = nullptr);
 
 enum class BufferResult {
     Done,       // everything was copied (skipped includes were reported)

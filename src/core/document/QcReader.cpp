@@ -34,6 +34,9 @@ namespace {
 
 enum class BlockKind { None, BodyGroup, TextureGroup, Sequence };
 
+// Lines read between two reports of the progress of a load.
+constexpr std::size_t ProgressLines = 512;
+
 // Position (from 1) of the last folder separator, with the quirk of FindLast:
 // the last character is not looked at. Both separators on a POSIX host.
 int LastSeparator(std::string_view text) {
@@ -83,6 +86,10 @@ public:
         anchor_ = &doc_.KeptBeforeBody;
         lines_ = lines;
         for (index_ = 0; index_ < lines_.size(); ++index_) {
+            if (index_ % ProgressLines == 0 && !host_.Progress(index_, lines_.size())) {
+                cancelled_ = true;
+                return false;
+            }
             IncludesAt(index_);
             const std::string_view line = Trim(lines_[index_]);
             const std::size_t keptBefore = keptCount_;
@@ -108,12 +115,19 @@ public:
         if (block_ == BlockKind::Sequence) {
             EndSequence();
         }
+        // The texture scans of the parts follow, which may read large meshes.
+        if (!host_.Progress(lines_.size(), lines_.size())) {
+            cancelled_ = true;
+            return false;
+        }
         ResolveTextures();
         return true;
     }
 
     // Whether a line was read as a directive.
     bool HeldDirective() const { return heldDirective_; }
+    // Whether the user cancelled the load (ReadLines returned false).
+    bool Cancelled() const { return cancelled_; }
 
     // The findings of the load, in the order of the script's lines.
     LoadFindings TakeFindings() {
@@ -1470,6 +1484,7 @@ private:
     const SourceMap& map_;
     const std::string qcFolder_;
     bool broken_ = false;
+    bool cancelled_ = false;
 
     // What tells the findings.
     std::span<const std::string_view> lines_; // of the working file
@@ -1580,7 +1595,7 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
     }
     // The lines written to the working file, as the map holds them.
     if (!reader.ReadLines(map.LineTexts)) {
-        return ReadOutcome::Refused;
+        return reader.Cancelled() ? ReadOutcome::Cancelled : ReadOutcome::Refused;
     }
     if (findings != nullptr) {
         *findings = reader.TakeFindings();

@@ -21,6 +21,7 @@ enum class ReadOutcome {
     Loaded,     // the script was read; LoadFinished has run
     Refused,    // the user refused a question; NewDocument has run
     Unreadable, // the script or the working file could not be used (reported); NewDocument has run
+    Cancelled,  // the host's Progress answered false; the document is half read
 };
 
 // Reads doc.QcFile into doc. The caller has reset the document, set QcFile

@@ -1,12 +1,12 @@
 #include "document/SmdScan.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/Text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -71,31 +71,10 @@ std::size_t CountLineEnds(const char* p, const char* end) {
     return count;
 }
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
-
-// Opens Path, through the case fallback of paths when it is not there as
-// given; null when it cannot be opened.
-File OpenSmd(const std::string& path) {
-    auto open = [](const std::string& name) {
-#ifdef _WIN32
-        return _wfopen(paths::ToFsPath(name).c_str(), L"rb");
-#else
-        return std::fopen(paths::ToFsPath(name).c_str(), "rb");
-#endif
-    };
-    File file(open(path));
-    if (!file) {
-        if (std::optional<std::string> found = paths::Resolve(path)) {
-            file.reset(open(*found));
-        }
-    }
-    if (file) {
-        std::setvbuf(file.get(), nullptr, _IONBF, 0); // our blocks are the buffer
-    }
-    return file;
+// Opens Path as an .smd file (InputFile.h: through the case fallback of
+// paths, regular files only).
+InputFile OpenSmd(const std::string& path) {
+    return InputFile::Open(path, FileKind::Smd);
 }
 
 // The read buffer: two blocks, so that a line cut by one read finds room in
@@ -116,7 +95,7 @@ struct ScanLine {
 // OnLine(ScanLine), until it returns false. Skipped is counted only when
 // CountSkipped is set, and is 0 otherwise.
 template <class OnLine>
-void ScanLines(const File& file, AnyOf& finder, bool countSkipped, OnLine&& onLine) {
+void ScanLines(InputFile&& file, AnyOf& finder, bool countSkipped, OnLine&& onLine) {
     char* const buffer = ReadBuffer();
     std::size_t kept = 0;    // an unfinished line at the buffer's front
     bool skipLf = false;     // the last block ended on a CR
@@ -153,8 +132,8 @@ void ScanLines(const File& file, AnyOf& finder, bool countSkipped, OnLine&& onLi
     };
 
     for (bool atEnd = false; !atEnd;) {
-        const std::size_t got = file ? std::fread(buffer + kept, 1, BlockSize, file.get()) : 0;
-        atEnd = got < BlockSize;
+        const std::size_t got = file.Read(buffer + kept, BlockSize);
+        atEnd = got == 0;
         const char* p = buffer;
         const char* const end = buffer + kept + got;
         if (skipLf && p < end && *p == '\n') {
@@ -335,7 +314,7 @@ private:
 
 std::string FindFileValue(const std::string& path, std::string_view word, int& line) {
     std::string result(NoToken);
-    const File file = OpenSmd(path);
+    InputFile file = OpenSmd(path);
     if (!file || word.find_first_of("\r\n") != std::string_view::npos) {
         return result; // no value holds a line end
     }
@@ -345,7 +324,7 @@ std::string FindFileValue(const std::string& path, std::string_view word, int& l
     AnyOf finder(word.empty() ? std::string() : std::string{word[0], '*', ','});
     std::int64_t counter = 0;
     bool comment = false;
-    ScanLines(file, finder, true, [&](const ScanLine& scan) {
+    ScanLines(std::move(file), finder, true, [&](const ScanLine& scan) {
         counter += static_cast<std::int64_t>(scan.Skipped);
         return ForEachValue(scan.Text, [&](std::string_view value) {
             ++counter;
@@ -420,15 +399,16 @@ bool CollectBmpLines(const std::string& path, std::span<std::string> names, int&
 
 SmdFacts ScanSmdFile(const std::string& path) {
     SmdFacts facts;
-    const File file = OpenSmd(path);
-    facts.Readable = file != nullptr;
+    InputFile file = OpenSmd(path);
+    facts.Readable = static_cast<bool>(file);
+    facts.Unread = file.Problem();
     // Time values and texture lines share an 'M' in either case, so two
     // searches find both. Until the file is known to be a reference mesh,
     // lines that can hold "triangles" or move the comment mark count too.
     AnyOf finder("mMg*");
     TextureSet textures;
     bool comment = false;
-    ScanLines(file, finder, false, [&](const ScanLine& scan) {
+    ScanLines(std::move(file), finder, false, [&](const ScanLine& scan) {
         const std::string_view line = scan.Text;
         // Behind the reference test, only a line with a 't' can hold a time value.
         if (!facts.Reference ||

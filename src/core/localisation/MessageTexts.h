@@ -92,6 +92,35 @@ enum Msg : int {
     // A typed text with a character that the files' code page cannot hold;
     // %1 is the text.
     MSG_TEXT_NOT_CP1252,
+    // A file that is not read (InputFile.h): %1 the file, %2 the size limit
+    // in MB or the system's reason.
+    MSG_OPEN_MISSING,
+    MSG_OPEN_FOLDER,
+    MSG_OPEN_SPECIAL,
+    MSG_OPEN_TOO_LARGE,
+    MSG_OPEN_DENIED,
+    MSG_OPEN_READ_ERROR,
+    // The system's reasons for a failed read or write, where they have a
+    // text of their own; others are given in the system's words.
+    MSG_SYSTEM_DENIED,
+    MSG_SYSTEM_DISK_FULL,
+    MSG_SYSTEM_READ_ONLY,
+    MSG_SYSTEM_NOT_FOUND,
+    MSG_SYSTEM_IS_FOLDER,
+    MSG_SYSTEM_NOT_FOLDER,
+    MSG_SYSTEM_NAME_TOO_LONG,
+    MSG_SYSTEM_IN_USE,
+    MSG_SYSTEM_IO,
+    MSG_SYSTEM_EXISTS,
+    // A long load: the progress window's title and text (%1 the script).
+    MSG_LOAD_PROGRESS_TITLE,
+    MSG_LOAD_PROGRESS,
+    // At start: the settings file cannot be written (%1 the file, %2 why);
+    // the user's language file cannot be used (%1 it, %2 why, %3 the file
+    // used instead).
+    MSG_SETTINGS_UNWRITABLE,
+    MSG_LANGUAGE_BROKEN,
+    MSG_LANGUAGE_NO_STRINGS,
     // The texture dialogs: mesh files that could not be read (%1, one per
     // line, behind the colon), more textures than the table holds (%1 the limit), a texture
     // folder without bitmaps (%1 the folder).
@@ -377,6 +406,32 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_TEXT_NOT_CP1252, "MSG_TEXT_NOT_CP1252",
      "\"%1\" holds a character that cannot be saved in a script. Please use letters of "
      "Western European languages only."},
+    {MSG_OPEN_MISSING, "MSG_OPEN_MISSING", "\"%1\" cannot be found."},
+    {MSG_OPEN_FOLDER, "MSG_OPEN_FOLDER", "\"%1\" is a folder, not a file, and is not read."},
+    {MSG_OPEN_SPECIAL, "MSG_OPEN_SPECIAL",
+     "\"%1\" is not a plain file (a pipe, a device or a socket) and is not read."},
+    {MSG_OPEN_TOO_LARGE, "MSG_OPEN_TOO_LARGE",
+     "\"%1\" is larger than %2 MB, more than a file of its kind holds, and is not read."},
+    {MSG_OPEN_DENIED, "MSG_OPEN_DENIED", "\"%1\" cannot be opened: %2."},
+    {MSG_OPEN_READ_ERROR, "MSG_OPEN_READ_ERROR", "\"%1\" could not be read to its end: %2."},
+    {MSG_SYSTEM_DENIED, "MSG_SYSTEM_DENIED", "access is denied"},
+    {MSG_SYSTEM_DISK_FULL, "MSG_SYSTEM_DISK_FULL", "the disk is full"},
+    {MSG_SYSTEM_READ_ONLY, "MSG_SYSTEM_READ_ONLY", "the drive can only be read"},
+    {MSG_SYSTEM_NOT_FOUND, "MSG_SYSTEM_NOT_FOUND", "there is no such file or folder"},
+    {MSG_SYSTEM_IS_FOLDER, "MSG_SYSTEM_IS_FOLDER", "it is a folder"},
+    {MSG_SYSTEM_NOT_FOLDER, "MSG_SYSTEM_NOT_FOLDER", "a part of the path is not a folder"},
+    {MSG_SYSTEM_NAME_TOO_LONG, "MSG_SYSTEM_NAME_TOO_LONG", "the name is too long"},
+    {MSG_SYSTEM_IN_USE, "MSG_SYSTEM_IN_USE", "the file is in use"},
+    {MSG_SYSTEM_IO, "MSG_SYSTEM_IO", "the drive reported an error"},
+    {MSG_SYSTEM_EXISTS, "MSG_SYSTEM_EXISTS", "a file of that name exists already"},
+    {MSG_LOAD_PROGRESS_TITLE, "MSG_LOAD_PROGRESS_TITLE", "Opening"},
+    {MSG_LOAD_PROGRESS, "MSG_LOAD_PROGRESS", "Reading %1 ..."},
+    {MSG_SETTINGS_UNWRITABLE, "MSG_SETTINGS_UNWRITABLE",
+     "The settings file \"%1\" cannot be written (%2). Settings changed now are lost when the "
+     "program ends."},
+    {MSG_LANGUAGE_BROKEN, "MSG_LANGUAGE_BROKEN",
+     "The language file \"%1\" cannot be used (%2). \"%3\" is used instead."},
+    {MSG_LANGUAGE_NO_STRINGS, "MSG_LANGUAGE_NO_STRINGS", "it holds no global strings"},
     {MSG_TEXTURE_PARTS_UNREADABLE, "MSG_TEXTURE_PARTS_UNREADABLE",
      "These mesh files could not be read, so their textures are missing from the list: %1"},
     {MSG_TEXTURES_FULL, "MSG_TEXTURES_FULL",

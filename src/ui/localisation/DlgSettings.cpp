@@ -15,7 +15,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -230,13 +229,9 @@ void DlgSettings::CmbLanguage_Click() {
     UpdateMarks(); // the tips in the new language
     main_.ShowLanguage();
 
-    QFile file(platform::LanguageReadPath(services_, FromUtf8(state_.Settings.LanguageFile)));
-    std::vector<std::string> lines;
-    if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = file.readAll();
-        lines =
-            SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    }
+    const std::vector<std::string> lines =
+        ReadLanguage(state_, services_, state_.Settings.LanguageFile)
+            .Lines.value_or(std::vector<std::string>{});
     const LanguageHeader header = ReadLanguageHeader(lines);
     if (header.Info) {
         LblInfo->setText(platform::FromCp1252(*header.Info));

@@ -449,9 +449,16 @@ public:
     // written (WorkingFolder).
     QString WorkFolder;
     QString WorkingFolder() const;
+    // Where the working file of a load stands while the load runs (it is
+    // removed after): WorkFolder, else the user's cache folder.
+    QString LoadWorkFolder() const;
+    // At start: the temporary files that killed saves left beside the
+    // recent scripts, and a killed load's working file, are removed.
+    void RemoveLeftovers();
 
     // The load behind the open command and the recent entries: empties
     // LstAnimations, resets the document, sets QcFile and reads the script.
+    // A load the user cancels puts the document back as it was.
     void OpenQcFile(const std::string& path);
     // Puts QcFile on the recent list, then rewrites the script from the
     // document with the user's decimal separator. A write that fails is

@@ -1,6 +1,7 @@
 #include "ui/preview/FrmPreview.h"
 
 #include "compile/CompileFiles.h"
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
@@ -21,8 +22,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <numbers>
 
 namespace quarle::ui {
@@ -40,18 +39,6 @@ std::optional<std::filesystem::file_time_type> FileTime(const std::string& path)
     std::error_code error;
     const auto time = std::filesystem::last_write_time(paths::ToFsPath(*found), error);
     return error ? std::nullopt : std::optional(time);
-}
-
-std::optional<std::string> ReadBytes(const std::string& path) {
-    const std::optional<std::string> found = paths::Resolve(path);
-    if (!found) {
-        return std::nullopt;
-    }
-    std::ifstream in(paths::ToFsPath(*found), std::ios::binary);
-    if (!in) {
-        return std::nullopt;
-    }
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 Vec3 Scaled(const Vec3& v, float scale) {
@@ -207,7 +194,8 @@ void FrmPreview::ReloadTextures() {
     for (std::size_t i = 0; i < textureSource_->Files.size(); ++i) {
         PreviewTexture texture;
         texture.Mode = textureSource_->Modes[i];
-        if (const std::optional<std::string> bytes = ReadBytes(textureSource_->Files[i])) {
+        if (const std::optional<std::string> bytes =
+                ReadFileText(textureSource_->Files[i], FileKind::Bitmap)) {
             texture.Image = preview::DecodeBmp8(*bytes, texture.Mode == 1);
         }
         const std::string name = paths::FileNameOf(textureSource_->Files[i]);

@@ -4,6 +4,13 @@
 
 #include <QLineEdit>
 #include <QScrollBar>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace quarle::ui {
 namespace {
@@ -120,6 +127,33 @@ TEST_F(AnimationsTest, AClickShowsTheAnimationAndItsLastFrame) {
     Click(form->LstAnimations, 1);
     EXPECT_EQ(Doc().SmdFrameCount, 20);
     EXPECT_EQ(Anim(0, 0).Name, "idle"); // showing wrote the same values back
+}
+
+// An animation "file" that is a folder or a pipe with no writer: the click
+// answers at once, names it and leaves the frame number as it was.
+TEST_F(AnimationsTest, AnAnimationThatIsNoPlainFileIsNamedAndNotWaitedFor) {
+    Add({"idle", "walk"});
+    const QString walk = InModels("walk.smd");
+    const std::vector<std::pair<const char*, std::function<void()>>> kinds = {
+        {"is a folder", [&] { ASSERT_TRUE(QDir().mkdir(walk)); }},
+#ifndef _WIN32
+        {"not a plain file", [&] { ASSERT_EQ(::mkfifo(QFile::encodeName(walk), 0600), 0); }},
+#endif
+    };
+    for (const auto& [told, make] : kinds) {
+        SCOPED_TRACE(told);
+        QFile::remove(walk);
+        QDir().rmdir(walk);
+        make();
+        Click(form->LstAnimations, 0);
+        Doc().SmdFrameCount = 3;
+        services.QueueMsgBox(Answer::Ok);
+        Click(form->LstAnimations, 1);
+        EXPECT_EQ(Doc().SmdFrameCount, 3);
+        const QString text = services.Prompts().last().Text;
+        EXPECT_TRUE(text.contains(walk) && text.contains(QLatin1String(told)))
+            << text.toStdString();
+    }
 }
 
 TEST_F(AnimationsTest, DeletingMovesTheRestUpWithEverythingTheyHold) {
