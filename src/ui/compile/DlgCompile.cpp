@@ -372,7 +372,8 @@ compile::RunEnd DlgCompile::WaitForMarker(const QString& marker) {
         if (done) {
             return;
         }
-        if (QFileInfo::exists(marker)) {
+        if (QFileInfo::exists(marker) &&
+            (compile::MarkerWritten(platform::ToCp1252Marked(marker)) || run_->Finished())) {
             end = compile::RunEnd::Finished;
         } else if (cancelRequested_) {
             end = compile::RunEnd::Cancelled;
