@@ -23,7 +23,7 @@ FUZZ_SECONDS  ?= 60
 # runs that look for new faults.
 FUZZ_SEED     ?= 1
 FUZZ_TARGETS  := qc_reader:qc smd_scan:smd smd_reader:smd bmp_header:bmp bmp8:bmp skeleton:skeleton language:lng \
-                 studio:mdl
+                 compiler_smd:smd compile_plan:qc studio:mdl
 
 # The Qt-free core cross-built for Windows (mingw-w64) and its tests run under wine.
 WIN_PACKAGES  := g++-mingw-w64-x86-64 wine64 googletest

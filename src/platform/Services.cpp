@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -12,6 +13,7 @@
 #include <QStandardPaths>
 #include <QTemporaryFile>
 #include <QTime>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -123,6 +125,23 @@ protected:
 QString Services::UserDataFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
+
+qint64 Services::Milliseconds() {
+    static const QElapsedTimer clock = [] {
+        QElapsedTimer started;
+        started.start();
+        return started;
+    }();
+    return clock.elapsed();
+}
+
+void Services::SetBusyCursor(bool) {}
+
+bool Services::ShowProgress(const QString&, const QString&, qint64, qint64) {
+    return true;
+}
+
+void Services::EndProgress() {}
 
 HostEnvironment Services::Environment() {
     return HostEnvironment::OfProcess();
@@ -284,6 +303,49 @@ double QtServices::Rnd() {
 
 double QtServices::Timer() {
     return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+} // namespace quarle::platform
+
+namespace quarle::platform {
+
+void QtServices::SetBusyCursor(bool busy) {
+    if (busy == busy_) {
+        return;
+    }
+    busy_ = busy;
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+bool QtServices::ShowProgress(const QString& title, const QString& text, qint64 done,
+                              qint64 total) {
+    // The bar counts in steps of an int; large totals are scaled down.
+    const qint64 scale = std::max<qint64>(1, total / 100000);
+    if (!progress_) {
+        progress_ = std::make_unique<QProgressDialog>(Parent());
+        progress_->setWindowModality(Qt::WindowModal);
+        progress_->setMinimumDuration(0); // the caller has waited already
+        progress_->setAutoReset(false);
+        progress_->setAutoClose(false);
+    }
+    progress_->setWindowTitle(title);
+    progress_->setLabelText(text);
+    progress_->setMaximum(static_cast<int>(std::max<qint64>(1, total / scale)));
+    progress_->setValue(
+        static_cast<int>(std::clamp<qint64>(done / scale, 0, progress_->maximum())));
+    if (!progress_->isVisible()) {
+        progress_->show();
+    }
+    QCoreApplication::processEvents();
+    return !progress_->wasCanceled();
+}
+
+void QtServices::EndProgress() {
+    progress_.reset();
 }
 
 } // namespace quarle::platform

@@ -6,10 +6,12 @@
 #include "platform/ToolSearch.h"
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <QRandomGenerator>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <memory>
 #include <optional>
 
 namespace quarle::platform {
@@ -59,6 +61,18 @@ public:
     virtual double Rnd() = 0;
     // Seconds since midnight.
     virtual double Timer() = 0;
+    // Milliseconds on a clock that never goes back: how long a task takes.
+    virtual qint64 Milliseconds();
+
+    // A long task: the busy cursor over the program's windows, or not.
+    virtual void SetBusyCursor(bool busy);
+    // A long task's progress window, modal, with a Cancel button: shown at
+    // the first call with its title and text, then moved on; done of total
+    // fills its bar. Pending events run, so the window answers. False once
+    // the user cancelled. The default shows nothing and never cancels.
+    virtual bool ShowProgress(const QString& title, const QString& text, qint64 done, qint64 total);
+    // Closes the progress window, if one is shown.
+    virtual void EndProgress();
 };
 
 // The folder of the program's data for an executable in executableFolder:
@@ -106,6 +120,10 @@ public:
     QString ProgramFolder() override;
     double Rnd() override;
     double Timer() override;
+    void SetBusyCursor(bool busy) override;
+    bool ShowProgress(const QString& title, const QString& text, qint64 done,
+                      qint64 total) override;
+    void EndProgress() override;
 
 private:
     QWidget* Parent() const;
@@ -114,6 +132,8 @@ private:
 
     QPointer<QWidget> dialogParent_;
     QRandomGenerator random_;
+    std::unique_ptr<QProgressDialog> progress_;
+    bool busy_ = false;
 };
 
 } // namespace quarle::platform

@@ -1,6 +1,10 @@
 #include "platform/SettingsStore.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
+#include <cerrno>
+#include <cstdio>
 
 namespace quarle::platform {
 namespace {
@@ -55,6 +59,38 @@ void SettingsStore::Set(const QString& key, const QString& value) {
 
 void SettingsStore::Sync() {
     settings_->sync();
+}
+
+QString SettingsStore::FileName() const {
+    return settings_->fileName();
+}
+
+std::error_code SettingsStore::WriteError() const {
+    if (settings_->isWritable()) {
+        return {};
+    }
+#ifdef Q_OS_WIN
+    return std::make_error_code(std::errc::permission_denied);
+#else
+    // Qt says no more than that: the system is asked why.
+    const QFileInfo info(settings_->fileName());
+    if (info.isDir()) {
+        return std::make_error_code(std::errc::is_a_directory);
+    }
+    errno = 0;
+    std::FILE* file =
+        std::fopen(QFile::encodeName(info.filePath()).constData(), info.exists() ? "r+" : "a");
+    const int error = errno;
+    if (file != nullptr) {
+        std::fclose(file);
+        if (!info.exists()) {
+            QFile::remove(info.filePath());
+        }
+        return std::make_error_code(std::errc::permission_denied);
+    }
+    return error != 0 ? std::error_code(error, std::generic_category())
+                      : std::make_error_code(std::errc::permission_denied);
+#endif
 }
 
 } // namespace quarle::platform

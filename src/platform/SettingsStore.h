@@ -9,6 +9,7 @@
 
 #include <QString>
 #include <memory>
+#include <system_error>
 
 class QSettings;
 
@@ -28,6 +29,11 @@ public:
     QString Get(const QString& key) const;
     void Set(const QString& key, const QString& value);
     void Sync();
+
+    // Where the store is kept (a file, or the registry's key on Windows).
+    QString FileName() const;
+    // Why the store cannot be written; no error when it can.
+    std::error_code WriteError() const;
 
 private:
     // The stored spelling of key, or "" when the key is missing.

@@ -1,6 +1,7 @@
 #include "document/Paths.h"
 
 #include "TestFiles.h"
+#include "document/InputFile.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -118,6 +119,20 @@ TEST_F(PathsOnDisk, Cp1252PathsMeetUtf8NamesOnDisk) {
     EXPECT_EQ(ListFiles(At("Umlaut"), ".smd"), std::vector<std::string>{"K\xF6rper.smd"});
     EXPECT_EQ(ToFsPath("K\xF6rper").string(), "K\xC3\xB6rper");
 }
+
+#ifndef _WIN32
+// A name made where Latin-1 ruled is no UTF-8: it is taken as its bytes, which
+// cp1252 reads as the letters they were, and found again from them.
+TEST_F(PathsOnDisk, NamesThatAreNoUtf8AreTakenAsTheirBytes) {
+    dir_.Write("Umlaut/\xC4rmel/Gr\xFC\xDF.smd", "version 1\n");
+    const std::string path = At("umlaut/\xC4rmel/gr\xFC\xDF.smd");
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_EQ(ListFiles(At("Umlaut/\xC4rmel"), ".smd"), std::vector<std::string>{"Gr\xFC\xDF.smd"});
+    EXPECT_EQ(Resolve(path), At("Umlaut/\xC4rmel/Gr\xFC\xDF.smd"));
+    EXPECT_EQ(FromFsPath(ToFsPath(*Resolve(path))), *Resolve(path));
+    EXPECT_EQ(ReadFileText(path, FileKind::Smd), "version 1\n");
+}
+#endif
 
 } // namespace
 } // namespace quarle::paths

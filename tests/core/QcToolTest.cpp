@@ -196,12 +196,12 @@ TEST_F(CheckCommand, ErrorsGiveStatusOneAndRowsInTheirOrder) {
     const ToolRun run = RunTool({"check", qc, "--language", lng_});
     EXPECT_EQ(run.Status, 1);
     // The only group holds a blank part: no reference; then the animation's
-    // two warnings; then the file of the animation, which has no frame.
+    // warning; then the saved script, where the compiler stops at the
+    // activity without its weight.
     EXPECT_EQ(run.Out, "error: text 37\n"
                        "warning: text 44 walk text 45\n"
-                       "warning: text 46 walk\n"
-                       "error: The animation file \"" +
-                           dir_ / "robot_ref.smd" + "\" has no frame in its skeleton.\n");
+                       "error: robot.qc, line 8: The activity ACT_WALK has no weight behind it; the "
+                       "compiler stops here.\n");
 
     const ToolRun compiler =
         RunTool({"check", qc, "--language", lng_, "--studiomdl", dir_ / "missing.exe"});

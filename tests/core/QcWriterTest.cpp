@@ -1,10 +1,13 @@
 #include "document/QcWriter.h"
 
 #include "ScriptTestSupport.h"
+#include "document/SafeWrite.h"
 
 #if defined(__unix__) || defined(__APPLE__)
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #endif
 
 #include <algorithm>
@@ -225,6 +228,38 @@ TEST(QcWriterFile, FailedWritesLeaveTheOldFileAndNoTemporary) {
     }
 #endif
     EXPECT_EQ(Entries(dir), (std::vector<std::string>{"dir.qc", "full.qc", "locked.qc"}));
+}
+
+TEST(QcWriterFile, ASaveKilledBeforeItsRenameLeavesTheOldScriptAndTheNextSaveCleansUp) {
+#if defined(__unix__) || defined(__APPLE__)
+    TempDir dir;
+    const std::string old = "// hand-written\r\n$cd \"c:\\old\"\r\n";
+    const std::string target = dir.Write("robot.qc", old);
+    const auto doc = Robot();
+    // A save in a process of its own that is killed when all its bytes are
+    // written, before they replace anything.
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        WriteFileSafely(target, [&](std::ostream& out) {
+            WriteQcScript(*doc, out, '.');
+            out.flush();
+            raise(SIGKILL);
+        });
+        _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(ReadFile(target), old);
+    EXPECT_EQ(Entries(dir).size(), 2u) << "the killed save's temporary file";
+
+    ASSERT_TRUE(WriteQcFile(*doc, target, '.').Ok);
+    EXPECT_EQ(ReadFile(target), Script(*doc));
+    EXPECT_EQ(Entries(dir), std::vector<std::string>{"robot.qc"});
+#else
+    GTEST_SKIP() << "no fork here";
+#endif
 }
 
 } // namespace

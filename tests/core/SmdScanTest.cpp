@@ -3,11 +3,13 @@
 #include "TestFiles.h"
 #include "document/Text.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
+#include <string>
 
 namespace quarle {
 namespace {
@@ -177,6 +179,29 @@ TEST_F(SmdScan, BmpLinesAreCollectedOnceUnderTheFirstSpelling) {
     count = 0;
     EXPECT_FALSE(CollectBmpLines(mesh, std::span<std::string>(), count));
     EXPECT_EQ(count, 0);
+}
+
+TEST_F(SmdScan, ManyDistinctNamesScanInLinearTime) {
+    // Every name twice, the second time in capitals: the names are told
+    // apart by look-up, not by comparing each with all before it, which took
+    // a minute for these.
+    constexpr int Names = 40000;
+    std::string text = "triangles\n";
+    for (int n = 0; n < Names; ++n) {
+        text += "tex" + std::to_string(n) + ".bmp\n0 0 0 0 0 0 1 0 0\n";
+        text += "TEX" + std::to_string(n) + ".BMP\n";
+    }
+    const std::string mesh = Write("many.smd", text);
+    const auto start = std::chrono::steady_clock::now();
+    const SmdFacts facts = ScanSmdFile(mesh);
+    std::vector<std::string> names(Names + 1);
+    int count = 0;
+    EXPECT_TRUE(CollectBmpLines(mesh, names, count));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    ASSERT_EQ(facts.Textures.size(), std::size_t{Names});
+    EXPECT_EQ(facts.Textures.back(), "tex39999.bmp");
+    EXPECT_EQ(count, Names);
+    EXPECT_EQ(names[Names], "tex39999.bmp");
 }
 
 TEST_F(SmdScan, ScansFollowTheCaseFallbackOfPaths) {

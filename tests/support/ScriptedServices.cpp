@@ -106,4 +106,18 @@ std::optional<QString> ScriptedServices::ShowFolder(const QString& title,
     return folderAnswers_.takeFirst();
 }
 
+bool ScriptedServices::ShowProgress(const QString& title, const QString& text, qint64, qint64) {
+    if (!ProgressShown) {
+        prompts_.append(Prompt{QStringLiteral("Progress"),
+                               text,
+                               title,
+                               platform::Buttons::Ok,
+                               platform::Icon::None,
+                               {},
+                               {}});
+    }
+    ProgressShown = true;
+    return ++ProgressCalls != CancelProgressAt;
+}
+
 } // namespace quarle::test

@@ -15,7 +15,7 @@ namespace quarle::test {
 class ScriptedServices : public platform::Services {
 public:
     struct Prompt {
-        QString Kind; // "MsgBox", "Open", "Save", "Folder"
+        QString Kind; // "MsgBox", "Open", "Save", "Folder", "Progress"
         QString Text; // the message; for a file dialog its title, as in Title
         QString Title;
         platform::Buttons Buttons = platform::Buttons::Ok; // message boxes only
@@ -59,6 +59,15 @@ public:
     platform::HostEnvironment Environment() override { return Env; }
     double Rnd() override { return NextRnd; }
     double Timer() override { return Now; }
+    // The clock stands still unless a test lets it run: each reading moves
+    // it on by ClockStep.
+    qint64 Milliseconds() override { return Clock += ClockStep; }
+    void SetBusyCursor(bool busy) override { BusyCursor = busy; }
+    // Each call is recorded (Kind "Progress", Text the text); the call
+    // numbered CancelProgressAt (from 1) answers as the Cancel button does.
+    bool ShowProgress(const QString& title, const QString& text, qint64 done,
+                      qint64 total) override;
+    void EndProgress() override { ProgressShown = false; }
 
     QList<Started> Starts; // every StartProgram, as asked (no wine added)
     bool StartResult = true;
@@ -71,6 +80,12 @@ public:
     platform::HostEnvironment Env;
     double NextRnd = 0.0;
     double Now = 0.0;
+    qint64 Clock = 0;
+    qint64 ClockStep = 0;
+    int CancelProgressAt = 0; // 0: never
+    int ProgressCalls = 0;
+    bool ProgressShown = false;
+    bool BusyCursor = false;
 
 private:
     QList<platform::Answer> msgBoxAnswers_;

@@ -5,7 +5,8 @@ A form's German texts are typed once, in the form: its designed captions and
 tool tips. quarle-form-texts (built beside the program) dumps them from every
 form of the catalogue (src/ui/FormCatalogue.cpp) into tools/lng/forms.tsv,
 which is committed, so this script runs without a build. The tables below keep
-the rest: the English text of each form's entries (FORMS), the few places where
+the rest: the English text of each form's entries (FORMS, by form; the forms
+and their order are the dump's), the few places where
 the German file deliberately says something else than the form
 (GERMAN_DIFFERENCES), the German texts of the messages (their keys and English
 texts are the program's own, read from MessageTexts.h), and the table of the
@@ -99,10 +100,11 @@ def skeleton_views():
     ]
 
 
-# The English of each form's entries, in the order of the sections and of
-# their entries in the files. The German is the form's own (forms.tsv).
-FORMS = [
-    ("FrmMain", "Quarle", [
+# The English of each form's entries, by form, in the order of their entries
+# in the files. Which forms there are, and the order of the sections, is the
+# dump's (forms.tsv, the catalogue's order); the German is the form's own.
+FORMS = {
+    "FrmMain": ("Quarle", [
         C("CmdModeleinst", "Model settings", "Scale, controllers, eye position, etc."),
         C("CmdCompile", "Build model", "Saves the script and builds the model with the compiler"),
         C("FrmPaths", "Paths"),
@@ -161,7 +163,7 @@ FORMS = [
         M("MnuHilfe", "&Help"),
         M("MnuHilfeUeber", "&About"),
     ]),
-    ("DlgSettings", "General settings", [
+    "DlgSettings": ("General settings", [
         C("FrmPaths", "Paths"),
         C("LblStudioMDL", "Compiler:"),
         T("TxtStudioMDL", "Path of the compiler (studiomdl)"),
@@ -188,7 +190,7 @@ FORMS = [
         C("ChkPreviewViewer", "Open models in Quarle's 3D preview",
           "Shows compiled models itself instead of starting a model viewer"),
     ]),
-    ("frmAbout", "About", [
+    "frmAbout": ("About", [
         C("lblTitle", "Quarle"),
         C("lblDisclaimer",
           "Quarle writes and edits .qc scripts for Half-Life models. Use at your own risk."),
@@ -198,7 +200,7 @@ FORMS = [
         C("LblVersion", "", "Version of the program"),
         C("CmdOK", "OK"),
     ]),
-    ("FrmPreview", "3D preview", [
+    "FrmPreview": ("3D preview", [
         T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
         C("CmdPlay", "Play", "Plays the selected animation or holds it"),
         C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
@@ -206,7 +208,7 @@ FORMS = [
         C("ChkCompiled", "Compiled skeleton",
           "Lays the skeleton of the compiled model over the one of the sources, in magenta"),
     ]),
-    ("FrmCompiledModel", "Compiled model", [
+    "FrmCompiledModel": ("Compiled model", [
         T("PicView", "Left button turns, right or middle button moves, the wheel zooms"),
         C("LblSequences", "Sequences:"),
         T("LstSequences", "The sequence the model plays"),
@@ -220,7 +222,7 @@ FORMS = [
         C("CmdFrameModel", "Frame model (F)", "Shows the whole model"),
         C("LblStatus", "", "What the preview shows and what it lacks"),
     ]),
-    ("DlgOrigin", "Origin offset", [
+    "DlgOrigin": ("Origin offset", [
         C("Label4", "X,Y"),
         T("PicXYVer", "Click to set the X and Y offset"),
         C("Label5", "X,Z"),
@@ -234,7 +236,7 @@ FORMS = [
         OK,
         CANCEL,
     ]),
-    ("DlgController", "Controllers", skeleton_views() + [
+    "DlgController": ("Controllers", skeleton_views() + [
         T("TxtBone", "Lists the bones of the model"),
         C("Label1", "Controller no.:"),
         T("CmbController", "Choose a controller number"),
@@ -249,7 +251,7 @@ FORMS = [
         T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("Wizard2", "Wizard - Paths", [
+    "Wizard2": ("Wizard - Paths", [
         C("LblHelpText1",
           "Now enter the folder that holds the textures of the model, and the folder that "
           "holds its .smd files (the animation and reference files)."),
@@ -266,7 +268,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard3", "Wizard - Reference model", [
+    "Wizard3": ("Wizard - Reference model", [
         C("LblHelpText1",
           "Choose the reference model: the .smd file that holds the body of the model, not "
           "just its bones."),
@@ -277,7 +279,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard4", "Wizard - Other settings", [
+    "Wizard4": ("Wizard - Other settings", [
         C("FrmScale", "Scale"),
         C("LblHelpText1",
           'Enter the scale at which the model is to be built. It can usually stay at "1".'),
@@ -291,13 +293,13 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("Wizard5", "Wizard", [
+    "Wizard5": ("Wizard", [
         C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
         C("CmdFertig", "Finish"),
     ]),
-    ("AnimWiz1", "Animation wizard", [
+    "AnimWiz1": ("Animation wizard", [
         C("LblHelpText",
           "Enter a name for the animation. The finished .mdl file calls the animation by this "
           'name: for a jump, for example, "jump".'),
@@ -305,7 +307,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz2", "Animation wizard", [
+    "AnimWiz2": ("Animation wizard", [
         C("LblHelpText",
           "Choose the model file that holds the animation. It must lie in the folder that you "
           'gave as the model path, for example "jump.smd".'),
@@ -316,7 +318,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz3", "Animation wizard", [
+    "AnimWiz3": ("Animation wizard", [
         C("FrmAnimationID", "Activity"),
         C("LblHelpText1",
           "If the animation shows a standard action, such as walking or shooting, you can "
@@ -326,7 +328,7 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz4", "Animation wizard", [
+    "AnimWiz4": ("Animation wizard", [
         C("FrmFPS", "Frames per second"),
         C("LblHelpText1",
           "How fast should the animation run, in frames per second (fps)? The default is 30."),
@@ -344,13 +346,13 @@ FORMS = [
         CANCEL_WIZARD,
         NEXT,
     ]),
-    ("AnimWiz5", "Animation wizard", [
+    "AnimWiz5": ("Animation wizard", [
         C("LblAllRight", "Is everything right?"),
         BACK,
         CANCEL_WIZARD,
         C("CmdWeiter", "Finish"),
     ]),
-    ("DlgCompile", "Compiling", [
+    "DlgCompile": ("Compiling", [
         OK,
         # Ends the wait for a compiler that doesn't finish.
         C("CmdCancel", "Cancel"),
@@ -360,7 +362,7 @@ FORMS = [
           "checks refuse"),
         C("ChkViewAfterCompile", "Open the model in the viewer after compiling"),
     ]),
-    ("DlgBindung", "Attachments", skeleton_views() + [
+    "DlgBindung": ("Attachments", skeleton_views() + [
         C("Label1", "Attachment no.:"),
         T("CmbBindung", "Choose an attachment number"),
         C("ChkBndgAktiv", "Attachment on", "Is the attachment active?"),
@@ -374,7 +376,7 @@ FORMS = [
         T("TxtBindungZ", "Z coordinate of the attachment, relative to the bone"),
         OK,
     ]),
-    ("DlgModeleinstellungen", "Model settings", [
+    "DlgModeleinstellungen": ("Model settings", [
         C("Label2", "Scale:", "($scale) - Builds the model at another scale"),
         T("TxtMassstab", "Enlarges or shrinks the original model (1 = original size)"),
         C("ChkAugen", "Eyes:", "($eyeposition) - Position of the eyes of the model"),
@@ -399,12 +401,12 @@ FORMS = [
         C("CmdTexturemode", "Texture modes"),
         OK,
     ]),
-    ("DlgName", "Enter the name of the group", [
+    "DlgName": ("Enter the name of the group", [
         C("Label1", "Group name:"),
         C("CmdOK", "Add"),
         C("CmdAbbrechen", "Cancel"),
     ]),
-    ("FrmEvents", "Events", [
+    "FrmEvents": ("Events", [
         C("CmdDel", "", "Deletes the selected events"),
         C("LblFrame", "Frame:"),
         C("LblParameter", "Parameter:"),
@@ -416,7 +418,7 @@ FORMS = [
           "a target name, as the event needs)."),
         C("CmdOK", "OK"),
     ]),
-    ("DlgAnimExt", "Advanced animation properties", [
+    "DlgAnimExt": ("Advanced animation properties", [
         C("Label6", "Fps:"),
         T("Text6", "($sequence ... fps) - Speed at which the animation is played"),
         C("Label7", "Rotation:"),
@@ -442,14 +444,14 @@ FORMS = [
         T("TxtLimitMax", LIMIT_TIP),
         OK,
     ]),
-    ("DlgRenameGroup", "Rename group", [
+    "DlgRenameGroup": ("Rename group", [
         C("Label1", "New name of the group:"),
         OK,
         CANCEL,
     ]),
     # The two texture dialogs keep their designed captions at load; their
     # sections are here for the language editor, which rewrites them.
-    ("DlgTextureGroup", "Texture variations", [
+    "DlgTextureGroup": ("Texture variations", [
         C("LblTexturegroup", "Variation:"),
         C("FrmVariation", "Variation"),
         C("LblTextur", "Texture to change:"),
@@ -457,7 +459,7 @@ FORMS = [
         C("LblPreview", "Preview:"),
         OK,
     ]),
-    ("DlgTexturemode", "Texture modes", [
+    "DlgTexturemode": ("Texture modes", [
         C("LblTextures", "Textures:"),
         C("FrmRenderMode", "Render mode:"),
         C("OptModes(0)", "Normal"),
@@ -466,19 +468,16 @@ FORMS = [
         C("LblWarning", "Warning: not every compiler supports this function!"),
         OK,
     ]),
-]
+}
 
-# Where the German file says something else than the form as it is built: a
-# text that only the language file gives, or one that the form's load
-# replaces. (form, control key or "Titel", "caption" or "tip"): the German.
+# Where the German file says something else than the form as it is built
+# (designed, before its load): a text that only the language file gives. (form, control key or "Titel", "caption" or "tip"): the German.
 GERMAN_DIFFERENCES = {
     # The recent-file entries show the files; their designed caption is empty.
     **{("FrmMain", f"MnuDateiLast{i}", "caption"): "..." for i in range(1, 5)},
     # The designed title is the designer's placeholder.
     ("DlgSettings", "Titel", "caption"): "Allgemeine Einstellungen",
     ("DlgRenameGroup", "Titel", "caption"): "Gruppe umbenennen",
-    # Set by the load before anything shows it.
-    ("DlgCompile", "Titel", "caption"): "Compiliere",
     # Tool tips that only the language file gives.
     ("DlgSettings", "TxtStudioMDL", "tip"): "Pfad des Compilers (studiomdl)",
     ("DlgSettings", "TxtModelviewer", "tip"): "Pfad des Modelviewers",
@@ -489,14 +488,6 @@ GERMAN_DIFFERENCES = {
     ("DlgSettings", "CmbLanguage", "tip"): "Sprache des Programms; die Wahl gilt sofort",
     ("DlgSettings", "CmdLocaliseStrings", "tip"): "Globale Texte übersetzen",
     ("frmAbout", "LblVersion", "tip"): "Version des Programms",
-    # The marks' tips: the form adds a second line with what it found.
-    ("DlgSettings", "ImageStudioMDL", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageModelviewer", "tip"): "Gefunden und startbar?",
-    ("DlgSettings", "ImageEditor", "tip"): "Gefunden und startbar?",
-    # Filled at load with the version string and the program's version.
-    ("frmAbout", "LblVersion", "caption"): "",
-    # Filled at load with what the preview shows.
-    ("FrmPreview", "LblStatus", "caption"): "",
     # A value keeps no outer blanks; the form puts a blank before the path.
     ("Wizard2", "LblHelpText3", "caption"): '"c:\\modells\\meinmodell\\texturen"',
     ("Wizard2", "LblHelpText5", "caption"): '"c:\\modells\\meinmodell"',
@@ -611,6 +602,31 @@ GERMAN_MESSAGES = {
     "MSG_SAVE_FOLDER_UNWRITABLE": "In den Ordner der qc-Datei kann nicht geschrieben werden: %1",
     "MSG_SAVE_INCOMPLETE": "Die qc-Datei konnte nicht ganz geschrieben werden (ist der Datenträger voll?): %1",
     "MSG_SAVE_NOT_REPLACED": "Die qc-Datei konnte die alte Datei nicht ersetzen: %1",
+    "MSG_OPEN_MISSING": "„%1“ ist nicht zu finden.",
+    "MSG_OPEN_FOLDER": "„%1“ ist ein Ordner, keine Datei, und wird nicht gelesen.",
+    "MSG_OPEN_SPECIAL": "„%1“ ist keine gewöhnliche Datei (eine Pipe, ein Gerät oder ein "
+                        "Socket) und wird nicht gelesen.",
+    "MSG_OPEN_TOO_LARGE": "„%1“ ist größer als %2 MB, mehr als eine Datei dieser Art enthält, "
+                          "und wird nicht gelesen.",
+    "MSG_OPEN_DENIED": "„%1“ lässt sich nicht öffnen: %2.",
+    "MSG_OPEN_READ_ERROR": "„%1“ konnte nicht bis zum Ende gelesen werden: %2.",
+    "MSG_SYSTEM_DENIED": "der Zugriff wird verweigert",
+    "MSG_SYSTEM_DISK_FULL": "der Datenträger ist voll",
+    "MSG_SYSTEM_READ_ONLY": "das Laufwerk kann nur gelesen werden",
+    "MSG_SYSTEM_NOT_FOUND": "die Datei oder der Ordner existiert nicht",
+    "MSG_SYSTEM_IS_FOLDER": "es ist ein Ordner",
+    "MSG_SYSTEM_NOT_FOLDER": "ein Teil des Pfades ist kein Ordner",
+    "MSG_SYSTEM_NAME_TOO_LONG": "der Name ist zu lang",
+    "MSG_SYSTEM_IN_USE": "die Datei wird gerade benutzt",
+    "MSG_SYSTEM_IO": "das Laufwerk meldet einen Fehler",
+    "MSG_SYSTEM_EXISTS": "eine Datei dieses Namens gibt es schon",
+    "MSG_LOAD_PROGRESS_TITLE": "Öffnen",
+    "MSG_LOAD_PROGRESS": "%1 wird gelesen ...",
+    "MSG_SETTINGS_UNWRITABLE": "Die Einstellungsdatei „%1“ kann nicht geschrieben werden (%2). "
+                               "Jetzt geänderte Einstellungen gehen beim Beenden verloren.",
+    "MSG_LANGUAGE_BROKEN": "Die Sprachdatei „%1“ ist nicht zu gebrauchen (%2). Stattdessen wird "
+                           "„%3“ verwendet.",
+    "MSG_LANGUAGE_NO_STRINGS": "ihr fehlen die globalen Texte",
     "MSG_SAVE_SYSTEM_REASON": "Das System meldet: %1",
     "MSG_LANGUAGE_NOT_SAVED": "Die Sprachdatei „%1“ konnte nicht geschrieben werden (%2). Sie "
                               "blieb unverändert.",
@@ -636,34 +652,80 @@ GERMAN_MESSAGES = {
     "MSG_TOOL_MISSING": "Nicht gefunden: %1",
     "MSG_TOOL_NOT_EXECUTABLE": "Gefunden, darf aber nicht ausgeführt werden: %1",
     "MSG_TOOL_NO_WINE": "Ein Windows-Programm, und wine steht nicht im Suchpfad: %1",
+    "MSG_CHECK_EMPTY_BODYGROUP": "Fehler: Die Bodygruppe „%1“ hat keine Teile; der Compiler schreibt sie, und das Spiel teilt beim Zeichnen durch die Zahl ihrer Teile.",
+    "MSG_CHECK_ANIMATION_NO_NAME": "Warnung: Die Animation aus der Datei %1.smd hat keinen Namen; der Compiler nimmt sie, aber das Spiel findet sie nicht über ihren Namen.",
+    "MSG_CHECK_AT": "%1, Zeile %2: %3",
+    "MSG_CHECK_SCRIPT_UNREADABLE": "Das Skript „%1“ kann nicht gelesen werden.",
+    "MSG_CHECK_LINE_INCOMPLETE": "%1 braucht mehr in dieser Zeile; der Compiler bricht hier ab.",
+    "MSG_CHECK_INCLUDE_MISSING": "Die eingebundene Datei „%1“ wurde nicht gefunden; der Compiler bricht hier ab.",
+    "MSG_CHECK_INCLUDE_TOO_DEEP": "„%1“ ist tiefer eingebunden, als der Compiler folgt; er bricht hier ab.",
+    "MSG_CHECK_TOKEN_TOO_LONG": "Ein Wort mit mehr als %1 Zeichen; der Compiler bricht hier ab.",
+    "MSG_CHECK_BAD_COMMAND": "Der Compiler kennt die Anweisung %1 nicht (er unterscheidet Anweisungen Buchstabe für Buchstabe) und bricht hier ab.",
+    "MSG_CHECK_TWO_CD": "Ein zweites $cd; der Compiler nimmt nur eines und bricht hier ab.",
+    "MSG_CHECK_TABLE_FULL": "Mehr, als der Compiler fassen kann: %1 (höchstens %2); er bricht hier ab.",
+    "MSG_CHECK_TABLE_OVERRUN": "Mehr, als die Tabelle des Compilers fasst: %1 (höchstens %2); den Rest schreibt er hinter ihr Ende, und das Modell kann kaputt herauskommen.",
+    "MSG_CHECK_NAME_TOO_LONG": "„%1“ ist länger als die %2 Zeichen, für die das Modell Platz hat: Der Compiler schreibt den Namen ohne sein Ende, und das Spiel liest in das Folgende weiter.",
+    "MSG_CHECK_FILE_NAME_TOO_LONG": "„%1“ ist länger als die %2 Zeichen, die der Compiler von einem Dateinamen behält: Er sucht „%3“.",
+    "MSG_CHECK_CONTROLLER_TYPE_UNKNOWN": "Der Compiler kennt den Controller-Typ %1 nicht und lässt den Controller weg.",
+    "MSG_CHECK_CONTROLLER_TYPE_MOTION": "Ein Controller vom Typ %1: Der Compiler schreibt nur X, Y, Z, XR, YR und ZR und bricht ab, wenn er ihn schreiben soll.",
+    "MSG_CHECK_BLOCK_SWALLOWS": "%2 steht im Block von %1: Der Compiler liest es als Wort des Blocks, nicht als Anweisung.",
+    "MSG_CHECK_BLOCK_UNENDED": "Der Block von %1 wird nicht geschlossen, bevor das Skript endet: Der Compiler liest über das Ende hinaus und stürzt ab.",
+    "MSG_CHECK_TEXTUREGROUP_FIRST": "$texturegroup vor jedem Teil: Der Compiler nimmt es nur hinter den Teilen und bricht hier ab.",
+    "MSG_CHECK_RENDERMODE_OTHER": "Der Render-Modus %1: Der Compiler des Half-Life SDK nimmt nur additive und masked und bricht hier ab; spätere Compiler kennen mehr Modi.",
+    "MSG_CHECK_MISSING_OPEN_BRACE": "Die Sequenz „%1“ schließt eine Klammer, die sie nicht geöffnet hat; der Compiler bricht hier ab.",
+    "MSG_CHECK_NO_ANIMATION_FILE": "Die Sequenz „%1“ nennt keine Datei, die der Compiler als Animation liest; er bricht hier ab.",
+    "MSG_CHECK_FILE_READ_AS_OPTION": "„%1“ wird als Option %2 gelesen, nicht als Datei: Der Compiler erkennt seine Optionen an den ersten Buchstaben.",
+    "MSG_CHECK_UNKNOWN_ACTIVITY": "%1 ist keine Aktivität, die der Compiler kennt; er liest es als Animationsdatei „%2“, die es nicht gibt.",
+    "MSG_CHECK_ACTIVITY_NO_WEIGHT": "Hinter der Aktivität %1 steht kein Gewicht; der Compiler bricht hier ab.",
+    "MSG_CHECK_ACTIVITY_WEIGHT_WORD": "Die Aktivität %1 nimmt „%2“ als Gewicht: Der Compiler liest es als Zahl, nicht als das, was es ist.",
+    "MSG_CHECK_OUTPUT_FOLDER": "Den Ordner des Modells „%1“ gibt es nicht; der Compiler kann das Modell nicht schreiben.",
+    "MSG_CHECK_EVENT_OUTSIDE": "Das Event %1 der Sequenz „%2“ liegt auf Frame %3, außerhalb ihrer Frames %4 bis %5; der Compiler verlegt es auf Frame %6.",
     "MSG_CHECK_SMD_MISSING": "Die Modell- oder Animationsdatei „%1“ wurde nicht gefunden.",
-    "MSG_CHECK_FILE_OTHER_CASE": "„%1“ gibt es nur als „%2“, mit anderer Groß- und Kleinschreibung; der Compiler findet die Datei nur unter Windows.",
+    "MSG_CHECK_FILE_OTHER_CASE": "%1 Dateien gibt es nur mit anderer Groß- und Kleinschreibung, als das Skript sie schreibt; der Compiler findet sie nur, wo Dateinamen diese nicht unterscheiden (Windows, wine): %2.",
     "MSG_CHECK_SMD_UNREADABLE": "„%1“ kann nicht gelesen werden.",
-    "MSG_CHECK_SMD_VERSION": "„%1“ beginnt nicht mit der Zeile „version 1“.",
-    "MSG_CHECK_SMD_BONE_TWICE": "„%1“ nennt den Knochen „%2“ zweimal.",
-    "MSG_CHECK_SMD_NO_FRAME": "Die Animationsdatei „%1“ hat kein Bild (time) in ihrem Skelett.",
-    "MSG_CHECK_SMD_BAD_LINE": "„%1“, Zeile %2, kann nicht gelesen werden und fehlt im Modell.",
-    "MSG_CHECK_TEXTURE_NOT_BMP": "„%1“ verwendet die Textur „%2“, die keine .bmp-Datei ist.",
-    "MSG_CHECK_TEXTURE_MISSING": "Die Textur „%2“ von „%1“ wurde in „%3“ nicht gefunden.",
-    "MSG_CHECK_BMP_NOT_BITMAP": "Die Textur „%1“ ist keine lesbare Bitmap.",
-    "MSG_CHECK_BMP_HEADER": "Die Textur „%1“ hat einen Info-Kopf von %2 Byte; der Compiler nimmt nur den einfachen mit 40 Byte (als Windows-Bitmap ohne Farbrauminformationen speichern).",
+    "MSG_CHECK_SMD_VERSION": "„%1“, Zeile %2: Version %3; der Compiler liest nur Version 1 und bricht dort ab.",
+    "MSG_CHECK_SMD_NODES_CUT": "„%1“ endet mitten in den Knochen (nodes); der Compiler bricht dort ab.",
+    "MSG_CHECK_SMD_INDEX_RANGE": "„%1“, Zeile %2: Der Knochenindex %3 liegt außerhalb von 0 bis 511, jenseits der Tabellen des Compilers.",
+    "MSG_CHECK_SMD_BAD_LINE": "„%1“, Zeile %2: Ein Eckpunkt, der nicht aus neun Zahlen besteht; der Compiler bricht dort ab.",
+    "MSG_CHECK_SMD_CORNER_BONE": "„%1“, Zeile %2: Ein Eckpunkt am Knochenindex %3, während die Knochenliste %4 Knochen nennt; der Compiler bricht dort ab.",
+    "MSG_CHECK_SMD_SWALLOWED": "„%1“, Zeile %2: Das Skelett ist nicht zu Ende, wo die Dreiecke beginnen; der Compiler liest sie als Stellungen, und das Teil hat keine Dreiecke.",
+    "MSG_CHECK_SMD_BAD_POSE": "„%1“, Zeile %2: weder eine Stellung aus sieben Zahlen noch time oder end; der Compiler bricht dort ab.",
+    "MSG_CHECK_SMD_CUT_SHORT": "„%1“ endet mitten in einem Skelett; der Compiler bricht dort ab.",
+    "MSG_CHECK_SMD_POSE_BONE": "„%1“, Zeile %2: Eine Stellung des Knochenindex %3, den die Knochenliste davor nicht nennt; der Compiler stürzt ab.",
+    "MSG_CHECK_SMD_FRAME_RANGE": "„%1“, Zeile %2: Frame %3 liegt außerhalb von 0 bis 2047: Der Compiler schreibt ihn hinter seine Tabellen, was ihn abstürzen lassen oder die Animation verderben kann.",
+    "MSG_CHECK_SMD_NO_FRAME": "„%1“: Der Compiler findet darin keinen Frame von %2 bis %3 und stürzt ab.",
+    "MSG_CHECK_SMD_NODES_AGAIN": "„%1“, Zeile %2: Eine Leerzeile hinter dem Ende der Knochenliste lässt den Compiler noch einmal Knochen lesen, und er behält nur den ersten.",
+    "MSG_CHECK_SMD_SKIPPED": "„%1“, Zeile %2: Der Compiler kennt „%3“ nicht und überspringt jede Zeile bis zur nächsten, die mit end beginnt, darunter einen Block.",
+    "MSG_CHECK_SMD_REPEATED": "(Die Leerzeile %1 ließ den Compiler den Block davor noch einmal lesen.)",
+    "MSG_CHECK_PARENT_CLASH": "„%1“: Der Knochen „%2“ hat den Elternknochen „%3“, vorher hatte er „%4“; einen Knochen, dessen Elternknochen wechselt, lehnt der Compiler ab.",
+    "MSG_CHECK_ANIM_PARENT_CLASH": "„%1“: Der Knochen „%2“ hat den Elternknochen „%3“, im Modell „%4“; der Compiler lehnt die Sequenz ab.",
+    "MSG_CHECK_TOO_MANY_BONES": "Das Modell verwendet %1 Knochen (die, an denen ein Eckpunkt hängt, und ihre Eltern); der Compiler nimmt weniger als %2.",
+    "MSG_CHECK_LINK_BONE": "%1 nennt den Knochen „%2“, den das Modell nicht behält: Kein Eckpunkt hängt an ihm oder an einem Knochen darunter.",
+    "MSG_CHECK_TOO_MANY_VERTICES": "„%1“ hat nach dem Zusammenfassen durch den Compiler %2 Eckpunkte; ein Teil darf höchstens %3 haben.",
+    "MSG_CHECK_TOO_MANY_NORMALS": "„%1“ hat nach dem Zusammenfassen durch den Compiler %2 Normalen; ein Teil darf höchstens %3 haben.",
+    "MSG_CHECK_TOO_MANY_TRIANGLES": "„%1“ hat %2 Dreiecke; ein Teil darf höchstens %3 haben.",
+    "MSG_CHECK_PART_TEXTURES": "„%1“ verwendet %2 Texturen; ein Teil darf höchstens %3 verwenden.",
+    "MSG_CHECK_NEAR_LIMIT": "„%1“ kommt nach dem Zusammenfassen durch den Compiler auf %2 %4, auf %5 genau, und ein Teil darf höchstens %3 haben: Der Compiler lehnt es vielleicht ab.",
+    "MSG_CHECK_WORD_VERTICES": "Eckpunkte",
+    "MSG_CHECK_WORD_NORMALS": "Normalen",
+    "MSG_CHECK_TEXTURE_NOT_BMP": "%1 verwendet die Textur „%2“, die keine .bmp-Datei ist; der Compiler nimmt nur solche.",
+    "MSG_CHECK_TEXTURE_MISSING": "Die Textur „%2“ von %1 liegt in keinem der Texturordner des Compilers: %3.",
+    "MSG_CHECK_TOO_MANY_TEXTURES": "Das Modell hat %1 Texturen; die Tabelle des Compilers fasst %2, den Rest schreibt er hinter ihr Ende.",
+    "MSG_CHECK_MODEL_BUFFER": "Allein die Texturen ergeben %1 Bytes, mehr als die %2, in die der Compiler eine Modelldatei schreibt: Er schreibt über das Ende seines Puffers hinaus und kann abstürzen oder das Modell verderben.",
+    "MSG_CHECK_BMP_NOT_BITMAP": "Die Textur „%1“ ist zu kurz für die Köpfe einer Bitmap.",
+    "MSG_CHECK_BMP_RESERVED": "Die Textur „%1“ hat etwas in den reservierten Feldern ihres Dateikopfs; der Compiler lehnt sie ab.",
+    "MSG_CHECK_BMP_HEADER": "Die Textur „%1“ hat einen Info-Kopf von %2 Byte mit %3 Ebenen; der Compiler nimmt nur den einfachen mit 40 Byte und einer Ebene (als Windows-Bitmap ohne Farbrauminformationen speichern).",
     "MSG_CHECK_BMP_DEPTH": "Die Textur „%1“ hat %2 Bit pro Pixel; der Compiler nimmt nur 8 Bit mit Palette (256 Farben).",
     "MSG_CHECK_BMP_COMPRESSED": "Die Textur „%1“ ist komprimiert (RLE); der Compiler nimmt nur unkomprimierte Bitmaps.",
+    "MSG_CHECK_BMP_PALETTE": "Die Textur „%1“ nennt %2 Palettenfarben; der Compiler hat Platz für 256.",
     "MSG_CHECK_BMP_CUT_SHORT": "Die Textur „%1“ ist unvollständig: Palette oder Pixel fehlen in der Datei.",
-    "MSG_CHECK_BMP_NOT_POWER_OF_TWO": "Die Textur „%1“ hat %2 × %3 Pixel; eine Seite, die keine Zweierpotenz ist (64, 128, 256, ...), wird vom Spiel skaliert und kann unscharf wirken.",
-    "MSG_CHECK_TEXTURE_TOO_LARGE": "Die Textur „%1“ ergibt so, wie die Modelle sie verwenden, eine Haut von %2 × %3 Pixeln; mit Palette ist das mehr als die 640 × 480 Byte des Compilers.",
-    "MSG_CHECK_TOO_MANY_BONES": "Die Modellteile haben %1 Knochen; der Compiler nimmt höchstens %2.",
-    "MSG_CHECK_TOO_MANY_TEXTURES": "Die Modellteile verwenden %1 Texturen; der Compiler nimmt höchstens %2.",
-    "MSG_CHECK_TOO_MANY_VERTICES": "„%1“ hat %2 Eckpunkte; ein Teil darf höchstens %3 haben.",
-    "MSG_CHECK_TOO_MANY_NORMALS": "„%1“ hat %2 Normalen; ein Teil darf höchstens %3 haben.",
-    "MSG_CHECK_TOO_MANY_TRIANGLES": "„%1“ hat %2 Dreiecke; ein Teil darf höchstens %3 haben.",
-    "MSG_CHECK_NEAR_LIMIT": "„%1“ ist nahe an einer Grenze des Compilers: %2 von höchstens %3 %4.",
-    "MSG_CHECK_WORD_VERTICES": "Eckpunkten",
-    "MSG_CHECK_WORD_NORMALS": "Normalen",
-    "MSG_CHECK_WORD_TRIANGLES": "Dreiecken",
-    "MSG_CHECK_ATTACHMENT_BONE": "Anhängepunkt %1 sitzt am Knochen „%2“, den kein Modellteil hat.",
-    "MSG_CHECK_CONTROLLER_BONE": "Controller %1 bewegt den Knochen „%2“, den kein Modellteil hat.",
-    "MSG_CHECK_SEQUENCE_LARGE": "Die Animation „%1“ („%2“) kann mehr als 64 KB Animationsdaten haben (%3 Bilder mit %4 Knochen); eine größere Sequenz lehnt der Compiler ab.",
+    "MSG_CHECK_BMP_SIZE_FIELD": "Die Textur „%1“ gibt ihre Dateigröße mit %2 Byte an; der Compiler liest die Pixel bis dorthin, und die Datei hat %3.",
+    "MSG_CHECK_BMP_TOP_DOWN": "Die Textur „%1“ speichert ihre Zeilen von oben (eine negative Höhe); der Compiler stürzt daran ab.",
+    "MSG_CHECK_BMP_EMPTY": "Die Textur „%1“ hat %2 × %3 Pixel; bei einer leeren Seite wird der Compiler nie fertig.",
+    "MSG_CHECK_BMP_NOT_POWER_OF_TWO": "%1 Texturen haben eine Seite, die keine Zweierpotenz ist (64, 128, 256, ...); das Spiel skaliert sie, und sie können unscharf wirken: %2.",
+    "MSG_CHECK_TEXTURE_TOO_LARGE": "Die Textur „%1“ ergibt so, wie die Modelle sie verwenden, eine Haut von %2 × %3 Pixeln; mit Palette ist das mehr als die 640 × 480 Byte des Compilers aus dem Half-Life SDK (spätere Compiler nehmen mehr).",
+    "MSG_CHECK_SEQUENCE_LARGE": "Die Sequenz „%1“ kommt auf %2 Byte Animationsdaten; mehr als 65535 lehnt der Compiler ab.",
+    "MSG_CHECK_SEQUENCE_MAY_BE_LARGE": "Die Sequenz „%1“ kommt auf %2 Byte Animationsdaten, auf %3 genau, nahe an den 65535, die der Compiler nimmt: Er lehnt sie vielleicht ab.",
     "MSG_UNSAVED_CHANGES": "Die Änderungen an %1 sind noch nicht gespeichert. Jetzt speichern?",
     "MSG_UNTITLED": "Unbenannt",
     "MSG_TEXTURE_FOLDER_EMPTY": "Der Texturenordner „%1“ enthält noch keine Bitmaps (*.bmp).",
@@ -930,10 +992,13 @@ def read_form_texts(path):
 def form_sections(form_texts):
     """(form, (German, English title), [(key, captions, tips), ...]) of every
     form: the German from the dump and GERMAN_DIFFERENCES, the English from
-    FORMS."""
-    if [name for name, _, _ in FORMS] != list(form_texts):
-        sys.exit("generate.py: FORMS does not name the forms of forms.tsv in their order: "
-                 f"{list(form_texts)}")
+    FORMS. The forms and their order are those of the dump."""
+    missing = [name for name in form_texts if name not in FORMS]
+    if missing:
+        sys.exit(f"generate.py: FORMS gives no English for {missing}")
+    unknown = [name for name in FORMS if name not in form_texts]
+    if unknown:
+        sys.exit(f"generate.py: FORMS names forms that forms.tsv does not hold: {unknown}")
     used = set()
 
     def german(form, key, prop, designed):
@@ -946,7 +1011,8 @@ def form_sections(form_texts):
         return designed
 
     sections = []
-    for name, title, rows in FORMS:
+    for name in form_texts:
+        title, rows = FORMS[name]
         designed = {key: (caption, tip) for key, caption, tip in form_texts[name]}
         entries = []
         for key, caption, tip in rows:

@@ -3,10 +3,12 @@
 #include "document/Paths.h"
 #include "document/QcReader.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <random>
 #include <system_error>
 #include <utility>
@@ -76,6 +78,10 @@ public:
         std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
                      DescribeProblem(kind, detail).c_str());
     }
+    void FileProblem(ReadProblem kind, const OpenProblem& problem) override {
+        Problem(kind, problem.Path);
+        std::fprintf(stderr, "quarle-qc: %s\n", DescribeOpenProblem(problem).c_str());
+    }
 
 private:
     std::string Refuse(const std::string& extra, const std::string& path) {
@@ -91,29 +97,40 @@ private:
     int rows_ = 0;
 };
 
-// Where the working file goes: the folder TMPDIR names, else a folder kept
-// in memory (the session's runtime folder, /dev/shm), else the system's
-// temporary folder. A file that lives only for one command then costs no
-// disk writes, and its removal no wait for them.
-fs::path WorkBase(std::error_code& ec) {
+// Where the working file goes: the folder TMPDIR names; else /dev/shm, a
+// folder kept in memory, while it has ample room for the script (a file that
+// lives only for one command then costs no disk writes, and its removal no
+// wait for them), else the user's cache folder ($XDG_CACHE_HOME), else the
+// system's temporary folder.
+fs::path WorkBase(const std::string& script, std::error_code& ec) {
     const char* tmpdir = std::getenv("TMPDIR");
-    if (tmpdir == nullptr || *tmpdir == '\0') {
-        for (const char* memory :
-             {static_cast<const char*>(std::getenv("XDG_RUNTIME_DIR")), "/dev/shm"}) {
-            std::error_code ignored;
-            if (memory != nullptr && *memory != '\0' && fs::is_directory(memory, ignored)) {
-                return memory;
-            }
+    if (tmpdir != nullptr && *tmpdir != '\0') {
+        return fs::temp_directory_path(ec);
+    }
+    std::error_code ignored;
+    const std::optional<fs::path> found = paths::ResolveFs(script);
+    const std::uintmax_t size = found ? fs::file_size(*found, ignored) : 0;
+    // Includes and the flattened copy come on top of the script itself.
+    const std::uintmax_t need = std::max<std::uintmax_t>(64u << 20, 8 * size);
+    const fs::path memory = "/dev/shm";
+    if (fs::is_directory(memory, ignored)) {
+        const fs::space_info space = fs::space(memory, ignored);
+        if (!ignored && space.available >= need) {
+            return memory;
         }
+    }
+    const char* cache = std::getenv("XDG_CACHE_HOME");
+    if (cache != nullptr && *cache == '/' && fs::is_directory(cache, ignored)) {
+        return cache;
     }
     return fs::temp_directory_path(ec);
 }
 
 } // namespace
 
-WorkFolder::WorkFolder() {
+WorkFolder::WorkFolder(const std::string& script) {
     std::error_code ec;
-    const fs::path base = WorkBase(ec);
+    const fs::path base = WorkBase(script, ec);
     std::random_device random;
     for (int attempt = 0; !ec && attempt < 16 && path_.empty(); ++attempt) {
         const fs::path candidate = base / ("quarle-qc-" + std::to_string(random()));
@@ -132,7 +149,7 @@ WorkFolder::~WorkFolder() {
 
 LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* texts) {
     LoadedScript loaded;
-    WorkFolder work;
+    WorkFolder work(path);
     if (work.Path().empty()) {
         std::fprintf(stderr, "quarle-qc: no temporary folder for the working file\n");
         return loaded;
@@ -158,6 +175,7 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
         loaded.Status = 0;
         break;
     case ReadOutcome::Refused:
+    case ReadOutcome::Cancelled: // nothing here cancels
         loaded.Status = 3;
         break;
     case ReadOutcome::Unreadable:

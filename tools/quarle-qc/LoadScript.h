@@ -32,10 +32,11 @@ struct LoadedScript {
 };
 
 // A fresh folder for working files, removed again with all it holds at the
-// end; Path() is empty when none could be made.
+// end; Path() is empty when none could be made. With a script, the folder
+// has room for a load of it (see WorkBase in LoadScript.cpp).
 class WorkFolder {
 public:
-    WorkFolder();
+    explicit WorkFolder(const std::string& script = {});
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;

@@ -12,8 +12,10 @@
 // ten slots of the editor's tables. Everything comes from one read per file.
 //
 // Exit status: 0; 1 when a file of the folder could not be read (it is left
-// out, with a message); 2 when DIR is not a readable folder.
+// out, with a message that says why: a pipe or a device named .smd is not
+// read; folders are passed over); 2 when DIR is not a readable folder.
 #include "Commands.h"
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 
@@ -29,7 +31,7 @@ int RunScan(const Args& args) {
         return 2;
     }
     const std::string& folder = args[0];
-    const auto files = paths::TryListFiles(folder, ".smd");
+    const auto files = paths::TryListFiles(folder, ".smd", paths::Entries::NotFolders);
     if (!files) {
         std::fprintf(stderr, "quarle-qc: '%s' is not a readable folder\n", folder.c_str());
         return 2;
@@ -40,7 +42,7 @@ int RunScan(const Args& args) {
     for (const std::string& name : *files) {
         const SmdFacts facts = ScanSmdFile(paths::Join(resolved, name));
         if (!facts.Readable) {
-            std::fprintf(stderr, "quarle-qc: cannot read '%s'\n", name.c_str());
+            std::fprintf(stderr, "quarle-qc: %s\n", DescribeOpenProblem(facts.Unread).c_str());
             status = 1;
             continue;
         }

@@ -65,7 +65,8 @@ int RunSkeleton(const Args& args) {
         return 1;
     }
     if (load.Source == SkeletonSource::Unreadable) {
-        std::fprintf(stderr, "quarle-qc: cannot read the skeleton file %s\n", load.Path.c_str());
+        std::fprintf(stderr, "quarle-qc: cannot read the skeleton file: %s\n",
+                     DescribeOpenProblem(load.Unread).c_str());
         return 1;
     }
     std::string out;

@@ -1,9 +1,11 @@
 // quarle-qc: the command-line companion of the editor, on the same core.
 #include "Commands.h"
+#include "document/Paths.h"
 #include "localisation/Cp1252.h"
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -40,11 +42,16 @@ int main(int argc, char** argv) {
     }
     for (const Command& c : Commands) {
         if (std::strcmp(argv[1], c.Name) == 0) {
-            // The command line is UTF-8; the core takes paths as the
-            // document holds text, in cp1252.
+            // The core takes paths as the document holds text, in cp1252.
+            // The command line is UTF-8, but a name on disk need not be:
+            // the path rules take such bytes as they are, so the file is found.
             quarle::qc::Args args;
             for (int i = 2; i < argc; ++i) {
+#ifdef _WIN32
                 args.push_back(quarle::Utf8ToCp1252(argv[i]));
+#else
+                args.push_back(quarle::paths::FromFsPath(std::filesystem::path(argv[i])));
+#endif
             }
             return c.Run(args);
         }

@@ -26,6 +26,10 @@ public:
         static const std::string none;
         return input_.Texts ? (*input_.Texts)[id] : none;
     }
+    std::string Message(Msg id, const std::vector<std::string>& args) const {
+        const MessageTexts& texts = input_.Messages ? *input_.Messages : EnglishMessageTexts();
+        return FormatMessage(texts[static_cast<std::size_t>(id)], args);
+    }
 
     void Add(std::string text, RowKind kind) {
         CheckRow row{std::move(text), kind};
@@ -69,6 +73,17 @@ bool HasReferencePart(const Document& doc) {
     return false;
 }
 
+// A sequence in a later sequence group: the model has animations, though
+// the animation rows show only the first group.
+bool HasGroupedAnimation(const Document& doc) {
+    for (int g = 1; g <= limits::LastSequenceGroup; ++g) {
+        if (!doc.Anims[static_cast<std::size_t>(g)][0].SmdFile.empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void CheckCompiler(Checker& c, const std::string& studioMdl) {
     if (studioMdl.empty()) {
         c.Error(c.Text(IDS_ERROR_STUDIOMDLPATH));
@@ -83,19 +98,16 @@ void CheckCompiler(Checker& c, const std::string& studioMdl) {
     }
 }
 
+// The compiler takes a sequence without a name, but the game cannot find it
+// by name; an activity, its weight and the frame range are checked in the
+// saved script, where the compiler reads them.
 void CheckAnimation(Checker& c, const AnimRec& anim) {
     if (anim.Name.empty()) {
-        c.Error(c.Text(IDS_ERROR_ANIMATIONNAME_PART1) + " " + Shown(anim.SmdFile) +
-                c.Text(IDS_ERROR_ANIMATIONNAME_PART2));
+        c.Warning(c.Message(MSG_CHECK_ANIMATION_NO_NAME, {Shown(anim.SmdFile)}));
     }
     if (anim.Fps == 0) {
         c.Warning(c.Text(IDS_WARNING_FPS_PART1) + " " + Shown(anim.Name) + " " +
                   c.Text(IDS_WARNING_FPS_PART2));
-    }
-    // An activity needs its weight behind the name: the last character must
-    // not be above the digit 9 in code.
-    if (!anim.ActivityId.empty() && static_cast<unsigned char>(anim.ActivityId.back()) > '9') {
-        c.Warning(c.Text(IDS_WARNING_MISSINGNUMBER) + " " + Shown(anim.Name));
     }
     if (anim.FrameLimit == 1 && anim.FrameStart > anim.FrameEnd) {
         c.Error(c.Text(IDS_ERROR_STARTFRAME_PART1) + " " + Shown(anim.SmdFile) +
@@ -130,12 +142,12 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
         c.Error(c.Text(IDS_ERROR_MODELPATH));
     }
 
-    // 6: groups without parts.
+    // 6: groups without parts. The compiler writes such a group, and the
+    // game divides by its number of parts when it draws the model.
     for (int g = 1; g <= GroupsInUse(doc); ++g) {
         const BodyGroupRec& group = doc.BodyGroups[g];
         if (group.PartCount == 0) {
-            c.Warning(c.Text(IDS_WARNING_BODYGROUP_PART1) + " \"" + Shown(group.Name) + "\" " +
-                      c.Text(IDS_WARNING_BODYGROUP_PART2));
+            c.Error(c.Message(MSG_CHECK_EMPTY_BODYGROUP, {Shown(group.Name)}));
         }
     }
 
@@ -146,7 +158,7 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
 
     // 8: the compiler wants a sequence; give it the reference as an idle
     // pose. Only the saved script gets the line, so the next save drops it.
-    if (input.AnimationRows == 0) {
+    if (input.AnimationRows == 0 && !HasGroupedAnimation(doc)) {
         c.Warning(c.Text(IDS_WARNING_IDLEANIMATION));
         if (input.AppendIdleLine) {
             std::string failure = AppendScriptLine(doc.QcFile, IdleSequenceLine(doc));
@@ -168,9 +180,9 @@ CheckResult CheckModelData(Document& doc, const CheckInput& input, CheckHost* ho
         }
     }
 
-    // 10 on: the meshes, animations and bitmaps, against what the compiler
-    // takes.
-    if (input.CheckFiles) {
+    // 10 on: the saved script, its meshes, animations and bitmaps, as the
+    // compiler reads them. Without a model folder nothing can be found.
+    if (input.CheckFiles && !doc.ModelPath.empty()) {
         CheckModelFiles(doc, input.Messages ? *input.Messages : EnglishMessageTexts(),
                         [&c](std::string text, RowKind kind) { c.Add(std::move(text), kind); });
     }

@@ -294,6 +294,12 @@ std::optional<int> MarkerExitStatus(const std::string& markerPath) {
     return status;
 }
 
+bool MarkerWritten(const std::string& markerPath) {
+    std::ifstream in(PathOf(markerPath), std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    return !text.empty() && text.back() == '\n';
+}
+
 LogKind ClassifyLogLine(std::string_view line) {
     if (HasWord(line, "error")) {
         return LogKind::Error;

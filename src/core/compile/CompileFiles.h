@@ -81,6 +81,9 @@ std::vector<std::string> ReadLines(const std::string& path);
 
 // The exit status the marker carries ("Fertig 3"), if it carries one.
 std::optional<int> MarkerExitStatus(const std::string& markerPath);
+// Whether the script has written its marker whole: the shell makes the file
+// before the line goes in, so a marker seen at once may still be empty.
+bool MarkerWritten(const std::string& markerPath);
 
 // How a line of the compiler's log reads: plain, a warning or an error.
 enum class LogKind { Plain, Warning, Error };

@@ -1,14 +1,16 @@
 #include "compile/ModelFileChecks.h"
 
+#include "compile/CompilePlan.h"
+#include "compile/CompilerSmd.h"
+#include "compile/CompilerText.h"
+#include "compile/ModelBuild.h"
 #include "document/BmpHeader.h"
 #include "document/Paths.h"
-#include "document/SmdReader.h"
-#include "document/Text.h"
+#include "document/QcInclude.h"
 #include "localisation/Cp1252.h"
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -24,15 +26,18 @@ std::string Shown(const std::string& documentText) {
     return Cp1252ToUtf8(documentText);
 }
 
-bool EndsWithBmp(std::string_view name) {
-    return name.size() > 4 && ToUpper(name.substr(name.size() - 4)) == ".BMP";
+// A path as the rows show it: without the "." and ".." steps that joining
+// the script's folder and its folders leaves.
+std::string ShownPath(const std::string& path) {
+    return Cp1252ToUtf8(paths::FromFsPath(paths::ToFsPath(path).lexically_normal()));
 }
 
 bool PowerOfTwo(std::int64_t n) {
     return n > 0 && std::has_single_bit(static_cast<std::uint64_t>(n));
 }
 
-// Where a file of the script stands on the disk.
+// Where a file the compiler opens stands on the disk: the compiler's own
+// file system ignores capitals.
 struct Found {
     enum { Exact, OtherCase, Missing } How = Missing;
     std::string Path; // the file as it is on the disk (document bytes)
@@ -40,382 +45,674 @@ struct Found {
 
 Found Locate(const std::string& path) {
     std::error_code ec;
-    if (std::filesystem::is_regular_file(paths::ToFsPath(path), ec)) {
+    if (std::filesystem::exists(paths::ToFsPath(path), ec)) {
         return {Found::Exact, path};
     }
-    if (const auto other = paths::Resolve(path); other && paths::FileExists(*other)) {
-        // The program names files without their ending, so an ending in
-        // other capitals ("Shoot.SMD") is no one's mistake.
+    if (const auto other = paths::Resolve(path)) {
+        // Names are written without their ending, so an ending in other
+        // capitals ("Shoot.SMD") is no one's mistake.
         const std::size_t stem = path.size() >= 4 ? path.size() - 4 : 0;
         const bool onlyEnding =
-            other->size() == path.size() && other->compare(0, stem, path, 0, stem) == 0;
+            other->size() == path.size() &&
+            paths::ToStyle(*other).compare(0, stem, paths::ToStyle(path), 0, stem) == 0;
         return {onlyEnding ? Found::Exact : Found::OtherCase, *other};
     }
     return {};
 }
 
-// A vertex or normal of a part, as the compiler tells them apart: the same
-// place on the same bone is one. Counted by sorting, which is far cheaper
-// than a hash set for the tens of thousands of corners of a large part.
-struct PointKey {
-    int Bone;
-    std::array<std::uint32_t, 3> At; // the bits of the floats
-
-    auto operator<=>(const PointKey&) const = default;
-};
-PointKey Key(int bone, const std::array<float, 3>& at) {
-    PointKey key{bone, {}};
-    for (std::size_t k = 0; k < 3; ++k) {
-        key.At[k] = std::bit_cast<std::uint32_t>(at[k] + 0.0f); // -0 and 0 are one place
-    }
-    return key;
-}
-std::size_t Distinct(std::vector<PointKey>& keys) {
-    std::sort(keys.begin(), keys.end());
-    return static_cast<std::size_t>(std::unique(keys.begin(), keys.end()) - keys.begin());
-}
-
-// How much of each texture the triangles use.
-struct TextureUse {
-    std::string Name;     // as the first mesh wrote it
-    std::string FirstSmd; // the mesh that uses it first
-    float MinU = 0, MaxU = 0, MinV = 0, MaxV = 0;
-    bool Any = false;
+// A texture of the model: its name, the spans of the parts that use it,
+// and who named it first.
+struct ModelTexture {
+    std::string Name;
+    std::string FirstUser; // shown: a file, or a place in the script
+    std::vector<UvSpan> Spans;
+    int PartsBefore = 0; // the script's parts before the one that named it first
 };
 
 class FileChecks {
 public:
-    FileChecks(const Document& doc, const MessageTexts& texts, const AddRowFn& add)
-        : doc_(doc), texts_(texts), add_(add) {}
+    FileChecks(const std::string& qcFile, const MessageTexts& texts, const AddRowFn& add)
+        : qcFile_(qcFile), texts_(texts), add_(add) {}
 
     void Run() {
-        for (int g = 1; g <= std::min<int>(doc_.BodyGroupCount, limits::LastBodyGroup); ++g) {
-            const BodyGroupRec& group = doc_.BodyGroups[g];
-            for (int p = 1; p <= std::min<int>(group.PartCount, limits::LastPart); ++p) {
-                if (!group.Parts[p].empty() && group.Parts[p] != Blank) {
-                    Reference(group.Parts[p]);
-                }
+        plan_ = ReadCompilePlan(qcFile_);
+        for (const PlanIssue& issue : plan_.Issues) {
+            At(issue.At, Text(issue.Id, Shown(issue.Args)), issue.Kind);
+        }
+        OutputFolder();
+        for (std::size_t i = 0; i < plan_.Parts.size(); ++i) {
+            if (!plan_.Parts[i].Blank) {
+                Part(plan_.Parts[i], static_cast<int>(i));
             }
         }
-        for (int g = 0; g <= limits::LastSequenceGroup; ++g) {
-            for (int s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
-                const AnimRec& anim = doc_.Anims[g][s];
-                if (anim.Name.empty()) {
-                    continue;
-                }
-                Sequence(anim, anim.SmdFile);
-                if (anim.BlendOn == 1) {
-                    Sequence(anim, anim.BlendFile);
-                }
-            }
-        }
-        ModelLimits();
-        Textures();
         Bones();
+        AnimationScales scales(bones_.size());
+        std::vector<std::pair<const PlanSequence*, SequenceMotion>> large;
+        for (const PlanSequence& seq : plan_.Sequences) {
+            Sequence(seq, scales, large);
+        }
+        Textures();
+        for (const auto& [seq, motion] : large) {
+            AnimationSize(*seq, motion, scales);
+        }
+        Summaries();
     }
 
 private:
+    // ---- rows ----
+
+    static std::vector<std::string> Shown(const std::vector<std::string>& args) {
+        std::vector<std::string> out;
+        out.reserve(args.size());
+        for (const std::string& a : args) {
+            out.push_back(Cp1252ToUtf8(a));
+        }
+        return out;
+    }
     std::string Text(Msg id, const std::vector<std::string>& args) const {
         return FormatMessage(texts_[static_cast<std::size_t>(id)], args);
     }
-    void Error(Msg id, const std::vector<std::string>& args) {
-        add_(Text(id, args), RowKind::Error);
+    void Row(Msg id, RowKind kind, const std::vector<std::string>& args) {
+        add_(Text(id, args), kind);
     }
-    void Warning(Msg id, const std::vector<std::string>& args) {
-        add_(Text(id, args), RowKind::Warning);
+    void Error(Msg id, const std::vector<std::string>& args) { Row(id, RowKind::Error, args); }
+    void Warning(Msg id, const std::vector<std::string>& args) { Row(id, RowKind::Warning, args); }
+
+    std::string PlaceName(const PlanPlace& at) const {
+        const auto source = static_cast<std::size_t>(at.Source);
+        return source < plan_.Sources.size() ? compile::Shown(plan_.Sources[source]) : std::string();
+    }
+    // A row with the place in the script in front.
+    void At(const PlanPlace& at, std::string text, RowKind kind) {
+        if (at.Line > 0) {
+            text = Text(MSG_CHECK_AT, {PlaceName(at), std::to_string(at.Line), text});
+        }
+        add_(std::move(text), kind);
+    }
+    std::string PlaceText(const PlanPlace& at) const {
+        return PlaceName(at) + ":" + std::to_string(at.Line);
     }
 
-    std::string SmdPath(const std::string& name) const {
-        return paths::Join(doc_.ModelPath, paths::ToStyle(name + ".smd"));
-    }
+    // ---- files ----
 
-    // Reads a mesh or animation file once, with the rows of the file itself
-    // (missing, other capitals, version, bones named twice, broken lines).
-    // A file used twice (a part that is also a sequence) is read twice, but
-    // its rows come once; the files are not all held at the same time.
-    std::unique_ptr<SmdModel> Load(const std::string& name) {
-        const std::string path = SmdPath(name);
-        const bool first = seen_.insert(ToUpper(path)).second;
-        const Found found = Locate(path);
+    // The text of a file the compiler opens; nothing (with its row) when it
+    // is missing or cannot be read.
+    std::optional<std::string> Open(const PlanFile& file, bool activityLike) {
+        const Found found = Locate(file.Path);
         if (found.How == Found::Missing) {
-            if (first) {
-                Error(MSG_CHECK_SMD_MISSING, {Shown(path)});
+            if (!missing_.insert(file.Path).second) {
+                return std::nullopt; // said at its first use
             }
-            return nullptr;
-        }
-        auto loaded = std::make_unique<SmdModel>(ReadSmdFile(found.Path));
-        const SmdModel& model = *loaded;
-        const std::string shown = Shown(found.Path);
-        if (!first) {
-            return model.Readable ? std::move(loaded) : nullptr;
-        }
-        if (found.How == Found::OtherCase) {
-            Warning(MSG_CHECK_FILE_OTHER_CASE, {Shown(path), Shown(found.Path)});
-        }
-        if (!model.Readable) {
-            Error(MSG_CHECK_SMD_UNREADABLE, {shown});
-            return nullptr;
-        }
-        if (!model.Version1) {
-            Error(MSG_CHECK_SMD_VERSION, {shown});
-        }
-        std::set<std::string_view> names;
-        for (const SmdNode& node : model.Nodes) {
-            if (!names.insert(node.Name).second) {
-                Error(MSG_CHECK_SMD_BONE_TWICE, {shown, Shown(node.Name)});
+            if (activityLike) {
+                At(file.At,
+                   Text(MSG_CHECK_UNKNOWN_ACTIVITY,
+                        {compile::Shown(file.Name), ShownPath(file.Path)}),
+                   RowKind::Error);
+            } else {
+                At(file.At, Text(MSG_CHECK_SMD_MISSING, {ShownPath(file.Path)}),
+                   RowKind::Error);
             }
+            return std::nullopt;
         }
-        // Lines the compiler may read otherwise: one row for the first.
-        for (const SmdProblem& problem : model.Problems) {
-            if (problem.Kind != SmdProblemKind::NotVersion1) {
-                Warning(MSG_CHECK_SMD_BAD_LINE, {shown, std::to_string(problem.Line)});
+        NoteCase(file.Path, found);
+        std::string text;
+        if (!ReadWholeFile(found.Path, text)) {
+            Error(MSG_CHECK_SMD_UNREADABLE, {ShownPath(found.Path)});
+            return std::nullopt;
+        }
+        return text;
+    }
+
+    void NoteCase(const std::string& asNamed, const Found& found) {
+        if (found.How == Found::OtherCase &&
+            std::none_of(otherCase_.begin(), otherCase_.end(),
+                         [&](const std::string& p) { return p == found.Path; })) {
+            otherCase_.push_back(found.Path);
+        }
+        (void)asNamed;
+    }
+
+    // The rows of a file's findings; true when the compiler gets through it.
+    bool Findings(const std::vector<SmdFinding>& findings, const std::string& path,
+                  const SmdReadOptions& read) {
+        const std::string shown = ShownPath(path);
+        bool fatal = false;
+        for (const SmdFinding& f : findings) {
+            const std::string line = std::to_string(f.Line);
+            std::string text;
+            switch (f.Kind) {
+            case SmdFindingKind::BadVersion:
+                text = Text(MSG_CHECK_SMD_VERSION, {shown, line, f.Detail});
+                break;
+            case SmdFindingKind::NodesCutShort:
+                text = Text(MSG_CHECK_SMD_NODES_CUT, {shown});
+                break;
+            case SmdFindingKind::IndexOutOfRange:
+                text = Text(MSG_CHECK_SMD_INDEX_RANGE, {shown, line, f.Detail});
+                break;
+            case SmdFindingKind::BadTriangleLine:
+                text = Text(MSG_CHECK_SMD_BAD_LINE, {shown, line});
+                break;
+            case SmdFindingKind::CornerBoneOutside:
+                text = Text(MSG_CHECK_SMD_CORNER_BONE, {shown, line, f.Detail, f.Detail2});
+                break;
+            case SmdFindingKind::SkeletonSwallowsTriangles:
+                text = Text(MSG_CHECK_SMD_SWALLOWED, {shown, line});
+                break;
+            case SmdFindingKind::BadPoseLine:
+                text = Text(MSG_CHECK_SMD_BAD_POSE, {shown, line});
+                break;
+            case SmdFindingKind::AnimationCutShort:
+                text = Text(MSG_CHECK_SMD_CUT_SHORT, {shown});
+                break;
+            case SmdFindingKind::PoseBoneOutside:
+                text = Text(MSG_CHECK_SMD_POSE_BONE, {shown, line, f.Detail});
+                break;
+            case SmdFindingKind::FrameOutside:
+                text = Text(MSG_CHECK_SMD_FRAME_RANGE, {shown, line, f.Detail});
+                break;
+            case SmdFindingKind::NoFrameInRange:
+                if (read.FirstFrame > read.LastFrame) {
+                    // A range that ends before it starts: the document's
+                    // check of the frames says so.
+                    fatal = true;
+                    continue;
+                }
+                text = Text(MSG_CHECK_SMD_NO_FRAME, {shown, std::to_string(read.FirstFrame),
+                                                     std::to_string(read.LastFrame)});
+                break;
+            case SmdFindingKind::NoSkeleton:
+                continue; // the sequence decides, with the model's bones
+
+            case SmdFindingKind::NodesReadAgain:
+                text = Text(MSG_CHECK_SMD_NODES_AGAIN, {shown, line});
+                break;
+            case SmdFindingKind::SkippedToEnd:
+                text = Text(MSG_CHECK_SMD_SKIPPED, {shown, line, compile::Shown(f.Detail)});
                 break;
             }
+            if (f.RepeatLine > 0 && f.Kind != SmdFindingKind::NodesReadAgain) {
+                text += " " + Text(MSG_CHECK_SMD_REPEATED, {std::to_string(f.RepeatLine)});
+            }
+            const bool isFatal = IsFatal(f.Kind);
+            // A frame past the compiler's table is written past it: that
+            // may crash it, but a native build was seen to write the model.
+            const bool certain = isFatal && f.Kind != SmdFindingKind::FrameOutside;
+            add_(std::move(text), certain ? RowKind::Error : RowKind::Warning);
+            fatal = fatal || isFatal;
         }
-        return loaded;
+        return !fatal;
     }
 
-    void Reference(const std::string& part) {
-        const std::unique_ptr<SmdModel> model = Load(part);
-        allPartsRead_ = allPartsRead_ && model != nullptr;
-        if (!model || !counted_.insert(ToUpper(SmdPath(part))).second) {
+    // ---- parts ----
+
+    void Part(const PlanPart& part, int index) {
+        const std::optional<std::string> text = Open(part.File, false);
+        if (!text) {
+            allPartsRead_ = false;
             return;
         }
-        const std::string shown = Shown(SmdPath(part));
-        for (const SmdNode& node : model->Nodes) {
-            modelBones_.insert(ToUpper(node.Name));
+        const ReferenceSmd ref = ReadReferenceSmd(*text, part.Read);
+        if (!Findings(ref.Findings, part.File.Path, part.Read)) {
+            allPartsRead_ = false;
+            return;
         }
-        std::vector<PointKey> vertices;
-        std::vector<PointKey> normals;
-        vertices.reserve(model->Triangles.size() * 3);
-        normals.reserve(model->Triangles.size() * 3);
-        for (const SmdTriangle& tri : model->Triangles) {
-            TextureUse& use = Texture(tri.Texture, shown);
-            for (const SmdVertex& v : tri.Vertices) {
-                vertices.push_back(Key(v.Bone, v.Position));
-                normals.push_back(Key(v.Bone, v.Normal));
-                if (!use.Any) {
-                    use.MinU = use.MaxU = v.Uv[0];
-                    use.MinV = use.MaxV = v.Uv[1];
-                    use.Any = true;
-                }
-                use.MinU = std::min(use.MinU, v.Uv[0]);
-                use.MaxU = std::max(use.MaxU, v.Uv[0]);
-                use.MinV = std::min(use.MinV, v.Uv[1]);
-                use.MaxV = std::max(use.MaxV, v.Uv[1]);
+        const std::string shown = ShownPath(part.File.Path);
+        BuildBoneFrames(ref, frames_);
+        const long limit = std::max(studio::MaxVertices, studio::MaxNormals);
+        const PartMerge merged = MergePart(ref, frames_, part.Adjust, part.Read.Scale, limit);
+        Limit(shown, merged.Vertices, studio::MaxVertices, MSG_CHECK_TOO_MANY_VERTICES,
+              MSG_CHECK_WORD_VERTICES);
+        Limit(shown, merged.Normals, studio::MaxNormals, MSG_CHECK_TOO_MANY_NORMALS,
+              MSG_CHECK_WORD_NORMALS);
+        if (ref.Textures.size() > static_cast<std::size_t>(studio::MaxPartTextures)) {
+            Error(MSG_CHECK_PART_TEXTURES, {shown, std::to_string(ref.Textures.size()),
+                                            std::to_string(studio::MaxPartTextures)});
+        }
+        if (ref.Triangles.size() > static_cast<std::size_t>(studio::MaxTriangles)) {
+            Error(MSG_CHECK_TOO_MANY_TRIANGLES, {shown, std::to_string(ref.Triangles.size()),
+                                                 std::to_string(studio::MaxTriangles)});
+        }
+
+        // Its textures, in the order of the model's, with what it spans.
+        const std::vector<UvSpan> spans = PackedUvSpans(ref);
+        for (std::size_t t = 0; t < ref.Textures.size(); ++t) {
+            ModelTexture& texture = TextureNamed(ref.Textures[t], "\"" + shown + "\"", index);
+            texture.Spans.push_back(spans[t]);
+        }
+
+        const std::vector<bool> used = UsedBones(ref);
+        for (const ParentClash& clash : AddPartBones(bones_, ref, used, Renames())) {
+            Error(MSG_CHECK_PARENT_CLASH, {shown, compile::Shown(clash.Bone), RootName(clash.Parent),
+                                           RootName(clash.Before)});
+        }
+    }
+
+    static std::string RootName(const std::string& bone) {
+        return bone.empty() ? "ROOT" : compile::Shown(bone);
+    }
+
+    // Over the limit for certain: an error; perhaps over it: a warning.
+    void Limit(const std::string& shown, const MergedCount& count, int limit, Msg over, Msg word) {
+        if (count.Count - count.Uncertain > limit) {
+            Error(over, {shown, std::to_string(count.Count), std::to_string(limit)});
+        } else if (count.Count + count.Uncertain > limit) {
+            Warning(MSG_CHECK_NEAR_LIMIT,
+                    {shown, std::to_string(count.Count), std::to_string(limit),
+                     texts_[static_cast<std::size_t>(word)], std::to_string(count.Uncertain)});
+        }
+    }
+
+    const std::vector<std::pair<std::string, std::string>>& Renames() {
+        if (renames_.size() != plan_.Renames.size()) {
+            renames_.clear();
+            for (const PlanRename& r : plan_.Renames) {
+                renames_.emplace_back(r.From, r.To);
             }
         }
-        Limit(shown, Distinct(vertices), studio::MaxVertices, MSG_CHECK_TOO_MANY_VERTICES,
-              MSG_CHECK_WORD_VERTICES);
-        Limit(shown, Distinct(normals), studio::MaxNormals, MSG_CHECK_TOO_MANY_NORMALS,
-              MSG_CHECK_WORD_NORMALS);
-        Limit(shown, model->Triangles.size(), studio::MaxTriangles, MSG_CHECK_TOO_MANY_TRIANGLES,
-              MSG_CHECK_WORD_TRIANGLES);
+        return renames_;
     }
 
-    // Over the limit: an error; from nine tenths of it on: a warning.
-    void Limit(const std::string& shown, std::size_t count, int limit, Msg over, Msg word) {
-        const auto n = static_cast<long>(count);
-        if (n > limit) {
-            Error(over, {shown, std::to_string(n), std::to_string(limit)});
-        } else if (n * 10 >= static_cast<long>(limit) * 9) {
-            Warning(MSG_CHECK_NEAR_LIMIT, {shown, std::to_string(n), std::to_string(limit),
-                                           texts_[static_cast<std::size_t>(word)]});
+    ModelTexture& TextureNamed(const std::string& name, const std::string& user, int part) {
+        for (ModelTexture& t : textures_) {
+            if (EqualsNoCase(t.Name, name)) {
+                return t;
+            }
         }
-    }
-
-    TextureUse& Texture(const std::string& name, const std::string& smd) {
-        const std::string key = ToUpper(name);
-        const auto it = textureIndex_.find(key);
-        if (it != textureIndex_.end()) {
-            return textures_[it->second];
-        }
-        textureIndex_.emplace(key, textures_.size());
-        textures_.push_back({name, smd});
+        textures_.push_back({name, user, {}, part});
         return textures_.back();
     }
 
-    void Sequence(const AnimRec& anim, const std::string& file) {
-        const std::unique_ptr<SmdModel> model = Load(file);
-        if (!model) {
-            return;
+    // ---- bones ----
+
+    void Bones() {
+        if (bones_.size() >= static_cast<std::size_t>(studio::MaxBones)) {
+            Error(MSG_CHECK_TOO_MANY_BONES,
+                  {std::to_string(bones_.size()), std::to_string(studio::MaxBones)});
         }
-        const std::string shown = Shown(SmdPath(file));
-        if (model->Frames.empty()) {
-            Error(MSG_CHECK_SMD_NO_FRAME, {shown});
-            return;
-        }
-        const std::size_t bytes = AnimationBytes(*model, anim);
-        if (bytes > static_cast<std::size_t>(studio::MaxSequenceBytes)) {
-            std::size_t frames = 0;
-            for (const SmdFrame& f : model->Frames) {
-                frames += InRange(anim, f.Time) ? 1 : 0;
+        for (const ModelBone& bone : bones_) {
+            if (bone.Name.size() >= studio::BoneNameRoom) {
+                Warning(MSG_CHECK_NAME_TOO_LONG, {compile::Shown(bone.Name),
+                                                std::to_string(studio::BoneNameRoom - 1)});
             }
-            Warning(MSG_CHECK_SEQUENCE_LARGE, {Shown(anim.Name), shown, std::to_string(frames),
-                                               std::to_string(model->Nodes.size())});
+        }
+        // Without every part read, which bones the model keeps is not known.
+        if (!allPartsRead_) {
+            return;
+        }
+        for (const PlanBoneLink& link : plan_.BoneLinks) {
+            if (FindBoneNoCase(bones_, link.Bone) < 0) {
+                At(link.At, Text(MSG_CHECK_LINK_BONE, {link.Directive, compile::Shown(link.Bone)}),
+                   RowKind::Error);
+            }
         }
     }
 
-    static bool InRange(const AnimRec& anim, int time) {
-        return anim.FrameLimit != 1 || (time >= anim.FrameStart && time <= anim.FrameEnd);
-    }
+    // ---- sequences ----
 
-    // What the sequence's animation data would take if the compiler could
-    // fold only runs of equal values: per bone six offsets, and per channel
-    // that moves a head and a value for each run. The compiler also folds
-    // values that round alike, so the real size can be smaller: a warning.
-    static std::size_t AnimationBytes(const SmdModel& model, const AnimRec& anim) {
-        std::map<int, std::array<std::vector<float>, 6>> channels;
-        for (const SmdNode& node : model.Nodes) {
-            channels[node.Index];
-        }
-        for (const SmdFrame& frame : model.Frames) {
-            if (!InRange(anim, frame.Time)) {
+    void Sequence(const PlanSequence& seq, AnimationScales& scales,
+                  std::vector<std::pair<const PlanSequence*, SequenceMotion>>& large) {
+        std::vector<AnimationSmd> blends;
+        bool read = true;
+        for (const PlanFile& file : seq.Files) {
+            const bool activityLike = PrefixNoCase("ACT_", file.Name, 4);
+            const std::optional<std::string> text = Open(file, activityLike);
+            if (!text) {
+                read = false;
                 continue;
             }
-            for (const SmdBonePose& pose : frame.Bones) {
-                auto& c = channels[pose.Bone];
-                for (int k = 0; k < 3; ++k) {
-                    c[static_cast<std::size_t>(k)].push_back(
-                        pose.Position[static_cast<std::size_t>(k)]);
-                    c[static_cast<std::size_t>(k) + 3].push_back(
-                        pose.Rotation[static_cast<std::size_t>(k)]);
-                }
-            }
+            AnimationSmd anim = ReadAnimationSmd(*text, seq.Read);
+            read = Findings(anim.Findings, file.Path, seq.Read) && read;
+            blends.push_back(std::move(anim));
         }
-        std::size_t bytes = 0;
-        for (const auto& [bone, six] : channels) {
-            bytes += 12;
-            for (const std::vector<float>& values : six) {
-                std::size_t runs = values.empty() ? 0 : 1;
-                for (std::size_t i = 1; i < values.size(); ++i) {
-                    runs += values[i] != values[i - 1] ? 1 : 0;
-                }
-                bytes += runs <= 1 ? 4 * runs : 2 * (runs + 1 + runs / 255);
-            }
+        if (!read || blends.empty()) {
+            return;
         }
-        return bytes;
+        const AnimationSmd& first = blends[0];
+        // A file without a skeleton leaves its bones without poses; the
+        // compiler crashes on the first it reaches.
+        bool posesMissing = false;
+        for (std::size_t q = 0; q < blends.size(); ++q) {
+            if (!blends[q].HasFrames && ReachesMissingPoses(seq, first)) {
+                Error(MSG_CHECK_SMD_NO_FRAME, {ShownPath(seq.Files[q].Path),
+                                               std::to_string(seq.Read.FirstFrame),
+                                               std::to_string(seq.Read.LastFrame)});
+            }
+            posesMissing = posesMissing || !blends[q].HasFrames;
+        }
+        if (posesMissing) {
+            return;
+        }
+        Events(seq, first);
+        if (!allPartsRead_) {
+            return;
+        }
+        ParentsOf(seq, first);
+        SequenceMotion motion =
+            SequenceValues(blends, {seq.Looping, seq.MotionType}, bones_, Renames());
+        scales.Widen(motion);
+        if (AnimationBytesBound(motion) > studio::MaxSequenceBytes) {
+            large.emplace_back(&seq, std::move(motion));
+        }
     }
 
-    void ModelLimits() {
-        if (modelBones_.size() > static_cast<std::size_t>(studio::MaxBones)) {
-            Error(MSG_CHECK_TOO_MANY_BONES,
-                  {std::to_string(modelBones_.size()), std::to_string(studio::MaxBones)});
+    // Whether the compiler reads the poses of the first file's bones: all of
+    // them in a looping sequence, the roots' for the motion it takes out,
+    // and those it maps onto the model's bones.
+    bool ReachesMissingPoses(const PlanSequence& seq, const AnimationSmd& first) {
+        const int count = std::clamp(first.NumBones, 0, MaxSourceBones);
+        if (count == 0) {
+            return false;
         }
-        if (textures_.size() > static_cast<std::size_t>(studio::MaxTextures)) {
-            Error(MSG_CHECK_TOO_MANY_TEXTURES,
-                  {std::to_string(textures_.size()), std::to_string(studio::MaxTextures)});
+        if (seq.Looping) {
+            return true;
         }
+        for (int j = 0; j < count; ++j) {
+            if (first.Nodes[static_cast<std::size_t>(j)].Parent == -1) {
+                return true;
+            }
+        }
+        return allPartsRead_ && SharesABone(first);
+    }
+
+    bool SharesABone(const AnimationSmd& anim) {
+        const int count = std::clamp(anim.NumBones, 0, MaxSourceBones);
+        for (int j = 0; j < count; ++j) {
+            if (FindBone(bones_, Renamed(anim.Nodes[static_cast<std::size_t>(j)].Name, Renames())) >= 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void Events(const PlanSequence& seq, const AnimationSmd& first) {
+        for (const PlanEvent& e : seq.Events) {
+            if (e.Frame < first.FirstFrame || e.Frame > first.LastFrame) {
+                const int moved = e.Frame < first.FirstFrame ? first.FirstFrame : first.LastFrame;
+                At(e.At,
+                   Text(MSG_CHECK_EVENT_OUTSIDE,
+                        {std::to_string(e.Event), compile::Shown(seq.Name), std::to_string(e.Frame),
+                         std::to_string(first.FirstFrame), std::to_string(first.LastFrame),
+                         std::to_string(moved)}),
+                   RowKind::Warning);
+            }
+        }
+    }
+
+    // The bones the first file of a sequence shares with the model must
+    // hang on parents of the same names.
+    void ParentsOf(const PlanSequence& seq, const AnimationSmd& first) {
+        const int count = std::clamp(first.NumBones, 0, MaxSourceBones);
+        for (int j = 0; j < count; ++j) {
+            const CompilerNode& node = first.Nodes[static_cast<std::size_t>(j)];
+            const int k = FindBone(bones_, Renamed(node.Name, Renames()));
+            if (k < 0) {
+                continue;
+            }
+            const std::string parent =
+                node.Parent >= 0 && node.Parent < MaxSourceBones
+                    ? Renamed(first.Nodes[static_cast<std::size_t>(node.Parent)].Name, Renames())
+                    : std::string();
+            const int kept = bones_[static_cast<std::size_t>(k)].Parent;
+            const std::string before = kept >= 0 ? bones_[static_cast<std::size_t>(kept)].Name : "";
+            if (parent != before || (node.Parent == -1) != (kept == -1)) {
+                At(seq.At,
+                   Text(MSG_CHECK_ANIM_PARENT_CLASH,
+                        {ShownPath(seq.Files[0].Path), compile::Shown(node.Name),
+                         node.Parent == -1 ? "ROOT" : compile::Shown(parent),
+                         kept == -1 ? "ROOT" : compile::Shown(before)}),
+                   RowKind::Error);
+                return;
+            }
+        }
+    }
+
+    void AnimationSize(const PlanSequence& seq, const SequenceMotion& motion,
+                       const AnimationScales& scales) {
+        const MergedCount bytes = AnimationBytes(motion, scales);
+        // Rounding that another build may do the other way moves a value
+        // or two; a hundredth of the limit is room enough for it.
+        const long slack = std::max(bytes.Uncertain, studio::MaxSequenceBytes / 100);
+        if (bytes.Count - slack > studio::MaxSequenceBytes) {
+            At(seq.At,
+               Text(MSG_CHECK_SEQUENCE_LARGE, {compile::Shown(seq.Name), std::to_string(bytes.Count)}),
+               RowKind::Error);
+        } else if (bytes.Count + slack > studio::MaxSequenceBytes) {
+            At(seq.At,
+               Text(MSG_CHECK_SEQUENCE_MAY_BE_LARGE, {compile::Shown(seq.Name),
+                                                      std::to_string(bytes.Count),
+                                                      std::to_string(slack)}),
+               RowKind::Warning);
+        }
+    }
+
+    // ---- textures ----
+
+    // The model's textures in the compiler's order: those of the parts as
+    // they were read, with the ones the script names in between.
+    std::vector<ModelTexture> TexturesInOrder() {
+        std::vector<ModelTexture> fromParts = std::move(textures_);
+        textures_.clear();
+        std::vector<ModelTexture> ordered;
+        std::size_t next = 0;
+        const auto add = [&](ModelTexture t) {
+            for (ModelTexture& have : ordered) {
+                if (EqualsNoCase(have.Name, t.Name)) {
+                    have.Spans.insert(have.Spans.end(), t.Spans.begin(), t.Spans.end());
+                    return;
+                }
+            }
+            ordered.push_back(std::move(t));
+        };
+        for (const PlanTextureName& named : plan_.TextureNames) {
+            while (next < fromParts.size() && fromParts[next].PartsBefore < named.AfterParts) {
+                add(std::move(fromParts[next++]));
+            }
+            add({named.Texture, PlaceText(named.At), {}, named.AfterParts});
+        }
+        while (next < fromParts.size()) {
+            add(std::move(fromParts[next++]));
+        }
+        return ordered;
     }
 
     void Textures() {
-        for (const TextureUse& use : textures_) {
-            if (!EndsWithBmp(use.Name)) {
-                Error(MSG_CHECK_TEXTURE_NOT_BMP, {use.FirstSmd, Shown(use.Name)});
+        std::vector<ModelTexture> textures = TexturesInOrder();
+        if (textures.size() > static_cast<std::size_t>(studio::MaxTextures)) {
+            // The compiler writes the rest past the end of its table.
+            Warning(MSG_CHECK_TOO_MANY_TEXTURES,
+                  {std::to_string(textures.size()), std::to_string(studio::MaxTextures)});
+        }
+        const std::vector<std::string> folders =
+            plan_.TextureFolders.empty() ? std::vector<std::string>{plan_.CdFolder}
+                                         : plan_.TextureFolders;
+        std::string folderList;
+        for (const std::string& f : folders) {
+            folderList += (folderList.empty() ? "\"" : ", \"") +
+                          ShownPath(CompilerPath(plan_, f)) + "\"";
+        }
+        for (ModelTexture& t : textures) {
+            if (t.Name.size() > studio::TextureNameRoom) {
+                // The compiler keeps the first 64 characters and looks for a
+                // bitmap of that name, which cannot end in ".bmp".
+                Error(MSG_CHECK_FILE_NAME_TOO_LONG,
+                      {compile::Shown(t.Name), std::to_string(studio::TextureNameRoom),
+                       compile::Shown(t.Name.substr(0, studio::TextureNameRoom))});
                 continue;
             }
-            const std::string path = paths::Join(doc_.TexturePath, paths::ToStyle(use.Name));
-            const Found found = Locate(path);
-            if (found.How == Found::Missing) {
-                Error(MSG_CHECK_TEXTURE_MISSING,
-                      {use.FirstSmd, Shown(use.Name), Shown(doc_.TexturePath)});
-                continue;
+            if (t.Name.size() == studio::TextureNameRoom) {
+                Warning(MSG_CHECK_NAME_TOO_LONG, {compile::Shown(t.Name),
+                                                std::to_string(studio::TextureNameRoom - 1)});
             }
-            if (found.How == Found::OtherCase) {
-                Warning(MSG_CHECK_FILE_OTHER_CASE, {Shown(path), Shown(found.Path)});
-            }
-            Bitmap(use, Shown(found.Path), ReadBmpFile(found.Path));
+            Texture(t, folders, folderList);
+        }
+        // The skins alone, with their headers, in the file that holds them.
+        const long bytes = skinBytes_ + studio::HeaderBytes +
+                           studio::TextureEntryBytes * static_cast<long>(textures.size());
+        if (bytes > studio::OutputBuffer) {
+            Warning(MSG_CHECK_MODEL_BUFFER,
+                    {std::to_string(bytes), std::to_string(studio::OutputBuffer)});
         }
     }
 
-    void Bitmap(const TextureUse& use, const std::string& shown, const BmpHeader& h) {
-        if (!h.Readable || !h.Bitmap) {
-            Error(MSG_CHECK_BMP_NOT_BITMAP, {shown});
+    void Texture(ModelTexture& t, const std::vector<std::string>& folders,
+                 const std::string& folderList) {
+        const bool bmp = t.Name.size() >= 4 && EqualsNoCase(t.Name.substr(t.Name.size() - 4), ".bmp");
+        std::optional<Found> found;
+        for (const std::string& folder : folders) {
+            const Found f = Locate(CompilerPath(plan_, folder + "/" + t.Name));
+            if (f.How != Found::Missing) {
+                found = f;
+                break;
+            }
+        }
+        if (found && !bmp) {
+            Error(MSG_CHECK_TEXTURE_NOT_BMP, {t.FirstUser, compile::Shown(t.Name)});
             return;
         }
-        bool usable = true;
-        if (h.InfoSize != 40) {
-            Error(MSG_CHECK_BMP_HEADER, {shown, std::to_string(h.InfoSize)});
-            usable = false;
+        if (!found) {
+            if (!bmp && plan_.TextureFolders.empty()) {
+                Error(MSG_CHECK_TEXTURE_NOT_BMP, {t.FirstUser, compile::Shown(t.Name)});
+            } else {
+                Error(MSG_CHECK_TEXTURE_MISSING, {t.FirstUser, compile::Shown(t.Name), folderList});
+            }
+            return;
+        }
+        NoteCase(t.Name, *found);
+        const BmpHeader h = ReadBmpFile(found->Path);
+        const std::string shown = ShownPath(found->Path);
+        if (!Bitmap(shown, h)) {
+            return;
+        }
+        const auto width = static_cast<std::uint16_t>(h.Width);
+        const auto height = static_cast<std::uint16_t>(h.Height);
+        if (!PowerOfTwo(width) || !PowerOfTwo(height)) {
+            notPowerOfTwo_.push_back(compile::Shown(FileName(found->Path)) + " (" +
+                                     std::to_string(width) + " x " + std::to_string(height) + ")");
+        }
+        const bool chrome = IsChromeName(t.Name);
+        if (t.Spans.empty() && !chrome) {
+            // No triangle uses it: the compiler sizes it as the texture it
+            // stands in for (or the first), and that one is checked.
+            return;
+        }
+        const SkinSize skin = SkinOf(t.Spans, width, height, chrome);
+        skinBytes_ += skin.Bytes();
+        if (skin.Bytes() > studio::MaxSkinBytes) {
+            Warning(MSG_CHECK_TEXTURE_TOO_LARGE,
+                    {shown, std::to_string(skin.Width), std::to_string(skin.Height)});
+        }
+    }
+
+    static std::string FileName(const std::string& path) { return paths::FileNameOf(path); }
+
+    // The compiler's tests of a bitmap's headers, in its order; true when it
+    // takes the bitmap.
+    bool Bitmap(const std::string& shown, const BmpHeader& h) {
+        if (!h.PlainHeaders) {
+            Error(MSG_CHECK_BMP_NOT_BITMAP, {shown});
+            return false;
+        }
+        if (h.Reserved1 != 0 || h.Reserved2 != 0) {
+            Error(MSG_CHECK_BMP_RESERVED, {shown});
+            return false;
+        }
+        if (h.InfoSize != 40 || h.Planes != 1) {
+            Error(MSG_CHECK_BMP_HEADER, {shown, std::to_string(h.InfoSize), std::to_string(h.Planes)});
+            return false;
         }
         if (h.BitsPerPixel != 8) {
             Error(MSG_CHECK_BMP_DEPTH, {shown, std::to_string(h.BitsPerPixel)});
-            usable = false;
+            return false;
         }
         if (h.Compression != 0) {
             Error(MSG_CHECK_BMP_COMPRESSED, {shown});
-            usable = false;
+            return false;
         }
-        if (usable) {
-            const std::uint32_t colours = h.PaletteColours == 0 ? 256 : h.PaletteColours;
-            if (h.PaletteRoom() < std::min<std::uint32_t>(colours, 256) || !h.PixelsComplete()) {
-                Error(MSG_CHECK_BMP_CUT_SHORT, {shown});
+        if (h.PaletteColours > 256) {
+            Error(MSG_CHECK_BMP_PALETTE, {shown, std::to_string(h.PaletteColours)});
+            return false;
+        }
+        // The palette follows the headers; the pixels run from there up to
+        // the size the header gives, which must leave room for every row.
+        const std::uint64_t palette = 4ull * (h.PaletteColours == 0 ? 256 : h.PaletteColours);
+        const std::uint64_t pixelsAt = 54 + palette;
+        if (h.FileSize < pixelsAt) {
+            Error(MSG_CHECK_BMP_CUT_SHORT, {shown});
+            return false;
+        }
+        if (h.DeclaredSize <= pixelsAt || h.DeclaredSize > h.FileSize) {
+            Error(MSG_CHECK_BMP_SIZE_FIELD,
+                  {shown, std::to_string(h.DeclaredSize), std::to_string(h.FileSize)});
+            return false;
+        }
+        if (h.Height < 0) {
+            Error(MSG_CHECK_BMP_TOP_DOWN, {shown});
+            return false;
+        }
+        const std::uint64_t stride = (static_cast<std::uint64_t>(static_cast<std::uint32_t>(h.Width)) + 3) & ~3ull;
+        if (stride * static_cast<std::uint64_t>(h.Height) > h.DeclaredSize - pixelsAt) {
+            Error(MSG_CHECK_BMP_CUT_SHORT, {shown});
+            return false;
+        }
+        if (static_cast<std::uint16_t>(h.Width) == 0 || static_cast<std::uint16_t>(h.Height) == 0) {
+            Error(MSG_CHECK_BMP_EMPTY, {shown, std::to_string(h.Width), std::to_string(h.Height)});
+            return false;
+        }
+        return true;
+    }
+
+    // ---- the rest ----
+
+    void OutputFolder() {
+        const std::string folder = paths::FolderOf(plan_.Output);
+        if (!folder.empty() && !paths::FolderExists(folder)) {
+            At(plan_.OutputAt, Text(MSG_CHECK_OUTPUT_FOLDER, {ShownPath(plan_.Output)}),
+               RowKind::Error);
+        }
+    }
+
+    // The warnings that would repeat, one row each.
+    void Summaries() {
+        const auto firstFew = [](const std::vector<std::string>& names) {
+            std::string list;
+            for (std::size_t i = 0; i < names.size() && i < 3; ++i) {
+                list += (i == 0 ? "" : ", ") + names[i];
             }
+            return names.size() > 3 ? list + ", ..." : list;
+        };
+        if (!otherCase_.empty()) {
+            std::vector<std::string> shown;
+            for (const std::string& p : otherCase_) {
+                shown.push_back("\"" + ShownPath(p) + "\"");
+            }
+            Warning(MSG_CHECK_FILE_OTHER_CASE, {std::to_string(shown.size()), firstFew(shown)});
         }
-        const std::int64_t width = std::abs(static_cast<std::int64_t>(h.Width));
-        const std::int64_t height = std::abs(static_cast<std::int64_t>(h.Height));
-        if (!PowerOfTwo(width) || !PowerOfTwo(height)) {
+        if (!notPowerOfTwo_.empty()) {
             Warning(MSG_CHECK_BMP_NOT_POWER_OF_TWO,
-                    {shown, std::to_string(width), std::to_string(height)});
-        }
-        if (use.Any) {
-            // The part of the bitmap the UVs span; beyond 0..1 it tiles, so
-            // the span can be wider than the bitmap. Rows are whole multiples
-            // of 4 bytes.
-            const double spanU = static_cast<double>(use.MaxU) - use.MinU;
-            const double spanV = static_cast<double>(use.MaxV) - use.MinV;
-            const auto skinW =
-                static_cast<std::int64_t>(std::ceil(spanU * static_cast<double>(width) - 1e-6));
-            const auto skinH =
-                static_cast<std::int64_t>(std::ceil(spanV * static_cast<double>(height) - 1e-6));
-            const std::int64_t rounded = (skinW + 3) / 4 * 4;
-            if (rounded * skinH + studio::PaletteBytes > studio::MaxSkinBytes) {
-                Error(MSG_CHECK_TEXTURE_TOO_LARGE,
-                      {shown, std::to_string(rounded), std::to_string(skinH)});
-            }
+                    {std::to_string(notPowerOfTwo_.size()), firstFew(notPowerOfTwo_)});
         }
     }
 
-    // Attachments and controllers need bones that a reference part has.
-    // Without a part that could be read nothing is certain.
-    void Bones() {
-        if (modelBones_.empty() || !allPartsRead_) {
-            return;
-        }
-        for (int i = 0; i <= limits::LastAttachment; ++i) {
-            const std::string& bone = doc_.AttachmentBones[static_cast<std::size_t>(i)];
-            if (doc_.Attachments[static_cast<std::size_t>(i)].Active == 1 &&
-                !modelBones_.contains(ToUpper(bone))) {
-                Error(MSG_CHECK_ATTACHMENT_BONE, {std::to_string(i), Shown(bone)});
-            }
-        }
-        for (int i = 0; i <= limits::LastController; ++i) {
-            const std::string& bone = doc_.ControllerBones[static_cast<std::size_t>(i)];
-            if (doc_.Controllers[static_cast<std::size_t>(i)].Active == 1 &&
-                !modelBones_.contains(ToUpper(bone))) {
-                Error(MSG_CHECK_CONTROLLER_BONE, {std::to_string(i), Shown(bone)});
-            }
-        }
-    }
-
-    const Document& doc_;
+    const std::string& qcFile_;
     const MessageTexts& texts_;
     const AddRowFn& add_;
-    std::set<std::string> seen_;       // files read, by the path in capitals
-    std::set<std::string> counted_;    // reference parts already counted
-    std::set<std::string> modelBones_; // in capitals
+    CompilePlan plan_;
+    std::vector<BoneFrame> frames_;
+    std::vector<ModelBone> bones_;
+    std::vector<std::pair<std::string, std::string>> renames_;
+    std::vector<ModelTexture> textures_;
     bool allPartsRead_ = true;
-    std::vector<TextureUse> textures_;
-    std::map<std::string, std::size_t> textureIndex_;
+    long skinBytes_ = 0;
+    std::set<std::string> missing_;
+    std::vector<std::string> otherCase_;
+    std::vector<std::string> notPowerOfTwo_;
 };
 
 } // namespace
 
 void CheckModelFiles(const Document& doc, const MessageTexts& texts, const AddRowFn& add) {
-    if (doc.ModelPath.empty()) {
-        return; // check 5 has said so; nothing can be found
-    }
-    FileChecks(doc, texts, add).Run();
+    FileChecks(doc.QcFile, texts, add).Run();
 }
 
 } // namespace quarle::compile

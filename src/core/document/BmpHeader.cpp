@@ -1,9 +1,6 @@
 #include "document/BmpHeader.h"
 
-#include "document/Paths.h"
-
-#include <filesystem>
-#include <fstream>
+#include "document/InputFile.h"
 
 namespace quarle {
 
@@ -49,12 +46,13 @@ BmpHeader ReadBmpHeader(std::string_view bytes, std::uint64_t fileSize) {
     BmpHeader h;
     h.Readable = true;
     h.FileSize = fileSize != 0 ? fileSize : bytes.size();
-    if (bytes.size() < FileHeaderSize + 4 || bytes[0] != 'B' || bytes[1] != 'M') {
+    if (bytes.size() < FileHeaderSize + 4) {
         return h;
     }
+    const bool magic = bytes[0] == 'B' && bytes[1] == 'M';
     h.PixelOffset = U32(bytes, 10);
     h.InfoSize = U32(bytes, 14);
-    if (h.InfoSize == 12) {
+    if (magic && h.InfoSize == 12) {
         // The old OS/2 header: 16-bit sizes.
         if (bytes.size() < FileHeaderSize + 12) {
             return h;
@@ -65,37 +63,39 @@ BmpHeader ReadBmpHeader(std::string_view bytes, std::uint64_t fileSize) {
         h.Bitmap = true;
         return h;
     }
-    if (h.InfoSize < 40 || bytes.size() < HeadBytes) {
+    if (bytes.size() < HeadBytes) {
         return h;
     }
+    h.PlainHeaders = true;
+    h.DeclaredSize = U32(bytes, 2);
+    h.Reserved1 = U16(bytes, 6);
+    h.Reserved2 = U16(bytes, 8);
     h.Width = static_cast<std::int32_t>(U32(bytes, 18));
     h.Height = static_cast<std::int32_t>(U32(bytes, 22));
+    h.Planes = U16(bytes, 26);
     h.BitsPerPixel = U16(bytes, 28);
     h.Compression = U32(bytes, 30);
     h.PaletteColours = U32(bytes, 46);
-    h.Bitmap = true;
+    h.Bitmap = magic && h.InfoSize >= 40;
     return h;
 }
 
 BmpHeader ReadBmpFile(const std::string& path) {
-    const auto found = paths::Resolve(path);
-    if (!found) {
-        return {};
-    }
-    const std::filesystem::path disk = paths::ToFsPath(*found);
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(disk, ec)) {
-        return {};
-    }
-    std::ifstream in(disk, std::ios::binary);
-    if (!in) {
-        return {};
-    }
-    const auto size = std::filesystem::file_size(disk, ec);
+    InputFile file = InputFile::Open(path, FileKind::Bitmap);
     std::string head(HeadBytes, '\0');
-    in.read(head.data(), static_cast<std::streamsize>(head.size()));
-    head.resize(static_cast<std::size_t>(in.gcount()));
-    return ReadBmpHeader(head, ec ? head.size() : size);
+    std::size_t got = 0;
+    while (got < head.size()) {
+        const std::size_t more = file.Read(head.data() + got, head.size() - got);
+        if (more == 0) {
+            break;
+        }
+        got += more;
+    }
+    if (!file) {
+        return {};
+    }
+    head.resize(got);
+    return ReadBmpHeader(head, file.Size() != 0 ? file.Size() : head.size());
 }
 
 } // namespace quarle

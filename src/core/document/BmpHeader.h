@@ -11,7 +11,15 @@ namespace quarle {
 struct BmpHeader {
     bool Readable = false; // the file could be opened
     bool Bitmap = false;   // "BM" and a file and info header that are complete
+    // The file header and a plain 40-byte info header are in the file, "BM"
+    // or not (the model compiler does not look at those two letters); the
+    // fields below are then read as such.
+    bool PlainHeaders = false;
     std::uint64_t FileSize = 0;
+    std::uint32_t DeclaredSize = 0; // the file's size as its header gives it
+    std::uint16_t Reserved1 = 0;
+    std::uint16_t Reserved2 = 0;
+    std::uint16_t Planes = 0;
     std::uint32_t PixelOffset = 0; // where the pixels start in the file
     std::uint32_t InfoSize = 0;    // 40 for the plain header; 12, 108, 124 for others
     std::int32_t Width = 0;

@@ -109,16 +109,10 @@ void InitVars(Document& doc) {
     doc.AttachmentBones.fill(std::string());
     doc.Controllers.fill(ControllerRec{});
     doc.ControllerBones.fill(std::string());
-    // 3.
-    doc.QcFile.clear();
-    // 4. (LstParts is the main window's)
-    // 5. (the count of body groups is set in 9.)
-    doc.EyesOn = 0;
-    doc.ExternalTextures = 0;
-    doc.TextureCount = 0;
-    doc.Gamma = DefaultGamma;
-    doc.SequenceGroupSize = 0;
-    doc.ModelScale = 1.0f;
+    // 3. and 5.: the document's own fields, and what a load kept of a script
+    // (LstParts, step 4, is the main window's; the count of body groups is
+    // set in 9.)
+    static_cast<DocumentResetFields&>(doc) = DocumentResetFields{};
     // 6. texture rows and columns 1..10
     for (int r = 1; r <= limits::LastWrittenTextureRow; ++r) {
         for (int c = 1; c <= limits::LastTexture; ++c) {
@@ -136,8 +130,6 @@ void InitVars(Document& doc) {
     // 9. one empty group named "body"
     doc.BodyGroupCount = 1;
     doc.BodyGroups[1].Name = "body";
-    // 10. what a load kept of a script
-    doc.Layout.reset();
 }
 
 std::size_t DocumentFootprint(const Document& doc) {

@@ -145,9 +145,7 @@ public:
     ~AnimGroup() = default;
 
     // Write access: the slots above 100 are stored from the first access on.
-    AnimRec& operator[](std::size_t i) {
-        return i < Front ? front_[i] : Back()[i - Front];
-    }
+    AnimRec& operator[](std::size_t i) { return i < Front ? front_[i] : Back()[i - Front]; }
     // Read access: a slot above 100 that was never stored reads as a fresh record.
     const AnimRec& operator[](std::size_t i) const {
         return i < Front ? front_[i] : back_ ? (*back_)[i - Front] : Fresh();
@@ -157,8 +155,7 @@ public:
     // Whether the slots above 100 are held in memory (for measurements and tests).
     bool HoldsUpperSlots() const { return back_ != nullptr; }
 
-    template <typename Group, typename Rec>
-    class Iterator {
+    template <typename Group, typename Rec> class Iterator {
     public:
         Iterator(Group* group, std::size_t i) : group_(group), i_(i) {}
         Rec& operator*() const { return (*group_)[i_]; }
@@ -230,21 +227,35 @@ struct TextureModeRec {
 // The 32-bit float nearest to 1.8: the reset gamma, and the writer's test.
 inline constexpr f32 DefaultGamma = 1.8f;
 
-struct Document {
-    Document(); // a document in its reset state
-
+// The document's own fields that a new document resets, with their reset
+// values: written here once, taken by a new Document and put back whole by
+// InitVars.
+struct DocumentResetFields {
     std::string QcFile;
-    std::string ModelName;
-    std::string ModelPath;
-    std::string TexturePath;
     f32 ModelScale = 1.0f;
     f32 Gamma = DefaultGamma;
     flag ExternalTextures = 0;
     flag EyesOn = 0;
+    i16 SequenceGroupSize = 0;
+    u8 TextureCount = 0;
+
+    // The script as a load read it, beside the records: what the forms do
+    // not show, and where each record stood. Empty for a document that no
+    // script was read into.
+    std::shared_ptr<const ScriptLayout> Layout;
+};
+
+struct Document : DocumentResetFields {
+    Document(); // a document in its reset state
+
+    // Not reset by a new document: the model's name and folders, the eye
+    // position and the frame count of the last .smd looked at.
+    std::string ModelName;
+    std::string ModelPath;
+    std::string TexturePath;
     f32 EyeX = 0.0f;
     f32 EyeY = 0.0f;
     f32 EyeZ = 0.0f;
-    i16 SequenceGroupSize = 0;
     u8 BodyGroupCount = 1;
     std::array<BodyGroupRec, limits::LastBodyGroup + 1> BodyGroups{};
     // Anims[group][slot]
@@ -253,23 +264,18 @@ struct Document {
     std::array<std::string, limits::LastAttachment + 1> AttachmentBones{};
     std::array<ControllerRec, limits::LastController + 1> Controllers{};
     std::array<std::string, limits::LastController + 1> ControllerBones{};
-    u8 TextureCount = 0;
     // TextureVariations[row][column]
     std::array<std::array<std::string, limits::LastTexture + 1>, limits::LastTextureRow + 1>
         TextureVariations{};
     std::array<TextureModeRec, limits::LastTextureMode + 1> TextureModes{};
     i16 SmdFrameCount = 0;
-
-    // The script as a load read it, beside the records: what the forms do
-    // not show, and where each record stood. Empty for a document that no
-    // script was read into.
-    std::shared_ptr<const ScriptLayout> Layout;
 };
 
 // The document part of the new-document reset, in its order. The main
 // window's InitVars wraps it with the emptying of LstParts and its Update.
-// Each slot it walks becomes the default-constructed record, so the reset
-// values above are written once. Only the ranges it walks are touched:
+// The document's own fields go back to DocumentResetFields, and each slot it
+// walks becomes the default-constructed record, so the reset values above are
+// written once. Only the ranges it walks are touched:
 // animation slots 101..512, events 11..1024, body groups 11..32, part slots
 // 11..16, texture rows above 10 and render modes above 10 keep what they
 // held. ModelName, ModelPath, TexturePath, the eye position and

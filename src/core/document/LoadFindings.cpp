@@ -1,7 +1,10 @@
 #include "document/LoadFindings.h"
 
+#include "document/InputFile.h"
 #include "document/NumberText.h"
 #include "document/Paths.h"
+#include "document/SafeWrite.h"
+#include "localisation/Cp1252.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -52,34 +55,39 @@ std::string KeptOriginalName(const std::string& script) {
     for (long long n = 1;; ++n) {
         const std::string name = script + ".orig" + (n == 1 ? std::string() : IntToText(n));
         // A name that cannot be tested is taken: the copy then tells why.
-        std::error_code ec;
-        if (!std::filesystem::exists(paths::Resolve(name).value_or(name), ec)) {
+        if (!paths::ResolveFs(name)) {
             return name;
         }
     }
 }
 
-std::optional<std::string> KeepOriginal(const std::string& script, std::string& error) {
-    const std::string from = paths::Resolve(script).value_or(script);
-    std::error_code ec;
+std::optional<std::string> KeepOriginal(const std::string& script, std::string& error,
+                                        const MessageTexts& texts) {
+    OpenProblem problem;
+    const std::optional<std::string> bytes = ReadFileText(script, FileKind::Script, &problem);
+    if (!bytes) {
+        problem.Path = Cp1252ToUtf8(problem.Path);
+        error = DescribeOpenProblem(problem, texts);
+        return std::nullopt;
+    }
+    SafeWriteResult written;
     for (int attempt = 0; attempt < 16; ++attempt) {
         const std::string to = KeptOriginalName(script);
-        // copy_options::none refuses a target that exists, so a name taken
-        // in the meantime is never replaced; the next free one is tried.
-        if (std::filesystem::copy_file(from, to, std::filesystem::copy_options::none, ec)) {
+        // Never over a file: a name taken in the meantime is passed over
+        // for the next free one.
+        SafeWriteOptions options;
+        options.Replace = false;
+        options.TemporaryOf = paths::ToFsPath(script);
+        written = WriteFileSafely(
+            paths::ToFsPath(to), [&](std::ostream& out) { out << *bytes; }, options);
+        if (written) {
             return to;
         }
-        if (ec != std::errc::file_exists) {
-            // Nothing half copied stays behind under the kept name.
-            std::error_code ignored;
-            if (std::filesystem::exists(to, ignored) &&
-                !std::filesystem::equivalent(from, to, ignored)) {
-                std::filesystem::remove(to, ignored);
-            }
+        if (written.Step != SafeWriteStep::Exists) {
             break;
         }
     }
-    error = ec.message();
+    error = SystemReasonText(written.System, texts);
     return std::nullopt;
 }
 

@@ -77,8 +77,10 @@ inline constexpr std::size_t QuotedFindings = 5;
 // NAME.orig, NAME.orig2, NAME.orig3, ... that does not exist.
 std::string KeptOriginalName(const std::string& script);
 
-// Copies the script to KeptOriginalName. Never replaces a file. Gives the
-// name of the copy, or nothing with error set.
-std::optional<std::string> KeepOriginal(const std::string& script, std::string& error);
+// Copies the script to KeptOriginalName, through a temporary file
+// (SafeWrite.h). Never replaces a file. Gives the name of the copy, or
+// nothing with error set (UTF-8, in the given texts).
+std::optional<std::string> KeepOriginal(const std::string& script, std::string& error,
+                                        const MessageTexts& texts = EnglishMessageTexts());
 
 } // namespace quarle

@@ -3,7 +3,6 @@
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 
-#include <fstream>
 #include <optional>
 #include <unordered_set>
 
@@ -47,8 +46,7 @@ std::optional<Stamp> StampOf(const std::string& path) {
 }
 
 bool CanOpen(const std::string& path) {
-    std::ifstream in(FsPath(path), std::ios::binary);
-    return in.is_open();
+    return static_cast<bool>(InputFile::Open(path, FileKind::Smd));
 }
 
 } // namespace

@@ -1,21 +1,15 @@
 #include "document/ModelTextures.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/SmdScan.h"
-
-#include <fstream>
 
 namespace quarle {
 
 namespace {
 
 bool CanRead(const std::string& path) {
-    const std::optional<std::string> disk = paths::Resolve(path);
-    if (!disk || !paths::FileExists(*disk)) {
-        return false;
-    }
-    std::ifstream in(paths::ToFsPath(*disk), std::ios::binary);
-    return in.is_open();
+    return static_cast<bool>(InputFile::Open(path, FileKind::Smd));
 }
 
 } // namespace

@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <system_error>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace quarle::paths {
 
 namespace fs = std::filesystem;
@@ -14,6 +18,36 @@ namespace {
 unsigned char FoldAscii(char c) {
     const auto u = static_cast<unsigned char>(c);
     return (u >= 'A' && u <= 'Z') ? static_cast<unsigned char>(u + ('a' - 'A')) : u;
+}
+
+// Whether the bytes are UTF-8 throughout (ASCII is).
+[[maybe_unused]] bool IsUtf8(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const auto b = static_cast<unsigned char>(text[i]);
+        const std::size_t length = b < 0x80             ? 1
+                                   : (b & 0xE0) == 0xC0 ? 2
+                                   : (b & 0xF0) == 0xE0 ? 3
+                                   : (b & 0xF8) == 0xF0 ? 4
+                                                        : 0;
+        if (length == 0 || i + length > text.size()) {
+            return false;
+        }
+        char32_t cp = length == 1 ? b : b & (0x7F >> length);
+        for (std::size_t k = 1; k < length; ++k) {
+            const auto c = static_cast<unsigned char>(text[i + k]);
+            if ((c & 0xC0) != 0x80) {
+                return false;
+            }
+            cp = (cp << 6) | (c & 0x3F);
+        }
+        if ((length == 2 && cp < 0x80) || (length == 3 && cp < 0x800) ||
+            (length == 4 && (cp < 0x10000 || cp > 0x10FFFF)) || (cp >= 0xD800 && cp <= 0xDFFF)) {
+            return false;
+        }
+        i += length;
+    }
+    return true;
 }
 
 enum class Kind { Any, File, Folder };
@@ -41,19 +75,21 @@ std::optional<fs::path> FindNoCase(const fs::path& dir, const std::string& name,
     std::error_code ec;
     fs::directory_iterator it(dir.empty() ? fs::path(".") : dir, ec);
     std::optional<std::string> best;
+    fs::path bestName; // as the system spells it
     for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
         std::string candidate = FromFsPath(it->path().filename());
         if (!EqualsNoCase(candidate, name) || (best && !(candidate < *best))) {
             continue;
         }
-        if (IsKind(dir / ToFsPath(candidate), kind)) {
+        if (IsKind(dir / it->path().filename(), kind)) {
             best = std::move(candidate);
+            bestName = it->path().filename();
         }
     }
     if (!best) {
         return std::nullopt;
     }
-    return dir / ToFsPath(*best);
+    return dir / bestName;
 }
 
 std::optional<fs::path> ResolveAs(std::string_view path, Kind kind) {
@@ -204,18 +240,69 @@ bool NameLess(std::string_view a, std::string_view b) {
     return a < b;
 }
 
-fs::path ToFsPath(std::string_view path) {
 #ifdef _WIN32
+fs::path ToFsPath(std::string_view path) {
     const std::string utf8 = Cp1252ToUtf8(path);
-#else
-    const std::string utf8 = Cp1252ToUtf8(ToStyle(path, Style::Posix));
-#endif
     return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 std::string FromFsPath(const fs::path& path) {
     const std::u8string text = path.u8string();
     return Utf8ToCp1252(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+}
+#else
+namespace {
+
+// The path with each name between '/' replaced by what fn makes of it;
+// fn(before, name) also sees the path made so far.
+template <typename Fn> std::string EachName(std::string_view path, Fn fn) {
+    std::string made;
+    made.reserve(path.size());
+    for (std::size_t start = 0; start <= path.size();) {
+        const std::size_t end = std::min(path.find('/', start), path.size());
+        made += fn(made, path.substr(start, end - start));
+        if (end < path.size()) {
+            made += '/';
+        }
+        start = end + 1;
+    }
+    return made;
+}
+
+} // namespace
+
+fs::path ToFsPath(std::string_view path) {
+    const std::string posix = ToStyle(path, Style::Posix);
+    if (std::all_of(posix.begin(), posix.end(),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        return fs::path(posix);
+    }
+    // Name by name: one that is not UTF-8 may be the very bytes of a name
+    // on disk (FromFsPath gives those as they are).
+    return fs::path(EachName(posix, [](const std::string& before, std::string_view name) {
+        std::string utf8 = Cp1252ToUtf8(name);
+        if (utf8 == name || IsUtf8(name)) {
+            return utf8;
+        }
+        struct stat st {};
+        const bool onlyBytes = ::lstat((before + utf8).c_str(), &st) != 0 &&
+                               ::lstat((before + std::string(name)).c_str(), &st) == 0;
+        return onlyBytes ? std::string(name) : utf8;
+    }));
+}
+
+std::string FromFsPath(const fs::path& path) {
+    // Name by name: a name that is not UTF-8 (made on a system with another
+    // code page) is taken as the bytes it is, which cp1252 reads as the
+    // Western letters they most likely were.
+    return EachName(path.native(), [](const std::string&, std::string_view name) {
+        return IsUtf8(name) ? Utf8ToCp1252(name) : std::string(name);
+    });
+}
+#endif
+
+std::optional<fs::path> ResolveFs(const std::string& path) {
+    return ResolveAs(path, Kind::Any);
 }
 
 std::optional<std::string> Resolve(const std::string& path) {
@@ -235,7 +322,7 @@ bool FolderExists(const std::string& path) {
 }
 
 std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
-                                                     std::string_view ext) {
+                                                     std::string_view ext, Entries which) {
     const std::optional<fs::path> dir = ResolveAs(folder, Kind::Folder);
     if (!dir) {
         return std::nullopt;
@@ -253,7 +340,8 @@ std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
             continue;
         }
         std::error_code typeError;
-        if (it->is_regular_file(typeError)) {
+        if (which == Entries::NotFolders ? !it->is_directory(typeError)
+                                         : it->is_regular_file(typeError)) {
             names.push_back(std::move(name));
         }
     }

@@ -58,7 +58,9 @@ bool NameLess(std::string_view a, std::string_view b);
 // A path of the document (cp1252 bytes, as scripts hold it) as the file
 // system takes it, and back. The file system is given UTF-8 on every system
 // (host separators); a name on disk with a character cp1252 cannot hold comes
-// back with '?' in its place.
+// back with '?' in its place. Off Windows a name on disk that is not UTF-8
+// (made where another code page ruled) comes back as its very bytes, and
+// goes to the system so again when no UTF-8 name of that text exists.
 std::filesystem::path ToFsPath(std::string_view path);
 std::string FromFsPath(const std::filesystem::path& path);
 
@@ -67,15 +69,21 @@ std::string FromFsPath(const std::filesystem::path& path);
 // spellings exist); nullopt when nothing matches. The result uses host
 // separators.
 std::optional<std::string> Resolve(const std::string& path);
+// The same, as the file system spells it (for a file about to be opened).
+std::optional<std::filesystem::path> ResolveFs(const std::string& path);
 bool FileExists(const std::string& path);   // a regular file, case fallback
 bool FolderExists(const std::string& path); // a folder, case fallback
 
+// What a listing takes: regular files (and links to them), or every entry
+// but folders (pipes, devices, ... included, for a reader to refuse by name).
+enum class Entries { Files, NotFolders };
+
 // File names (not paths) in Folder whose name ends with Ext in any case
-// (Ext with its dot: ".smd"), longer than Ext, regular files only, sorted by
-// NameLess. The folder itself goes through the case fallback. nullopt when
-// the folder cannot be listed.
-std::optional<std::vector<std::string>> TryListFiles(const std::string& folder,
-                                                     std::string_view ext);
+// (Ext with its dot: ".smd"), longer than Ext, of the entries asked for,
+// sorted by NameLess. The folder itself goes through the case fallback.
+// nullopt when the folder cannot be listed.
+std::optional<std::vector<std::string>>
+TryListFiles(const std::string& folder, std::string_view ext, Entries which = Entries::Files);
 // TryListFiles with an unreadable folder read as empty.
 std::vector<std::string> ListFiles(const std::string& folder, std::string_view ext);
 

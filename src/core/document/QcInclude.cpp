@@ -1,12 +1,12 @@
 #include "document/QcInclude.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/Text.h"
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace quarle {
@@ -46,27 +46,16 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
     return lines;
 }
 
-bool ReadWholeFile(const std::string& path, std::string& text) {
-    std::error_code ec;
-    const std::filesystem::path disk = paths::ToFsPath(path);
-    if (path.empty() || !std::filesystem::is_regular_file(disk, ec)) {
+bool ReadWholeFile(const std::string& path, std::string& text, OpenProblem* problem) {
+    InputFile file = InputFile::Open(path, FileKind::Script);
+    text.clear();
+    if (!file.ReadAll(text)) {
+        if (problem != nullptr) {
+            *problem = file.Problem();
+        }
         return false;
     }
-    std::ifstream in(disk, std::ios::binary);
-    if (!in) {
-        return false;
-    }
-    // One read of the size the file has now; whatever it grew by since comes
-    // in blocks behind it.
-    const auto size = std::filesystem::file_size(disk, ec);
-    text.resize(ec ? 0 : static_cast<std::size_t>(size));
-    in.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(in.gcount()));
-    char block[1 << 14];
-    while (in && (in.read(block, sizeof block) || in.gcount() > 0)) {
-        text.append(block, static_cast<std::size_t>(in.gcount()));
-    }
-    return !in.bad();
+    return true;
 }
 
 std::string DiskPath(std::string_view scriptPath, const std::string& baseFolder) {

@@ -2,6 +2,8 @@
 // relative path of a script points.
 #pragma once
 
+#include "document/InputFile.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +14,10 @@ namespace quarle {
 // line without an end counts. Bytes are kept as they are.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
-// The whole of a regular file; false when it is not one or cannot be read.
-// (Devices and folders are refused, so an include of /dev/zero cannot hang.)
-bool ReadWholeFile(const std::string& path, std::string& text);
+// The whole of a script or include, opened as InputFile opens it (regular
+// files only, within the size limit of scripts); false, with problem filled,
+// when it is refused or cannot be read.
+bool ReadWholeFile(const std::string& path, std::string& text, OpenProblem* problem = nullptr);
 
 // The path on disk for a path of a script: separators of this machine, and a
 // relative path taken from baseFolder (when there is one).

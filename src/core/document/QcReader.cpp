@@ -43,6 +43,13 @@ std::optional<ReadProblem> NotAScript(std::string_view text) {
 
 namespace {
 
+// Directives and skipped lines read between two reports of the progress of
+// a load.
+constexpr std::size_t ProgressSteps = 256;
+
+// Lines read between two reports of the progress of a load.
+constexpr std::size_t ProgressLines = 512;
+
 // Position (from 1) of the last folder separator, with the quirk of FindLast:
 // the last character is not looked at. Both separators on a POSIX host.
 int LastSeparator(std::string_view text) {
@@ -164,7 +171,13 @@ public:
             IncludeNotRead(status, name);
         });
         cursor_ = &cursor;
+        scriptSize_ = tokens.SourceText(0).size();
+        std::size_t steps = 0;
         while (!broken_ && cursor.NextCross()) {
+            if (++steps % ProgressSteps == 0 && !ReportProgress()) {
+                cancelled_ = true;
+                return false;
+            }
             const std::string_view word = cursor.Text();
             if (word.empty() || word.front() != '$') {
                 SkipLine();
@@ -180,6 +193,11 @@ public:
         }
         layout_->CompilerStops = stops_ || cursor.CompilerStops();
         NoteRefusal();
+        // The texture scans of the parts follow, which may read large meshes.
+        if (!host_.Progress(scriptSize_, scriptSize_)) {
+            cancelled_ = true;
+            return false;
+        }
         ResolveTextures();
         BuildPieces();
         ListAnimations();
@@ -188,6 +206,8 @@ public:
     }
 
     bool HeldDirective() const { return heldDirective_; }
+    // Whether the user cancelled the load (Read returned false).
+    bool Cancelled() const { return cancelled_; }
 
     LoadFindings TakeFindings() { return std::move(findings_); }
 
@@ -195,6 +215,16 @@ public:
     void WriteFlattened(std::ostream& out) const { Flatten(out, 0); }
 
 private:
+    // How far the script is read, in its bytes: where the last token of the
+    // script itself stands (its includes count where their line stands).
+    bool ReportProgress() {
+        const ScriptToken& token = cursor_->Token();
+        if (token.Source == 0) {
+            progressAt_ = token.Begin;
+        }
+        return host_.Progress(progressAt_, scriptSize_);
+    }
+
     // --- questions --------------------------------------------------------
 
     void BreakOff() {
@@ -1166,6 +1196,9 @@ private:
     ScriptTokens* tokens_ = nullptr;
     ScriptCursor* cursor_ = nullptr;
     bool broken_ = false;
+    bool cancelled_ = false;
+    std::size_t scriptSize_ = 0;
+    std::size_t progressAt_ = 0;
     bool heldDirective_ = false;
     int directiveLine_ = 0;
     bool stops_ = false;
@@ -1220,8 +1253,10 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
         workFolder.empty() ? std::string(WorkFileName) : paths::Join(workFolder, WorkFileName);
 
     std::string script;
-    if (!ReadWholeFile(DiskPath(doc.QcFile, ""), script)) {
-        report(ReadProblem::ScriptUnreadable, doc.QcFile);
+    OpenProblem problem;
+    if (!ReadWholeFile(DiskPath(doc.QcFile, ""), script, &problem)) {
+        problem.Path = doc.QcFile;
+        report.File(ReadProblem::ScriptUnreadable, problem);
         host.NewDocument();
         return ReadOutcome::Unreadable;
     }
@@ -1243,7 +1278,7 @@ ReadOutcome ReadQcFile(Document& doc, ReaderHost& host, const std::string& workF
 
     Reader reader(doc, host, report);
     if (!reader.Read(std::move(script))) {
-        return ReadOutcome::Refused;
+        return reader.Cancelled() ? ReadOutcome::Cancelled : ReadOutcome::Refused;
     }
     reader.WriteFlattened(out);
     out.close();

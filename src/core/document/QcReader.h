@@ -28,6 +28,7 @@ enum class ReadOutcome {
     Refused,    // the user refused a question; NewDocument has run
     Unreadable, // the script or the working file could not be used (reported); NewDocument has run
     NotAScript, // the file is binary or UTF-16 text (reported); NewDocument has run
+    Cancelled,  // the host's Progress answered false; the document is half read
 };
 
 // What a file looks like when it is no script the compiler could read: one

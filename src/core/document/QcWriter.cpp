@@ -6,14 +6,11 @@
 #include "document/QcLayoutWriter.h"
 #include "document/QcScriptLines.h"
 #include "document/QcTextureGroups.h"
+#include "document/SafeWrite.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <random>
 #include <system_error>
 
 namespace quarle {
@@ -146,25 +143,11 @@ WriteResult Failure(WriteFailure reason, const std::string& what, const fs::path
     result.Where = Utf8(path);
     result.Error = what + ": " + result.Where;
     if (ec) {
+        result.System = ec;
         result.SystemReason = ec.message();
         result.Error += " (" + result.SystemReason + ")";
     }
     return result;
-}
-
-// A name beside the target that no file has yet.
-fs::path TemporaryBeside(const fs::path& target) {
-    std::mt19937 random(static_cast<std::mt19937::result_type>(
-        std::chrono::steady_clock::now().time_since_epoch().count()));
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        fs::path candidate = target;
-        candidate += ".tmp" + std::to_string(random() % 1000000);
-        std::error_code ec;
-        if (!fs::exists(candidate, ec) && !ec) {
-            return candidate;
-        }
-    }
-    return {};
 }
 
 } // namespace
@@ -211,57 +194,45 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
         return result;
     }
 
-    const fs::path temporary = TemporaryBeside(target);
-    if (temporary.empty()) {
-        WriteResult result = Failure(WriteFailure::NoTemporary,
-                                     "No temporary file could be made beside the script", target);
-        result.OldFileExisted = replacing;
-        return result;
-    }
-    auto fail = [&](WriteFailure reason, const std::string& what, const fs::path& where,
-                    std::error_code code = {}) {
-        std::error_code ignored;
-        fs::remove(temporary, ignored);
-        WriteResult result = Failure(reason, what, where, code);
-        result.OldFileExisted = replacing;
-        return result;
-    };
     std::vector<std::string> writtenIn;
-    {
-        errno = 0;
-        // A buffer of some size: the script is written in few calls.
-        std::vector<char> buffer(std::size_t{1} << 16);
-        std::ofstream out;
-        out.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        out.open(temporary, std::ios::binary | std::ios::trunc);
-        if (!out.is_open()) {
-            const int error = errno;
-            return fail(WriteFailure::FolderUnwritable,
-                        "The folder of the script cannot be written to", folder,
-                        error != 0 ? std::error_code(error, std::generic_category())
-                                   : std::error_code());
-        }
-        WriteQcScript(doc, out, decimalSeparator, &writtenIn);
-        out.flush();
-        const bool written = out.good();
-        out.close();
-        if (!written || out.fail()) {
-            return fail(WriteFailure::Incomplete,
-                        "The script could not be written completely (is the disk full?)", target);
-        }
-    }
+    SafeWriteOptions options;
     if (replacing) {
         // The new script keeps what the user set for the old one.
-        fs::permissions(temporary, old.permissions(), ec);
+        options.Permissions = old.permissions();
     }
-    fs::rename(temporary, target, ec);
-    if (ec) {
-        return fail(WriteFailure::NotReplaced, "The script could not replace the old file", target,
-                    ec);
+    const SafeWriteResult written = WriteFileSafely(
+        target,
+        [&](std::ostream& out) {
+            writtenIn.clear();
+            WriteQcScript(doc, out, decimalSeparator, &writtenIn);
+        },
+        options);
+    WriteResult result;
+    switch (written.Step) {
+    case SafeWriteStep::Done:
+        result.IncludesWrittenIn = std::move(writtenIn);
+        return result;
+    case SafeWriteStep::NoTemporary:
+        result = Failure(WriteFailure::NoTemporary,
+                         "No temporary file could be made beside the script", target);
+        break;
+    case SafeWriteStep::Create:
+        result = Failure(WriteFailure::FolderUnwritable,
+                         "The folder of the script cannot be written to", folder, written.System);
+        break;
+    case SafeWriteStep::Write:
+        result = Failure(WriteFailure::Incomplete,
+                         "The script could not be written completely (is the disk full?)", target,
+                         written.System);
+        break;
+    case SafeWriteStep::Replace:
+    case SafeWriteStep::Exists:
+        result = Failure(WriteFailure::NotReplaced, "The script could not replace the old file",
+                         target, written.System);
+        break;
     }
-    WriteResult written;
-    written.IncludesWrittenIn = std::move(writtenIn);
-    return written;
+    result.OldFileExisted = replacing;
+    return result;
 }
 
 } // namespace quarle

@@ -21,6 +21,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace quarle {
@@ -55,6 +56,7 @@ struct WriteResult {
     WriteFailure Reason = WriteFailure::None;
     std::string Where;           // the file or folder that failed, document text
     std::string SystemReason;    // the system's own words, when it gave some
+    std::error_code System;      // and its reason, for a text of the user's language
     bool OldFileExisted = false; // a file of the script's name was there (and is unchanged)
     // The includes a change of the user put into the script (their $include
     // lines): the files themselves are left as they were.
@@ -62,10 +64,10 @@ struct WriteResult {
 };
 
 // Writes the script to path through a temporary file in the same folder,
-// renamed over the target at the end: a failed write leaves an old script
-// whole and removes the temporary file. A write-protected target is refused,
-// not replaced; a replaced target keeps its permissions. (The recent-file
-// list is the caller's.)
+// renamed over the target at the end (SafeWrite.h): a failed or killed write
+// leaves an old script whole, and no temporary file stays behind. A write-protected target is
+// refused, not replaced; a replaced target keeps its permissions. (The recent-file list is the
+// caller's.)
 WriteResult WriteQcFile(const Document& doc, const std::string& path, char decimalSeparator);
 
 } // namespace quarle

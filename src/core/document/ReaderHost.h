@@ -3,6 +3,7 @@
 // shows anything itself.
 #pragma once
 
+#include "document/InputFile.h"
 #include "localisation/GlobalStrings.h"
 #include "localisation/MessageTexts.h"
 
@@ -77,6 +78,18 @@ public:
     // sentence for it.
     virtual void Problem(ReadProblem kind, const std::string& detail) = 0;
 
+    // A script that is not read (ScriptUnreadable), with why (InputFile.h).
+    // By default told as Problem with the file's path.
+    virtual void FileProblem(ReadProblem kind, const OpenProblem& problem) {
+        Problem(kind, problem.Path);
+    }
+
+    // How far the load is: done of total bytes of the script read (its
+    // includes count where their line stands; total of total: the texture
+    // scans of the parts follow). Called every few hundred directives; false
+    // cancels the load (ReadOutcome::Cancelled).
+    virtual bool Progress(std::size_t /*done*/, std::size_t /*total*/) { return true; }
+
     // The load went through: enable the model files page, point FileList at
     // ModelPath when that folder holds files, Update, enable the animation wizard.
     virtual void LoadFinished() = 0;
@@ -101,14 +114,24 @@ class ProblemOnce {
 public:
     explicit ProblemOnce(ReaderHost& host) : host_(host) {}
     void operator()(ReadProblem kind, const std::string& detail) {
-        const auto i = static_cast<std::size_t>(kind);
-        if (!seen_[i]) {
-            seen_[i] = true;
+        if (First(kind)) {
             host_.Problem(kind, detail);
+        }
+    }
+    void File(ReadProblem kind, const OpenProblem& problem) {
+        if (First(kind)) {
+            host_.FileProblem(kind, problem);
         }
     }
 
 private:
+    bool First(ReadProblem kind) {
+        const auto i = static_cast<std::size_t>(kind);
+        const bool first = !seen_[i];
+        seen_[i] = true;
+        return first;
+    }
+
     ReaderHost& host_;
     std::bitset<ReadProblemKinds> seen_;
 };

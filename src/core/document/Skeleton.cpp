@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <bitset>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 
 namespace quarle {
 
@@ -287,16 +285,9 @@ SkeletonLoad ContinueSkeleton(SkeletonTables& tables, const Document& doc,
     if (const auto file = SkeletonFile(doc)) {
         load.Path = *file;
         load.Source = SkeletonSource::Unreadable;
-        if (const auto found = paths::Resolve(*file)) {
-            std::ifstream in(paths::ToFsPath(*found), std::ios::binary);
-            if (in) {
-                const std::string text((std::istreambuf_iterator<char>(in)),
-                                       std::istreambuf_iterator<char>());
-                if (!in.bad()) {
-                    ReadSkeletonText(tables, text, variant);
-                    load.Source = SkeletonSource::Read;
-                }
-            }
+        if (const auto text = ReadFileText(*file, FileKind::Smd, &load.Unread)) {
+            ReadSkeletonText(tables, *text, variant);
+            load.Source = SkeletonSource::Read;
         }
     }
     load.ListedBones = PlaceBones(tables, variant);

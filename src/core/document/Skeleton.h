@@ -19,6 +19,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "document/InputFile.h"
 
 #include <array>
 #include <optional>
@@ -63,6 +64,7 @@ enum class SkeletonSource {
 struct SkeletonLoad {
     SkeletonSource Source = SkeletonSource::NoPart;
     std::string Path;               // the file looked for ("" for NoPart)
+    OpenProblem Unread;             // why it was not read (Unreadable)
     std::vector<int> ListedBones;   // the named bones in index order: TxtBone's entries
 };
 

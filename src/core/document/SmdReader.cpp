@@ -299,14 +299,15 @@ SmdModel ReadSmdText(std::string_view text) {
 }
 
 SmdModel ReadSmdFile(const std::string& path) {
-    std::string text;
-    const auto found = paths::Resolve(path);
-    if (!found || !ReadWholeFile(*found, text)) {
+    OpenProblem problem;
+    const std::optional<std::string> text = ReadFileText(path, FileKind::Smd, &problem);
+    if (!text) {
         SmdModel model;
         model.Problems.push_back({SmdProblemKind::Unreadable, 0});
+        model.Unread = std::move(problem);
         return model;
     }
-    return ReadSmdText(text);
+    return ReadSmdText(*text);
 }
 
 } // namespace quarle

@@ -15,6 +15,8 @@
 //   from the result.
 #pragma once
 
+#include "document/InputFile.h"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -73,6 +75,7 @@ struct SmdModel {
     std::vector<SmdFrame> Frames;
     std::vector<SmdTriangle> Triangles;
     std::vector<SmdProblem> Problems;
+    OpenProblem Unread; // why the file was not read, with an Unreadable problem
 
     // The name of a bone by its index in Nodes; empty when there is none.
     std::string_view BoneName(int index) const;

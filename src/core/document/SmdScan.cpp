@@ -1,15 +1,17 @@
 #include "document/SmdScan.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/Text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 
 namespace quarle {
 
@@ -69,31 +71,10 @@ std::size_t CountLineEnds(const char* p, const char* end) {
     return count;
 }
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
-
-// Opens Path, through the case fallback of paths when it is not there as
-// given; null when it cannot be opened.
-File OpenSmd(const std::string& path) {
-    auto open = [](const std::string& name) {
-#ifdef _WIN32
-        return _wfopen(paths::ToFsPath(name).c_str(), L"rb");
-#else
-        return std::fopen(paths::ToFsPath(name).c_str(), "rb");
-#endif
-    };
-    File file(open(path));
-    if (!file) {
-        if (std::optional<std::string> found = paths::Resolve(path)) {
-            file.reset(open(*found));
-        }
-    }
-    if (file) {
-        std::setvbuf(file.get(), nullptr, _IONBF, 0); // our blocks are the buffer
-    }
-    return file;
+// Opens Path as an .smd file (InputFile.h: through the case fallback of
+// paths, regular files only).
+InputFile OpenSmd(const std::string& path) {
+    return InputFile::Open(path, FileKind::Smd);
 }
 
 // The read buffer: two blocks, so that a line cut by one read finds room in
@@ -114,7 +95,7 @@ struct ScanLine {
 // OnLine(ScanLine), until it returns false. Skipped is counted only when
 // CountSkipped is set, and is 0 otherwise.
 template <class OnLine>
-void ScanLines(const File& file, AnyOf& finder, bool countSkipped, OnLine&& onLine) {
+void ScanLines(InputFile&& file, AnyOf& finder, bool countSkipped, OnLine&& onLine) {
     char* const buffer = ReadBuffer();
     std::size_t kept = 0;    // an unfinished line at the buffer's front
     bool skipLf = false;     // the last block ended on a CR
@@ -151,8 +132,8 @@ void ScanLines(const File& file, AnyOf& finder, bool countSkipped, OnLine&& onLi
     };
 
     for (bool atEnd = false; !atEnd;) {
-        const std::size_t got = file ? std::fread(buffer + kept, 1, BlockSize, file.get()) : 0;
-        atEnd = got < BlockSize;
+        const std::size_t got = file.Read(buffer + kept, BlockSize);
+        atEnd = got == 0;
         const char* p = buffer;
         const char* const end = buffer + kept + got;
         if (skipLf && p < end && *p == '\n') {
@@ -265,25 +246,75 @@ std::optional<i16> TimeFrame(std::string_view value) {
         std::clamp<std::int64_t>(negative ? -whole : whole, INT16_MIN, INT16_MAX));
 }
 
-// Whether Line is a texture line (it holds ".BMP" in any case) that matches
-// none of Names in upper case (ToUpper). A mesh repeats a few texture lines
-// thousands of times, mostly as first seen, so an exact compare settles most.
-bool IsNewTexture(std::span<const std::string> names, std::string_view line) {
-    if (std::find(names.begin(), names.end(), line) != names.end() ||
-        line.find('.') == std::string_view::npos) {
-        return false;
+// The texture lines of a scan so far, held by their upper-case form
+// (ToUpper), so that a line is told new or known in one look-up however many
+// names a file has.
+class TextureSet {
+public:
+    // Counts Name as known.
+    void Add(std::string_view name) {
+        known_.insert(ToUpper(name));
+        written_.emplace(name);
     }
-    const std::string upper = ToUpper(line);
-    return upper.find(".BMP") != std::string::npos &&
-           std::none_of(names.begin(), names.end(),
-                        [&](const std::string& name) { return ToUpper(name) == upper; });
-}
+
+    // Whether Line is a texture line (it holds ".BMP" in any case) that
+    // matches no known name in upper case. A new line is not yet known:
+    // KeepLast() adds it.
+    bool IsNew(std::string_view line) {
+        // A mesh names the texture of each triangle, mostly the one of the
+        // triangle before and always as first written, so the last known
+        // line and the known lines as written settle most without a change
+        // of case.
+        if (line == last_) {
+            return false;
+        }
+        if (written_.find(line) != written_.end()) {
+            last_.assign(line);
+            return false;
+        }
+        if (line.find('.') == std::string_view::npos) {
+            return false;
+        }
+        upper_ = ToUpper(line);
+        if (upper_.find(".BMP") == std::string::npos) {
+            return false;
+        }
+        if (known_.contains(upper_)) {
+            written_.emplace(line);
+            last_.assign(line);
+            return false;
+        }
+        tested_ = line;
+        return true;
+    }
+
+    // Counts the line last found new as known.
+    void KeepLast() {
+        known_.insert(upper_);
+        written_.emplace(tested_);
+    }
+
+private:
+    // Looks up a string_view without making a string of it.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view s) const noexcept {
+            return std::hash<std::string_view>{}(s);
+        }
+    };
+
+    std::unordered_set<std::string> known_;                           // upper case
+    std::unordered_set<std::string, Hash, std::equal_to<>> written_; // as written
+    std::string upper_;         // of the line last tested
+    std::string_view tested_;   // the line last found new, while its block lasts
+    std::string last_;          // the last line found known
+};
 
 } // namespace
 
 std::string FindFileValue(const std::string& path, std::string_view word, int& line) {
     std::string result(NoToken);
-    const File file = OpenSmd(path);
+    InputFile file = OpenSmd(path);
     if (!file || word.find_first_of("\r\n") != std::string_view::npos) {
         return result; // no value holds a line end
     }
@@ -293,7 +324,7 @@ std::string FindFileValue(const std::string& path, std::string_view word, int& l
     AnyOf finder(word.empty() ? std::string() : std::string{word[0], '*', ','});
     std::int64_t counter = 0;
     bool comment = false;
-    ScanLines(file, finder, true, [&](const ScanLine& scan) {
+    ScanLines(std::move(file), finder, true, [&](const ScanLine& scan) {
         counter += static_cast<std::int64_t>(scan.Skipped);
         return ForEachValue(scan.Text, [&](std::string_view value) {
             ++counter;
@@ -345,14 +376,19 @@ bool CollectBmpLines(const std::string& path, std::span<std::string> names, int&
     const int capacity = std::max(0, static_cast<int>(names.size()) - 1);
     int known = std::clamp(count, 0, capacity);
     const std::span<const std::string> table = names.empty() ? names : names.subspan(1);
+    TextureSet textures;
+    for (const std::string& name : table.first(static_cast<std::size_t>(known))) {
+        textures.Add(name);
+    }
     AnyOf finder("bB");
     bool fits = true;
     ScanLines(OpenSmd(path), finder, false, [&](const ScanLine& scan) {
-        if (!IsNewTexture(table.first(static_cast<std::size_t>(known)), scan.Text)) {
+        if (!textures.IsNew(scan.Text)) {
             return true;
         }
         fits = known < capacity;
         if (fits) {
+            textures.KeepLast();
             count = ++known;
             names[static_cast<std::size_t>(known)].assign(scan.Text);
         }
@@ -363,14 +399,16 @@ bool CollectBmpLines(const std::string& path, std::span<std::string> names, int&
 
 SmdFacts ScanSmdFile(const std::string& path) {
     SmdFacts facts;
-    const File file = OpenSmd(path);
-    facts.Readable = file != nullptr;
+    InputFile file = OpenSmd(path);
+    facts.Readable = static_cast<bool>(file);
+    facts.Unread = file.Problem();
     // Time values and texture lines share an 'M' in either case, so two
     // searches find both. Until the file is known to be a reference mesh,
     // lines that can hold "triangles" or move the comment mark count too.
     AnyOf finder("mMg*");
+    TextureSet textures;
     bool comment = false;
-    ScanLines(file, finder, false, [&](const ScanLine& scan) {
+    ScanLines(std::move(file), finder, false, [&](const ScanLine& scan) {
         const std::string_view line = scan.Text;
         // Behind the reference test, only a line with a 't' can hold a time value.
         if (!facts.Reference ||
@@ -390,7 +428,8 @@ SmdFacts ScanSmdFile(const std::string& path) {
                 return true;
             });
         }
-        if (IsNewTexture(facts.Textures, line)) {
+        if (textures.IsNew(line)) {
+            textures.KeepLast();
             facts.Textures.emplace_back(line);
         }
         return true;

@@ -13,14 +13,16 @@
 // - Line scans (CollectBmpLines) take whole lines as they stand.
 // - Lines are held up to at least 128 KiB; the rest of a longer line is
 //   skipped. Binary junk reads as text.
-// - Paths go through the case fallback of paths::Resolve. A file that cannot
-//   be opened reads as an empty file.
+// - Files are opened as InputFile opens them: through the case fallback of
+//   paths::Resolve, regular files only, within the size limit of .smd files.
+//   A file that is refused or cannot be opened reads as an empty file.
 //
 // Files are read in large blocks; only lines that can matter to a scan (those
 // holding a byte that can start its word) are cut into values.
 #pragma once
 
 #include "document/Document.h"
+#include "document/InputFile.h"
 
 #include <span>
 #include <string>
@@ -59,6 +61,7 @@ bool CollectBmpLines(const std::string& path, std::span<std::string> names, int&
 // The facts of the three scans above in one read of the file.
 struct SmdFacts {
     bool Readable = false;  // the file could be opened
+    OpenProblem Unread;     // why not, when it could not
     bool Reference = false; // as IsReferenceSmd
     bool HasTime = false;   // a time value with a number was seen
     i16 LastFrame = 0;      // what ScanSmdFrames would set, when HasTime

@@ -5,13 +5,6 @@
 namespace quarle {
 namespace {
 
-// Code points of the bytes 0x80 to 0x9F; the undefined ones keep their number.
-constexpr std::array<char32_t, 32> High = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
 void AppendUtf8(std::string& out, char32_t cp) {
     if (cp < 0x80) {
         out += static_cast<char>(cp);
@@ -25,18 +18,6 @@ void AppendUtf8(std::string& out, char32_t cp) {
     }
 }
 
-char ToByte(char32_t cp) {
-    if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
-        return static_cast<char>(cp);
-    }
-    for (std::size_t i = 0; i < High.size(); ++i) {
-        if (High[i] == cp) {
-            return static_cast<char>(0x80 + i);
-        }
-    }
-    return '?';
-}
-
 } // namespace
 
 std::string Cp1252ToUtf8(std::string_view bytes) {
@@ -46,10 +27,8 @@ std::string Cp1252ToUtf8(std::string_view bytes) {
         const auto b = static_cast<unsigned char>(c);
         if (b < 0x80) {
             out += c;
-        } else if (b < 0xA0) {
-            AppendUtf8(out, High[b - 0x80]);
         } else {
-            AppendUtf8(out, b);
+            AppendUtf8(out, Cp1252CodePoint(b));
         }
     }
     return out;
@@ -97,7 +76,7 @@ std::string Utf8ToCp1252(std::string_view text) {
             ++i;
             continue;
         }
-        out += ToByte(cp);
+        out += Cp1252Byte(cp).value_or('?');
         i += length;
     }
     return out;

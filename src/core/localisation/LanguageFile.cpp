@@ -1,9 +1,10 @@
 #include "localisation/LanguageFile.h"
 
+#include "document/InputFile.h"
+#include "document/Paths.h"
 #include "localisation/Cp1252.h"
 #include "localisation/MessageTexts.h"
 
-#include <fstream>
 #include <iterator>
 
 namespace quarle {
@@ -81,17 +82,14 @@ std::vector<std::string> SplitLines(std::string_view bytes) {
     return lines;
 }
 
-std::optional<std::vector<std::string>> ReadLanguageLines(const std::filesystem::path& file) {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(file, ec)) {
-        return std::nullopt;
-    }
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return std::nullopt;
-    }
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (in.bad()) {
+std::optional<std::vector<std::string>> ReadLanguageLines(const std::filesystem::path& file,
+                                                          OpenProblem* problem) {
+    InputFile in = InputFile::OpenExact(file, FileKind::Language, paths::FromFsPath(file));
+    std::string bytes;
+    if (!in.ReadAll(bytes)) {
+        if (problem != nullptr) {
+            *problem = in.Problem();
+        }
         return std::nullopt;
     }
     return SplitLines(bytes);

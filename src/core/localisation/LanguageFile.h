@@ -9,6 +9,7 @@
 // table. Everything here works on the file's lines after conversion to UTF-8.
 #pragma once
 
+#include "document/InputFile.h"
 #include "localisation/GlobalStrings.h"
 
 #include <array>
@@ -69,8 +70,10 @@ bool IsSectionEntry(std::string_view line);
 // each end a line; a line end at the very end of the file adds no empty line.
 std::vector<std::string> SplitLines(std::string_view bytes);
 
-// The lines of a file, or nullopt when it cannot be read.
-std::optional<std::vector<std::string>> ReadLanguageLines(const std::filesystem::path& file);
+// The lines of a file, or nullopt with problem filled when it is refused
+// or cannot be read (InputFile.h).
+std::optional<std::vector<std::string>> ReadLanguageLines(const std::filesystem::path& file,
+                                                          OpenProblem* problem = nullptr);
 
 // How the reader reaches the user.
 class LanguageHost {

@@ -190,8 +190,6 @@ DlgCompile::DlgCompile(AppState& state, platform::Services& services, int animat
     connect(OKButton, &QPushButton::clicked, this, &DlgCompile::OKButton_Click);
     connect(CmdCancel, &QPushButton::clicked, this, &DlgCompile::CmdCancel_Click);
     connect(CmdCompileAnyway, &QPushButton::clicked, this, &DlgCompile::CmdCompileAnyway_Click);
-
-    Form_Load();
 }
 
 DlgCompile::~DlgCompile() = default;
@@ -374,7 +372,8 @@ compile::RunEnd DlgCompile::WaitForMarker(const QString& marker) {
         if (done) {
             return;
         }
-        if (QFileInfo::exists(marker)) {
+        if (QFileInfo::exists(marker) &&
+            (compile::MarkerWritten(platform::ToCp1252Marked(marker)) || run_->Finished())) {
             end = compile::RunEnd::Finished;
         } else if (cancelRequested_) {
             end = compile::RunEnd::Cancelled;

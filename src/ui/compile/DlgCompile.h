@@ -82,7 +82,7 @@ protected:
 private:
     class RowHost;
 
-    void Form_Load();
+    void Form_Load() override;
     void AddRow(const QString& text, int kind = 0);
     void Repaint(bool userInput);
     void BeginRun();

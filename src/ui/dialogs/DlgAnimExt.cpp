@@ -4,11 +4,11 @@
 #include "document/Text.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "ui/common/MainWindowAccess.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/dialogs/DlgOrigin.h"
 #include "ui/dialogs/FrmEvents.h"
-#include "ui/dialogs/NumberKeys.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -51,7 +51,7 @@ flag Value(const QCheckBox* box) {
 
 } // namespace
 
-DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, FrmMain& main,
+DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindowAccess& main,
                        QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgAnimExt"));
@@ -230,8 +230,6 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, FrmMain& m
         FilterKeys(signedWhole, 2);
     }
     FilterKeys(TxtScale, 3);
-
-    Form_Load();
 }
 
 DlgAnimExt::~DlgAnimExt() = default;
@@ -266,9 +264,7 @@ void DlgAnimExt::Form_Load() {
         // Filling the list must not take the place of the text "Combo1".
         const QSignalBlocker block(CmbBlendFile);
         const QString text = CmbBlendFile->currentText();
-        for (int i = 0; i < main_.LstFiles->count(); ++i) {
-            CmbBlendFile->addItem(main_.LstFiles->item(i)->text());
-        }
+        CmbBlendFile->addItems(main_.ModelFileNames());
         CmbBlendFile->setCurrentIndex(-1);
         CmbBlendFile->setEditText(text);
     }

@@ -18,13 +18,13 @@ class QRadioButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgAnimExt : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgAnimExt(AppState& state, platform::Services& services, FrmMain& main,
+    DlgAnimExt(AppState& state, platform::Services& services, MainWindowAccess& main,
                QWidget* parent = nullptr);
     ~DlgAnimExt() override;
 
@@ -76,13 +76,13 @@ public:
     void OKButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // Sets a text box's text and runs its change event, also when the text
     // does not change.
     void Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)());
     void StoreFrame(QLineEdit* box, i16& field);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

@@ -3,7 +3,7 @@
 #include "document/NumberText.h"
 #include "document/Text.h"
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/localisation/Messages.h"
 
 #include <QCheckBox>
@@ -18,7 +18,7 @@ namespace quarle::ui {
 
 using platform::Control;
 
-DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /*main*/,
+DlgBindung::DlgBindung(AppState& state, platform::Services& services, MainWindowAccess& /*main*/,
                        QWidget* parent)
     : SkeletonDialog(state, services, SkeletonVariant::Attachment, parent) {
     setObjectName(QStringLiteral("DlgBindung"));
@@ -77,7 +77,6 @@ DlgBindung::DlgBindung(AppState& state, platform::Services& services, FrmMain& /
             [this](const QString& t) { TxtBindung_Change(1, t); });
     connect(TxtBindungZ, &QLineEdit::textChanged, this,
             [this](const QString& t) { TxtBindung_Change(2, t); });
-    Form_Load();
 }
 
 DlgBindung::~DlgBindung() = default;

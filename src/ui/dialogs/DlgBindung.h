@@ -14,7 +14,7 @@ class DlgBindung : public SkeletonDialog {
     Q_OBJECT
 
 public:
-    DlgBindung(AppState& state, platform::Services& services, FrmMain& main,
+    DlgBindung(AppState& state, platform::Services& services, MainWindowAccess& main,
                QWidget* parent = nullptr);
     ~DlgBindung() override;
 
@@ -38,7 +38,7 @@ protected:
     void StoreBoneName(const QString& text) override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // The attachment being edited: the entry of CmbBindung whose text stands
     // in the box; -1 while typed text names none.
     int K() const;

@@ -3,8 +3,8 @@
 #include "document/NumberText.h"
 #include "document/Text.h"
 #include "platform/Reflection.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/dialogs/LimitsDial.h"
-#include "ui/dialogs/NumberKeys.h"
 #include "ui/localisation/Messages.h"
 
 #include <QCheckBox>
@@ -36,8 +36,8 @@ double LimitValue(const QString& text) {
 
 } // namespace
 
-DlgController::DlgController(AppState& state, platform::Services& services, FrmMain& /*main*/,
-                             QWidget* parent)
+DlgController::DlgController(AppState& state, platform::Services& services,
+                             MainWindowAccess& /*main*/, QWidget* parent)
     : SkeletonDialog(state, services, SkeletonVariant::Controller, parent) {
     setObjectName(QStringLiteral("DlgController"));
     setWindowTitle(QStringLiteral("Controller"));
@@ -116,7 +116,6 @@ DlgController::DlgController(AppState& state, platform::Services& services, FrmM
     connect(TxtLimitMin, &QLineEdit::textChanged, this, &DlgController::TxtLimitMin_Change);
     connect(TxtLimitMax, &QLineEdit::textChanged, this, &DlgController::TxtLimitMax_Change);
     connect(PicLimits, &LimitsDial::MouseMove, this, &DlgController::PicLimits_MouseMove);
-    Form_Load();
 }
 
 DlgController::~DlgController() = default;

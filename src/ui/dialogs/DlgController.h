@@ -20,7 +20,7 @@ class DlgController : public SkeletonDialog {
     Q_OBJECT
 
 public:
-    DlgController(AppState& state, platform::Services& services, FrmMain& main,
+    DlgController(AppState& state, platform::Services& services, MainWindowAccess& main,
                   QWidget* parent = nullptr);
     ~DlgController() override;
 
@@ -48,7 +48,7 @@ protected:
     void StoreBoneName(const QString& text) override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void DrawLimits();
     int K() const;
 };

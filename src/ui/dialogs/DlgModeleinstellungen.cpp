@@ -3,10 +3,10 @@
 #include "document/NumberText.h"
 #include "document/Text.h"
 #include "platform/Reflection.h"
+#include "ui/common/MainWindowAccess.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/dialogs/DlgBindung.h"
 #include "ui/dialogs/DlgController.h"
-#include "ui/dialogs/NumberKeys.h"
-#include "ui/mainwindow/FrmMain.h"
 #include "ui/textures/DlgTextureGroup.h"
 #include "ui/textures/DlgTexturemode.h"
 
@@ -43,7 +43,7 @@ QPushButton* Button(QWidget* form, const QString& caption, const char* name) {
 } // namespace
 
 DlgModeleinstellungen::DlgModeleinstellungen(AppState& state, platform::Services& services,
-                                             FrmMain& main, QWidget* parent)
+                                             MainWindowAccess& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgModeleinstellungen"));
     setWindowTitle(QStringLiteral("Modelleinstellungen"));
@@ -156,8 +156,6 @@ DlgModeleinstellungen::DlgModeleinstellungen(AppState& state, platform::Services
     FilterKeys(TxtAugenY, 3);
     FilterKeys(TxtAugenZ, 3);
     FilterKeys(TxtSequenceGroupSize, 0);
-
-    Form_Load();
 }
 
 DlgModeleinstellungen::~DlgModeleinstellungen() = default;

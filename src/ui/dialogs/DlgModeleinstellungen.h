@@ -14,13 +14,13 @@ class QLineEdit;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgModeleinstellungen : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgModeleinstellungen(AppState& state, platform::Services& services, FrmMain& main,
+    DlgModeleinstellungen(AppState& state, platform::Services& services, MainWindowAccess& main,
                           QWidget* parent = nullptr);
     ~DlgModeleinstellungen() override;
 
@@ -67,9 +67,9 @@ public:
     void ShowSubDialog(LocalisedDialog& dialog);
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

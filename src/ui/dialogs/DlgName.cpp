@@ -1,7 +1,7 @@
 #include "ui/dialogs/DlgName.h"
 
+#include "ui/common/LimitMessages.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -29,7 +29,6 @@ DlgName::DlgName(AppState& state, platform::Services& services, QComboBox* group
     setModal(false);
     connect(CmdOK, &QPushButton::clicked, this, &DlgName::CmdOK_Click);
     connect(CmdAbbrechen, &QPushButton::clicked, this, &DlgName::CmdAbbrechen_Click);
-    Form_Load();
 }
 
 DlgName::~DlgName() = default;

@@ -31,7 +31,7 @@ public:
     void CmdAbbrechen_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     QComboBox* groups_;
 };

@@ -5,9 +5,9 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/MainWindowAccess.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -67,7 +67,8 @@ void OriginView::mousePressEvent(QMouseEvent* event) {
 // ---------------------------------------------------------------------------
 // The dialog
 
-DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& main, QWidget* parent)
+DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, MainWindowAccess& main,
+                     QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgOrigin"));
     setWindowTitle(QStringLiteral("XYZ Verschiebung"));
@@ -134,8 +135,6 @@ DlgOrigin::DlgOrigin(AppState& state, platform::Services& services, FrmMain& mai
     OnKeyPress(TxtZ, [this](int& key) { TxtZ_KeyPress(key); });
     connect(OKButton, &QPushButton::clicked, this, &DlgOrigin::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgOrigin::CancelButton_Click);
-
-    Form_Load();
 }
 
 DlgOrigin::~DlgOrigin() = default;

@@ -17,7 +17,7 @@ class QTimer;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 // A black picture box of the origin dialog that reports a press in twips.
 class OriginView : public platform::TwipsPicture {
@@ -38,7 +38,7 @@ class DlgOrigin : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgOrigin(AppState& state, platform::Services& services, FrmMain& main,
+    DlgOrigin(AppState& state, platform::Services& services, MainWindowAccess& main,
               QWidget* parent = nullptr);
     ~DlgOrigin() override;
 
@@ -66,12 +66,12 @@ public:
     void CancelButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void DrawOrigin();
     // Enter in a box: the working copy of the axis takes the box's number.
     void TakeNumber(QLineEdit* box, i16& copy, int axis);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
     // The record's number of an axis whose working copy cannot hold it
     // (beyond 1092 units either way), until the user sets that axis.
     std::array<std::optional<i16>, 3> beyondView_{};

@@ -27,7 +27,6 @@ DlgRenameGroup::DlgRenameGroup(AppState& state, platform::Services& services, QC
     setModal(true);
     connect(OKButton, &QPushButton::clicked, this, &DlgRenameGroup::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgRenameGroup::CancelButton_Click);
-    Form_Load();
 }
 
 DlgRenameGroup::~DlgRenameGroup() = default;

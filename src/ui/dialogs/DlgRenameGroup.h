@@ -27,7 +27,7 @@ public:
     void CancelButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     QComboBox* groups_;
 };

@@ -5,10 +5,10 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/LimitMessages.h"
+#include "ui/common/MainWindowAccess.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -74,7 +74,8 @@ QPushButton* PictureButton(QWidget* form, const char* icon, const char* name) {
 
 } // namespace
 
-FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& main, QWidget* parent)
+FrmEvents::FrmEvents(AppState& state, platform::Services& services, MainWindowAccess& main,
+                     QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("FrmEvents"));
     setWindowTitle(QStringLiteral("Events"));
@@ -144,8 +145,6 @@ FrmEvents::FrmEvents(AppState& state, platform::Services& services, FrmMain& mai
     connect(TxtParameter, &QLineEdit::textChanged, this, &FrmEvents::TxtParameter_Change);
     connect(CmdOK, &QPushButton::clicked, this, &FrmEvents::CmdOK_Click);
     FilterKeys(TxtFrame, 0);
-
-    Form_Load();
 }
 
 FrmEvents::~FrmEvents() = default;

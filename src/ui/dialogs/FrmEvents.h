@@ -18,13 +18,13 @@ class QTreeWidget;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class FrmEvents : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    FrmEvents(AppState& state, platform::Services& services, FrmMain& main,
+    FrmEvents(AppState& state, platform::Services& services, MainWindowAccess& main,
               QWidget* parent = nullptr);
     ~FrmEvents() override;
 
@@ -52,9 +52,9 @@ public:
     void CmdOK_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

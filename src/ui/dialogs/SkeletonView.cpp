@@ -179,6 +179,8 @@ void SkeletonDialog::LoadSkeleton() {
 
 void SkeletonDialog::ContinueSkeleton() {
     const SkeletonLoad load = quarle::ContinueSkeleton(state_.Skeleton, state_.Doc, variant_);
+    // The dialog opens all the same, with the bones it could read: none.
+    TellUnreadFile(state_, services_, load.Unread);
     // Filling the list must not select a bone nor write a name.
     const QSignalBlocker block(TxtBone);
     const QString text = TxtBone->currentText();

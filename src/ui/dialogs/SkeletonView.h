@@ -23,7 +23,7 @@ class QTimer;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class SkeletonDialog : public LocalisedDialog {
     Q_OBJECT

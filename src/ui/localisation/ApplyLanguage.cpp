@@ -4,14 +4,16 @@
 #include "localisation/MessageTexts.h"
 #include "platform/LanguageFolders.h"
 #include "platform/Reflection.h"
+#include "ui/localisation/Messages.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <algorithm>
+#include <filesystem>
 
 namespace quarle::ui {
 namespace {
@@ -61,17 +63,8 @@ private:
     const QList<platform::ControlInfo>& controls_;
 };
 
-QString LanguagePath(platform::Services& services, const std::string& file) {
-    return platform::LanguageReadPath(services, QString::fromStdString(file));
-}
-
-std::optional<std::vector<std::string>> ReadLines(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    const QByteArray bytes = file.readAll();
-    return SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+std::filesystem::path FsPath(const QString& path) {
+    return std::filesystem::path(path.toStdU16String());
 }
 
 // Qt's own texts (the buttons of message boxes, the file dialogs) in the
@@ -103,32 +96,82 @@ void UseQtTranslations(const std::string& languageFile) {
 
 } // namespace
 
+LanguageRead ReadLanguage(const AppState& state, platform::Services& services,
+                          const std::string& fileName) {
+    LanguageRead read;
+    LanguageRead incomplete; // the first copy that is read but holds no strings
+    const QString name = QString::fromStdString(fileName);
+    for (const QString& place : platform::LanguagePlaces(services)) {
+        const QString path = QDir(place).filePath(name);
+        if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink()) {
+            continue;
+        }
+        OpenProblem problem;
+        std::optional<std::vector<std::string>> lines = ReadLanguageLines(FsPath(path), &problem);
+        QString why;
+        if (!lines) {
+            problem.Path = QDir::toNativeSeparators(path).toStdString();
+            why = OpenProblemText(state, problem);
+        } else if (std::find(lines->begin(), lines->end(), GlobalStringsLine) == lines->end()) {
+            why = MessageText(state, MSG_LANGUAGE_NO_STRINGS);
+            if (!incomplete.Lines) {
+                incomplete.Lines = std::move(lines);
+                incomplete.Path = path;
+            }
+        } else {
+            read.Lines = std::move(lines);
+            read.Path = path;
+            return read;
+        }
+        if (read.Broken.isEmpty()) {
+            read.Broken = path;
+            read.Why = why;
+        }
+    }
+    // No copy is whole: one that is read at all is used, and the reader's
+    // warnings say what it lacks.
+    return incomplete.Lines ? incomplete : read;
+}
+
 void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form) {
     if (form == nullptr) {
         return;
     }
     const bool isMain = form->objectName() == QLatin1String("FrmMain");
-    std::optional<std::vector<std::string>> lines;
+    LanguageRead read;
 
     if (isMain) {
         // A missing language falls back to German; without that file, too,
         // every caption stays as designed and the texts keep what they hold.
-        if (!QFileInfo(LanguagePath(services, state.Settings.LanguageFile)).isFile()) {
+        read = ReadLanguage(state, services, state.Settings.LanguageFile);
+        if (!read.Lines) {
+            const LanguageRead unusable = read;
             state.Settings.LanguageFile = std::string(DefaultLanguageFile);
-            if (!QFileInfo(LanguagePath(services, state.Settings.LanguageFile)).isFile()) {
-                return;
+            read = ReadLanguage(state, services, state.Settings.LanguageFile);
+            if (read.Broken.isEmpty()) {
+                read.Broken = unusable.Broken;
+                read.Why = unusable.Why;
             }
         }
-        lines = ReadLines(LanguagePath(services, state.Settings.LanguageFile));
-        if (!lines) {
+        if (!read.Lines) {
             return;
         }
+        const std::vector<std::string>& lines = *read.Lines;
         UseQtTranslations(state.Settings.LanguageFile);
         // The messages the key table has no place for: English wherever the
         // file gives none, so no text of an earlier language stays behind.
-        ReadMessageTexts(*lines, state.MsgTexts);
+        ReadMessageTexts(lines, state.MsgTexts);
+        // A copy of the user's that cannot be used is named, in the language
+        // of the copy used in its place.
+        if (!read.Broken.isEmpty()) {
+            services.MsgBox(MessageText(state, MSG_LANGUAGE_BROKEN,
+                                        {QDir::toNativeSeparators(read.Broken), read.Why,
+                                         QDir::toNativeSeparators(read.Path)}),
+                            platform::Buttons::Ok, platform::Icon::Exclamation,
+                            QStringLiteral("Quarle"));
+        }
         MessageHost host(services);
-        if (!ReadGlobalStrings(*lines, state.IdsTexts, host)) {
+        if (!ReadGlobalStrings(lines, state.IdsTexts, host)) {
             return;
         }
         if (QObject* tab = platform::FindControl(form, QStringLiteral("TabSmd"))) {
@@ -136,11 +179,12 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
                                     QString::fromStdString(state.IdsTexts[IDS_ANIMATIONFILES]));
         }
     } else {
-        lines = ReadLines(LanguagePath(services, state.Settings.LanguageFile));
-        if (!lines) {
+        read = ReadLanguage(state, services, state.Settings.LanguageFile);
+        if (!read.Lines) {
             return;
         }
     }
+    const std::vector<std::string>& lines = *read.Lines;
 
     const QList<platform::ControlInfo> controls = platform::ControlsOf(form);
     std::vector<FormControl> keys;
@@ -149,8 +193,7 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
         keys.push_back(FormControl{control.Name.toStdString(), control.Index});
     }
     FormWriter writer(form, controls);
-    ApplySection(*lines, form->objectName().toStdString(), keys, state.Settings.RecentFiles,
-                 writer);
+    ApplySection(lines, form->objectName().toStdString(), keys, state.Settings.RecentFiles, writer);
 }
 
 } // namespace quarle::ui

@@ -26,8 +26,16 @@ const QString NotAvailableText =
     QString::fromLatin1(NotAvailable.data(), static_cast<qsizetype>(NotAvailable.size()));
 const QString TitleText = QStringLiteral("Titel");
 
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
+// A text of the file as the core edits it: crossed into cp1252 as every form
+// crosses text (a text the code page cannot hold is refused with a message),
+// then held as the core holds a language file's text.
+std::optional<std::string> FileText(const AppState& state, platform::Services& services,
+                                    const QString& text) {
+    const std::optional<std::string> bytes = TypedText(state, services, text);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    return Cp1252ToUtf8(*bytes);
 }
 
 } // namespace
@@ -260,8 +268,12 @@ void DlgLocaliseMain::Form_Unload() {
 
 void DlgLocaliseMain::SaveEntry() {
     // A text the file cannot hold is refused; the file keeps the entry as it was.
-    if (!TypedText(state_, services_, LocNewCaption) ||
-        !TypedText(state_, services_, LocNewTooltip)) {
+    const std::optional<std::string> caption = FileText(state_, services_, LocNewCaption);
+    if (!caption) {
+        return;
+    }
+    const std::optional<std::string> tooltip = FileText(state_, services_, LocNewTooltip);
+    if (!tooltip) {
         return;
     }
     const QString fileName = QString::fromStdString(state_.Settings.LanguageFile);
@@ -273,22 +285,27 @@ void DlgLocaliseMain::SaveEntry() {
     if (stringsMode_ && LocMessage >= 0) {
         MessageTexts messages = state_.MsgTexts;
         const std::string saved =
-            SaveMessage(old, static_cast<Msg>(LocMessage), Utf8(LocNewCaption), messages);
+            SaveMessage(old, static_cast<Msg>(LocMessage), *caption, messages);
         if (WriteLanguageFile(state_, services_, fileName, saved)) {
             state_.MsgTexts = messages;
         }
         return;
     }
+    const std::optional<std::string> item = FileText(state_, services_, LocItem);
+    const std::optional<std::string> form =
+        target_ != nullptr ? FileText(state_, services_, target_->objectName()) : std::string();
+    if (!item || !form) {
+        return;
+    }
     LngEdit edit;
-    edit.Item = Utf8(LocItem);
+    edit.Item = *item;
     edit.Index = LocIndex;
-    edit.NewCaption = Utf8(LocNewCaption);
-    edit.NewTooltip = Utf8(LocNewTooltip);
+    edit.NewCaption = *caption;
+    edit.NewTooltip = *tooltip;
     edit.WithTooltip = LastRow > 0;
     auto texts = state_.IdsTexts;
     const std::string saved =
-        quarle::SaveEntry(old, stringsMode_ ? EditMode::Strings : EditMode::Controls,
-                          target_ != nullptr ? Utf8(target_->objectName()) : std::string(), edit,
+        quarle::SaveEntry(old, stringsMode_ ? EditMode::Strings : EditMode::Controls, *form, edit,
                           state_.IdsNames, texts);
     if (WriteLanguageFile(state_, services_, fileName, saved)) {
         state_.IdsTexts = texts;

@@ -6,16 +6,15 @@
 #include "platform/LanguageFolders.h"
 #include "platform/Reflection.h"
 #include "platform/ToolSearch.h"
+#include "ui/common/MainWindowAccess.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/DlgNewLocalisation.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -39,7 +38,7 @@ const QString ModeOff = QStringLiteral("Localisationmode off");
 
 } // namespace
 
-DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain& main,
+DlgSettings::DlgSettings(AppState& state, platform::Services& services, MainWindowAccess& main,
                          QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgSettings"));
@@ -156,8 +155,6 @@ DlgSettings::DlgSettings(AppState& state, platform::Services& services, FrmMain&
     connect(OKButton, &QPushButton::clicked, this, &DlgSettings::OKButton_Click);
     connect(CancelButton, &QPushButton::clicked, this, &DlgSettings::CancelButton_Click);
     connect(ChkPreviewViewer, &QCheckBox::toggled, this, &DlgSettings::ChkPreviewViewer_Click);
-
-    Form_Load();
 }
 
 DlgSettings::~DlgSettings() = default;
@@ -168,7 +165,7 @@ void DlgSettings::Form_Load() {
     // The paths are held as the document holds text, like every other path.
     TxtStudioMDL->setText(platform::FromCp1252(tools.StudioMdlPath));
     TxtModelviewer->setText(ViewsInPreview(tools) ? QString()
-                                                   : platform::FromCp1252(tools.ModelViewerPath));
+                                                  : platform::FromCp1252(tools.ModelViewerPath));
     ChkPreviewViewer->setChecked(ViewsInPreview(tools));
     ChkPreviewViewer_Click();
     TxtEditor->setText(platform::FromCp1252(tools.TextEditorPath));
@@ -230,17 +227,11 @@ void DlgSettings::CmbLanguage_Click() {
         (CmbLanguage->currentText() + QStringLiteral(".lng")).toStdString();
     ApplyLanguage(state_, services_, this);
     UpdateMarks(); // the tips in the new language
-    // The section's caption for TabSmd goes to the page showing: the first.
-    main_.TabSmd->setCurrentIndex(0);
-    ApplyLanguage(state_, services_, &main_);
+    main_.ShowLanguage();
 
-    QFile file(platform::LanguageReadPath(services_, FromUtf8(state_.Settings.LanguageFile)));
-    std::vector<std::string> lines;
-    if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = file.readAll();
-        lines =
-            SplitLines(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    }
+    const std::vector<std::string> lines =
+        ReadLanguage(state_, services_, state_.Settings.LanguageFile)
+            .Lines.value_or(std::vector<std::string>{});
     const LanguageHeader header = ReadLanguageHeader(lines);
     if (header.Info) {
         LblInfo->setText(platform::FromCp1252(*header.Info));
@@ -283,11 +274,11 @@ void DlgSettings::CmdLocalisationmode_Click() {
     CmdLocalisationmode->setText(on ? ModeOff : ModeOn);
     CmdLocalise->setVisible(on);
     CmdLocaliseStrings->setVisible(on);
-    main_.CmdLocalise->setVisible(on);
+    main_.ShowLocaliseButton(on);
 }
 
 void DlgSettings::CmdLocaliseStrings_Click() {
-    main_.Tag = QStringLiteral("null");
+    main_.LocaliseGlobalStringsNext();
     emit LocaliseRequested(this);
 }
 
@@ -309,10 +300,9 @@ void DlgSettings::OKButton_Click() {
     tools.ModelViewerPath =
         ChkPreviewViewer->isChecked() ? std::string(PreviewViewer) : std::move(paths[2]);
     // A bare program name counts when it is found on the search path.
-    main_.CmdCompile->setEnabled(CompilerOffered(TxtStudioMDL->text(), services_.Environment()));
-    main_.MnuDateiViewCode->setEnabled(platform::ProgramExists(TxtEditor->text()));
-    main_.MnuDateiView->setEnabled(ViewsInPreview(tools) ||
-                                   platform::ProgramExists(TxtModelviewer->text()));
+    main_.OfferTools(CompilerOffered(TxtStudioMDL->text(), services_.Environment()),
+                     platform::ProgramExists(TxtEditor->text()),
+                     ViewsInPreview(tools) || platform::ProgramExists(TxtModelviewer->text()));
     accept();
 }
 

@@ -13,13 +13,13 @@ class QLineEdit;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgSettings : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgSettings(AppState& state, platform::Services& services, FrmMain& main,
+    DlgSettings(AppState& state, platform::Services& services, MainWindowAccess& main,
                 QWidget* parent = nullptr);
     ~DlgSettings() override;
 
@@ -64,13 +64,13 @@ public:
     void ChkPreviewViewer_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void Browse(const QString& title, QLineEdit* target);
     // Brings the mark of a path in line with its text.
     void UpdateMark(QLabel* mark, const QString& path);
     void UpdateMarks();
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

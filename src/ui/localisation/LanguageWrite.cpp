@@ -1,6 +1,8 @@
 #include "ui/localisation/LanguageWrite.h"
 
+#include "document/InputFile.h"
 #include "platform/LanguageFolders.h"
+#include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
 
 #include <QDir>
@@ -26,16 +28,21 @@ std::filesystem::path FsPath(const QString& path) {
 
 std::optional<QByteArray> ReadLanguageBytes(const AppState& state, platform::Services& services,
                                             const QString& fileName) {
-    const QString path = platform::LanguageReadPath(services, fileName);
+    // The copy the forms read: a broken copy of the user's is passed over.
+    const LanguageRead read = ReadLanguage(state, services, fileName.toStdString());
+    const QString path =
+        read.Path.isEmpty() ? platform::LanguageReadPath(services, fileName) : read.Path;
     if (!QFileInfo::exists(path)) {
         return QByteArray();
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        Refuse(state, services, fileName, file.errorString());
+    InputFile file = InputFile::OpenExact(FsPath(path), FileKind::Language,
+                                          QDir::toNativeSeparators(path).toStdString());
+    std::string bytes;
+    if (!file.ReadAll(bytes)) {
+        Refuse(state, services, fileName, OpenProblemText(state, file.Problem()));
         return std::nullopt;
     }
-    return file.readAll();
+    return QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
 bool WriteLanguageFile(const AppState& state, platform::Services& services, const QString& fileName,

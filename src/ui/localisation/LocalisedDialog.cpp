@@ -35,6 +35,20 @@ void LocalisedDialog::LoadLanguage(bool applyLanguage) {
     }
 }
 
+void LocalisedDialog::Load() {
+    if (!loaded_) {
+        loaded_ = true;
+        Form_Load();
+    }
+}
+
+void LocalisedDialog::setVisible(bool visible) {
+    if (visible) {
+        Load();
+    }
+    QDialog::setVisible(visible);
+}
+
 void LocalisedDialog::CmdLocalise_Click() {
     emit LocaliseRequested(this);
 }

@@ -1,6 +1,9 @@
 // What every dialog and wizard page shares for its languages: the localise
 // button (hidden unless localisation mode is on) and the first step of its
-// load, the language of its section. A click on the button asks for the
+// load, the language of its section. A constructor builds the designed form
+// only; its load (Form_Load) runs once, when the form is first shown or when
+// whoever shows it calls Load earlier, so that a form built and not shown
+// (the catalogue's factories) holds its designed texts. A click on the button asks for the
 // language editor on the form; whoever opens the form connects
 // LocaliseRequested to FrmMain::Localise, or forwards it with
 // ForwardLocalise when the form is opened by another dialog.
@@ -26,6 +29,11 @@ public:
     // Passes the requests of a dialog this one opens on to this one's opener.
     void ForwardLocalise(LocalisedDialog& child);
 
+    // Runs Form_Load unless it ran.
+    void Load();
+    // The first showing loads the form.
+    void setVisible(bool visible) override;
+
 signals:
     // The language editor is to open on this form.
     void LocaliseRequested(QWidget* form);
@@ -41,9 +49,14 @@ protected:
     // (forms the language reader is not applied to pass false), then
     // CmdLocalise shown while localisation mode is on.
     void LoadLanguage(bool applyLanguage = true);
+    // The form's load: the language, then what it shows of the document.
+    virtual void Form_Load() {}
 
     AppState& state_;
     platform::Services& services_;
+
+private:
+    bool loaded_ = false;
 };
 
 } // namespace quarle::ui

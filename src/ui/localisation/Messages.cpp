@@ -1,5 +1,6 @@
 #include "ui/localisation/Messages.h"
 
+#include "localisation/Cp1252.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 
@@ -27,6 +28,22 @@ std::optional<std::string> TypedText(const AppState& state, platform::Services& 
                         QString::fromStdString(state.IdsTexts[IDS_ERROR]));
     }
     return bytes;
+}
+
+QString OpenProblemText(const AppState& state, const OpenProblem& problem) {
+    OpenProblem told = problem;
+    told.Path = Cp1252ToUtf8(problem.Path);
+    return QString::fromStdString(DescribeOpenProblem(told, state.MsgTexts));
+}
+
+bool TellUnreadFile(const AppState& state, platform::Services& services,
+                    const OpenProblem& problem) {
+    if (problem.Failure == OpenFailure::None || problem.Failure == OpenFailure::Missing) {
+        return false;
+    }
+    services.MsgBox(OpenProblemText(state, problem), platform::Buttons::Ok,
+                    platform::Icon::Exclamation, QString::fromStdString(state.IdsTexts[IDS_ERROR]));
+    return true;
 }
 
 } // namespace quarle::ui

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppState.h"
+#include "document/InputFile.h"
 #include "platform/Services.h"
 
 #include <QString>
@@ -20,5 +21,14 @@ QString MessageText(const AppState& state, Msg key, std::initializer_list<QStrin
 // nothing comes back: the caller leaves the document as it was.
 std::optional<std::string> TypedText(const AppState& state, platform::Services& services,
                                      const QString& text);
+
+// Why a file is not read (InputFile.h), naming it, in the active language.
+QString OpenProblemText(const AppState& state, const OpenProblem& problem);
+
+// A file that exists but is not read (a folder, a pipe, a device, too large,
+// refused by the system) is told in a message box; a missing file is not:
+// the forms go on without it as before. True when something was told.
+bool TellUnreadFile(const AppState& state, platform::Services& services,
+                    const OpenProblem& problem);
 
 } // namespace quarle::ui

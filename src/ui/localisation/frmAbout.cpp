@@ -60,7 +60,6 @@ frmAbout::frmAbout(AppState& state, platform::Services& services, QWidget* paren
     layout->setColumnStretch(1, 1);
 
     connect(CmdOK, &QPushButton::clicked, this, &frmAbout::CmdOK_Click);
-    Form_Load();
 }
 
 frmAbout::~frmAbout() = default;

@@ -25,7 +25,7 @@ public:
     void CmdOK_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 };
 
 } // namespace quarle::ui

@@ -3,7 +3,10 @@
 // recent files and the two path fields.
 #include "ui/mainwindow/FrmMain.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
+#include "document/QcReader.h"
+#include "document/SafeWrite.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Twips.h"
@@ -16,6 +19,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
@@ -74,8 +78,6 @@ void FrmMain::Form_Load() {
     platform::SetHeightTwips(FrmModelfiles, 4575);
 
     NewDocument();
-    state_.Doc.Gamma = DefaultGamma;
-    state_.Doc.ModelScale = 1.0f;
 
     FillIdsNames(state_.IdsNames);
     ApplyLanguage(state_, services_, this);
@@ -84,10 +86,20 @@ void FrmMain::Form_Load() {
     }
     MarkSaved();
 
+    RemoveLeftovers();
+
+    // Settings that cannot be kept are said at once, not lost at the end.
+    if (const std::error_code error = settings_.WriteError()) {
+        services_.MsgBox(MessageText(state_, MSG_SETTINGS_UNWRITABLE,
+                                     {QDir::toNativeSeparators(settings_.FileName()),
+                                      Text(SystemReasonText(error, state_.MsgTexts))}),
+                         platform::Buttons::Ok, platform::Icon::Exclamation, QString());
+    }
+
     // A first start that found no compiler says so once, in the language
     // just applied, and offers the way to the paths.
     if (toolNotice) {
-        settings_.Set(QLatin1String(ToolNoticeKey), QStringLiteral("1"));
+        WriteSetting(settings_, setting::ToolNotice, QStringLiteral("1"));
         settings_.Sync();
         const platform::Answer answer =
             services_.MsgBox(MessageText(state_, MSG_TOOLS_FIRST_START, {Doc(tools.StudioMdlPath)}),
@@ -95,6 +107,19 @@ void FrmMain::Form_Load() {
         if (answer == platform::Answer::Yes) {
             MnuEinstAllg_Click();
         }
+    }
+}
+
+void FrmMain::RemoveLeftovers() {
+    // A run that was killed may have left a save's temporary file beside a
+    // script it worked on, and the working file of a load.
+    for (const std::string& file : state_.Settings.RecentFiles) {
+        if (file != EmptyRecentFile && !file.empty()) {
+            RemoveWriteLeftovers(paths::ToFsPath(file));
+        }
+    }
+    if (WorkFolder.isEmpty()) {
+        QFile::remove(QDir(LoadWorkFolder()).filePath(QLatin1String(WorkFileName)));
     }
 }
 

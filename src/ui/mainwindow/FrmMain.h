@@ -19,6 +19,7 @@
 #include "document/ModelFolderCache.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "ui/common/MainWindowAccess.h"
 #include "ui/mainwindow/FrmMainReaderHost.h"
 
 #include <QGroupBox>
@@ -56,7 +57,7 @@ class FrmPreview;
 class FrmCompiledModel;
 class frmAbout;
 
-class FrmMain : public QMainWindow {
+class FrmMain : public QMainWindow, public MainWindowAccess {
     Q_OBJECT
 
 public:
@@ -304,11 +305,11 @@ public:
     QString ChkReverseTag;
     // The sequence group on show: the number in TxtAnimNr when it is a whole
     // number from 0 to 10; nothing for any other text.
-    std::optional<int> AnimGroup() const;
+    std::optional<int> AnimGroup() const override;
     // The animation on show, which the dialogs of an animation work on: the
     // slot of LstAnimations' current row in the group on show; null when no
     // row is current or the group number is not one.
-    AnimRec* CurrentAnim();
+    AnimRec* CurrentAnim() override;
     // What a load asks of the user goes through this window:
     //     ReadQcFile(doc, form.ScriptReaderHost(), workFolder);
     quarle::ReaderHost& ScriptReaderHost() { return readerHost_; }
@@ -319,8 +320,8 @@ public:
     // none is selected), and the part on show per body group (index 0 for
     // group 1): the selected entry of LstParts for the selected group, the
     // first part for the others.
-    std::optional<std::pair<int, int>> PreviewAnimation() const;
-    std::vector<int> PreviewParts() const;
+    std::optional<std::pair<int, int>> PreviewAnimation() const override;
+    std::vector<int> PreviewParts() const override;
     // The preview window while it is open.
     FrmPreview* OpenFrmPreview() const;
     // Shows a compiled model (document bytes) in the window of compiled
@@ -355,6 +356,18 @@ public:
     // A script dropped on the window: the question about unsaved changes,
     // then the open.
     void OpenDroppedScript(const QString& path);
+
+    // ---- The rest of what the dialogs reach (FrmMainAccess.cpp)
+    QWidget& Window() override { return *this; }
+    int AnimationRowCount() const override;
+    void AppendAnimationRow(const QString& name) override;
+    QStringList ModelFileNames() const override;
+    void AppendPartRow(const QString& name) override;
+    void ShowPaths(const QString& texturePath, const QString& modelPath) override;
+    void ShowLanguage() override;
+    void ShowLocaliseButton(bool on) override;
+    void LocaliseGlobalStringsNext() override;
+    void OfferTools(bool compiler, bool editor, bool viewer) override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -438,9 +451,16 @@ public:
     // written (WorkingFolder).
     QString WorkFolder;
     QString WorkingFolder() const;
+    // Where the working file of a load stands while the load runs (it is
+    // removed after): WorkFolder, else the user's cache folder.
+    QString LoadWorkFolder() const;
+    // At start: the temporary files that killed saves left beside the
+    // recent scripts, and a killed load's working file, are removed.
+    void RemoveLeftovers();
 
     // The load behind the open command and the recent entries: empties
     // LstAnimations, resets the document, sets QcFile and reads the script.
+    // A load the user cancels puts the document back as it was.
     void OpenQcFile(const std::string& path);
     // Puts QcFile on the recent list, then rewrites the script from the
     // document with the user's decimal separator. A write that fails is

@@ -6,13 +6,14 @@
 // LstAnimations; every handler reads both from the controls again. Entry s of
 // the list stands for slot s of the group, which adding, deleting and moving
 // keep so.
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/SmdScan.h"
 #include "platform/Cp1252Text.h"
+#include "ui/common/LimitMessages.h"
 #include "ui/dialogs/DlgAnimExt.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -164,9 +165,13 @@ void FrmMain::LstAnimations_Click() {
     TxtAnimName->setText(name);
     TxtAnimID->setEditText(activity);
     // The last frame of the animation's file, for the dialogs of the
-    // animation. A file that is missing leaves the number as it was.
+    // animation. A file that is missing leaves the number as it was; one
+    // that is there but is not read (a folder, a pipe, ...) is told.
     if (const std::optional<std::string> folder = platform::ToCp1252(FileListPath())) {
-        ScanSmdFrames(paths::Join(*folder, anim.SmdFile + ".smd"), state_.Doc.SmdFrameCount);
+        const std::string file = paths::Join(*folder, anim.SmdFile + ".smd");
+        if (!TellUnreadFile(state_, services_, InputFile::Open(file, FileKind::Smd).Problem())) {
+            ScanSmdFrames(file, state_.Doc.SmdFrameCount);
+        }
     }
 }
 

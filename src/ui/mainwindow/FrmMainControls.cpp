@@ -5,7 +5,7 @@
 // of the captions of a language.
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "ui/common/ActivityIds.h"
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
@@ -114,7 +114,7 @@ public:
     }
 
 private:
-    static constexpr int TabPadding = 6;  // pixels beside a caption, both sides together
+    static constexpr int TabPadding = 6; // pixels beside a caption, both sides together
 };
 
 QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString& tip = {}) {
@@ -350,8 +350,8 @@ void FrmMain::BuildControls() {
     TxtAnimID = Control(new QComboBox(animPage), QStringLiteral("TxtAnimID"));
     TxtAnimID->setEditable(true);
     TxtAnimID->setInsertPolicy(QComboBox::NoInsert);
-    for (const char* id : ActivityIds) {
-        TxtAnimID->addItem(QString::fromLatin1(id));
+    for (const std::string& id : ActivityIds()) {
+        TxtAnimID->addItem(QString::fromLatin1(id.c_str()));
     }
     TxtAnimID->setCurrentIndex(-1);
     TxtAnimID->setEditText(QString());

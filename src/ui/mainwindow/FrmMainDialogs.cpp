@@ -2,13 +2,13 @@
 // and the language editor.
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
+#include "ui/common/LimitMessages.h"
 #include "ui/dialogs/DlgModeleinstellungen.h"
 #include "ui/localisation/DlgLocaliseMain.h"
 #include "ui/localisation/DlgSettings.h"
 #include "ui/localisation/Messages.h"
 #include "ui/localisation/frmAbout.h"
 #include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 #include "ui/preview/FrmCompiledModel.h"
 #include "ui/preview/FrmPreview.h"
 #include "ui/wizards/AnimWiz1.h"
@@ -24,7 +24,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
-
 #include <QPushButton>
 
 namespace quarle::ui {
@@ -113,11 +112,10 @@ FrmPreview* FrmMain::OpenFrmPreview() const {
 
 void FrmMain::MnuDateiOpenCompiled_Click() {
     const Document& doc = state_.Doc;
-    const QString folder = platform::FromCp1252(
-        paths::FolderOf(doc.ModelName.empty() ? doc.QcFile : doc.ModelName));
-    const std::optional<platform::FilePick> pick =
-        services_.ShowOpen(MessageText(state_, MSG_OPEN_COMPILED_TITLE),
-                           QStringLiteral("Model|*.mdl"), folder);
+    const QString folder =
+        platform::FromCp1252(paths::FolderOf(doc.ModelName.empty() ? doc.QcFile : doc.ModelName));
+    const std::optional<platform::FilePick> pick = services_.ShowOpen(
+        MessageText(state_, MSG_OPEN_COMPILED_TITLE), QStringLiteral("Model|*.mdl"), folder);
     if (!pick || pick->FileName.isEmpty()) {
         return;
     }

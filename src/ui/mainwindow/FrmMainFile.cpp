@@ -7,6 +7,7 @@
 // script reader, the script writer or the compile dialog. A command that
 // replaces the document asks first about unsaved changes
 // (FrmMainDesktop.cpp).
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
@@ -18,13 +19,16 @@
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStringList>
 #include <QTemporaryFile>
+#include <memory>
 
 namespace quarle::ui {
 namespace {
@@ -37,6 +41,14 @@ QString Text(const std::string& s) {
 // A text of the document: a path or a name.
 QString Doc(const std::string& s) {
     return platform::FromCp1252(s);
+}
+
+QStringList ListRows(const QListWidget* list) {
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i) {
+        rows.append(list->item(i)->text());
+    }
+    return rows;
 }
 
 // The two script dialogs share their filter: "QC-" and the word for file.
@@ -155,7 +167,23 @@ void FrmMain::MnuDateiOeffnen_Click() {
     }
 }
 
+QString FrmMain::LoadWorkFolder() const {
+    if (!WorkFolder.isEmpty()) {
+        return WorkFolder;
+    }
+    // The working file of a load lives only while the load runs: the user's
+    // cache folder, not the folder the program was started in.
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    return !cache.isEmpty() && QDir().mkpath(cache) ? cache : WorkingFolder();
+}
+
 void FrmMain::OpenQcFile(const std::string& path) {
+    // A load the user cancels leaves the document as it was.
+    const auto before = std::make_unique<Document>(state_.Doc);
+    const QStringList rowsBefore = ListRows(LstAnimations);
+    const int rowBefore = LstAnimations->currentRow();
+    const int groupBefore = CmbBodyGroup->currentIndex();
+
     LstAnimations->clear();
     InitVars();
     state_.Doc.QcFile = path;
@@ -163,10 +191,23 @@ void FrmMain::OpenQcFile(const std::string& path) {
     // the host has said what went wrong.
     LoadFindings findings;
     bool noDirective = false;
+    const QString work = LoadWorkFolder();
+    readerHost_.BeginLoad(path);
+    const ReadOutcome outcome = quarle::ReadQcFile(
+        state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings, &noDirective);
+    readerHost_.EndLoad();
+    QFile::remove(QDir(work).filePath(QLatin1String(WorkFileName)));
+    if (outcome == ReadOutcome::Cancelled) {
+        state_.Doc = *before;
+        LstAnimations->clear();
+        LstAnimations->addItems(rowsBefore);
+        Update();
+        CmbBodyGroup->setCurrentIndex(groupBefore);
+        LstAnimations->setCurrentRow(rowBefore);
+        return;
+    }
+    // The includes a save wrote into the script are told anew for the new one.
     includesReported_.clear();
-    const QString work = WorkingFolder();
-    quarle::ReadQcFile(state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings,
-                       &noDirective);
     MarkSaved();
     // A file that is no script at all: its lines are not worth listing one
     // by one.
@@ -261,8 +302,9 @@ bool FrmMain::WriteQcFile() {
     QString reason = MessageText(state_, SaveFailureMessage(result.Reason), {where});
     if (!result.SystemReason.empty()) {
         reason +=
-            QLatin1Char('\n') + MessageText(state_, MSG_SAVE_SYSTEM_REASON,
-                                            {QString::fromLocal8Bit(result.SystemReason.c_str())});
+            QLatin1Char('\n') +
+            MessageText(state_, MSG_SAVE_SYSTEM_REASON,
+                        {QString::fromStdString(SystemReasonText(result.System, state_.MsgTexts))});
     }
     QStringList paragraphs{MessageText(state_, MSG_SAVE_FAILED), reason};
     if (!reason.contains(file)) {

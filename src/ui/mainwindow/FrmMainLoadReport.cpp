@@ -142,13 +142,13 @@ bool FrmMain::KeepOriginalBeforeSave() {
         return true;
     }
     std::string error;
-    if (KeepOriginal(script, error)) {
+    if (KeepOriginal(script, error, state_.MsgTexts)) {
         originalsToKeep_.erase(pending);
         return true;
     }
     services_.MsgBox(
         MessageText(state_, MSG_KEEP_ORIGINAL_FAILED, {PathText(KeptOriginalName(script))}) +
-            QStringLiteral("\n\n") + QString::fromLocal8Bit(error.c_str()),
+            QStringLiteral("\n\n") + QString::fromStdString(error),
         platform::Buttons::Ok, platform::Icon::Critical,
         QString::fromStdString(state_.IdsTexts[IDS_ERROR]));
     return false;

@@ -6,11 +6,11 @@
 // flag of another; a new part starts without the flag.
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
+#include "ui/common/LimitMessages.h"
 #include "ui/dialogs/DlgName.h"
 #include "ui/dialogs/DlgRenameGroup.h"
 #include "ui/localisation/Messages.h"
 #include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -8,7 +8,6 @@
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
-#include <QDir>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -34,12 +33,14 @@ std::string FrmMainReaderHost::Text(Ids key) {
 
 std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra,
                                       FolderQuestion /*what*/) {
+    Pause();
     return form_.NewDir(oldDir, extra);
 }
 
 std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
                                             const std::string& extra,
                                             const std::string& modelPath) {
+    Pause();
     // The same question as for a folder, but the pick is the part's own file.
     const auto& ids = form_.state_.IdsTexts;
     const QString message = Q(extra) + QStringLiteral(": ") +
@@ -71,6 +72,7 @@ void FrmMainReaderHost::AddAnimation(const std::string& name) {
 }
 
 void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
+    Pause();
     const bool loadEnds = kind == ReadProblem::ScriptUnreadable ||
                           kind == ReadProblem::WorkFileUnwritable ||
                           kind == ReadProblem::BinaryFile || kind == ReadProblem::Utf16Text;
@@ -80,7 +82,54 @@ void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
                            Q(form_.state_.IdsTexts[IDS_ERROR]));
 }
 
+void FrmMainReaderHost::FileProblem(ReadProblem kind, const OpenProblem& problem) {
+    Pause();
+    // The file and why it is not read, in the active language.
+    form_.services_.MsgBox(Q(DescribeProblem(kind, {}, form_.state_.MsgTexts)) +
+                               QStringLiteral("\n\n") + OpenProblemText(form_.state_, problem),
+                           platform::Buttons::Ok,
+                           kind == ReadProblem::ScriptUnreadable ? platform::Icon::Critical
+                                                                 : platform::Icon::Exclamation,
+                           Q(form_.state_.IdsTexts[IDS_ERROR]));
+}
+
+void FrmMainReaderHost::BeginLoad(const std::string& script) {
+    script_ = script;
+    busy_ = false;
+    started_ = form_.services_.Milliseconds();
+}
+
+void FrmMainReaderHost::Pause() {
+    if (busy_) {
+        form_.services_.EndProgress();
+        form_.services_.SetBusyCursor(false);
+        busy_ = false;
+    }
+    started_ = form_.services_.Milliseconds();
+}
+
+void FrmMainReaderHost::EndLoad() {
+    Pause();
+}
+
+bool FrmMainReaderHost::Progress(std::size_t done, std::size_t total) {
+    platform::Services& services = form_.services_;
+    if (!busy_) {
+        if (services.Milliseconds() - started_ <= BusyAfterMs) {
+            return true;
+        }
+        busy_ = true;
+        services.SetBusyCursor(true);
+    }
+    const auto& texts = form_.state_.MsgTexts;
+    return services.ShowProgress(
+        Q(texts[MSG_LOAD_PROGRESS_TITLE]),
+        Q(FormatMessage(texts[MSG_LOAD_PROGRESS], {Cp1252ToUtf8(paths::FileNameOf(script_))})),
+        static_cast<qint64>(done), static_cast<qint64>(total));
+}
+
 void FrmMainReaderHost::LoadFinished() {
+    Pause();
     form_.FrmModelfiles->setEnabled(true);
     // The folder as it is spelt on the disk: scripts from Windows may write
     // it in other capitals.

@@ -2,10 +2,13 @@
 // go to the user through the window's message boxes and Open dialog, read
 // sequences of group 0 land in LstAnimations, problems are shown as message
 // boxes in the active language (the reader passes each kind once per load),
-// and the end of a load refreshes the window.
+// a long load shows that it is working and can be cancelled, and the end of
+// a load refreshes the window.
 #pragma once
 
 #include "document/ReaderHost.h"
+
+#include <QtGlobal>
 
 namespace quarle::ui {
 
@@ -23,10 +26,26 @@ public:
     void NewDocument() override;
     void AddAnimation(const std::string& name) override;
     void Problem(ReadProblem kind, const std::string& detail) override;
+    void FileProblem(ReadProblem kind, const OpenProblem& problem) override;
+    bool Progress(std::size_t done, std::size_t total) override;
     void LoadFinished() override;
 
+    // Around one load of script: a load that takes longer than BusyAfterMs
+    // shows the busy cursor and a progress window with a Cancel button; the
+    // end of the load takes both away.
+    void BeginLoad(const std::string& script);
+    void EndLoad();
+    static constexpr qint64 BusyAfterMs = 500;
+
 private:
+    // A question or a message of the load: no busy cursor or progress
+    // window over it, and the time it is open does not count.
+    void Pause();
+
     FrmMain& form_;
+    std::string script_;
+    qint64 started_ = 0;
+    bool busy_ = false;
 };
 
 } // namespace quarle::ui

@@ -47,10 +47,10 @@ QString DefaultTextEditorPath() {
 
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       const platform::HostEnvironment& env, ToolSettings& settings) {
-    settings.StudioMdlPath = platform::ToCp1252Marked(store.Get(QStringLiteral("StudioMdl")));
-    settings.ModelViewerPath = platform::ToCp1252Marked(store.Get(QStringLiteral("ModelViewer")));
-    settings.LanguageFile = store.Get(QStringLiteral("Language")).toStdString();
-    settings.TextEditorPath = platform::ToCp1252Marked(store.Get(QStringLiteral("TextEditor")));
+    settings.StudioMdlPath = platform::ToCp1252Marked(ReadSetting(store, setting::StudioMdl));
+    settings.ModelViewerPath = platform::ToCp1252Marked(ReadSetting(store, setting::ModelViewer));
+    settings.LanguageFile = ReadSetting(store, setting::Language).toStdString();
+    settings.TextEditorPath = platform::ToCp1252Marked(ReadSetting(store, setting::TextEditor));
     // What the store leaves empty is looked for on the host first. A place
     // that the settings' code page cannot name counts as not found.
     const auto orDefault = [](const QString& found, const QString& fallback) {
@@ -93,8 +93,8 @@ bool ToolNoticeDue(const platform::SettingsStore& store, const platform::HostEnv
     (void)settings;
     return false;
 #else
-    return store.Get(QStringLiteral("StudioMdl")).isEmpty() &&
-           store.Get(QLatin1String(ToolNoticeKey)).isEmpty() &&
+    return ReadSetting(store, setting::StudioMdl).isEmpty() &&
+           ReadSetting(store, setting::ToolNotice).isEmpty() &&
            !platform::CanStart(
                platform::CheckTool(platform::FromCp1252(settings.StudioMdlPath), env));
 #endif
@@ -105,9 +105,12 @@ bool CompilerOffered(const QString& studioMdlPath, const platform::HostEnvironme
            platform::CheckTool(studioMdlPath, env) != platform::ToolState::NoWine;
 }
 
+static_assert(setting::RecentFiles.size() ==
+              std::tuple_size_v<decltype(ToolSettings::RecentFiles)>);
+
 void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& settings) {
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
-        const QString value = store.Get(QStringLiteral("Recentfile%1").arg(i));
+        const QString value = ReadSetting(store, setting::RecentFiles[i]);
         // The entries are scripts' paths, held as the document holds text;
         // one that text cannot name is left empty.
         settings.RecentFiles[i] =
@@ -118,14 +121,14 @@ void ReadRecentFiles(const platform::SettingsStore& store, ToolSettings& setting
 
 QList<std::pair<QString, QString>> SettingsToWrite(const ToolSettings& settings) {
     QList<std::pair<QString, QString>> writes{
-        {QStringLiteral("StudioMDL"), platform::FromCp1252(settings.StudioMdlPath)},
-        {QStringLiteral("TextEditor"), platform::FromCp1252(settings.TextEditorPath)},
-        {QStringLiteral("ModelViewer"), platform::FromCp1252(settings.ModelViewerPath)},
-        {QStringLiteral("Language"), Text(settings.LanguageFile)},
+        {QLatin1String(setting::StudioMdl.Name), platform::FromCp1252(settings.StudioMdlPath)},
+        {QLatin1String(setting::TextEditor.Name), platform::FromCp1252(settings.TextEditorPath)},
+        {QLatin1String(setting::ModelViewer.Name), platform::FromCp1252(settings.ModelViewerPath)},
+        {QLatin1String(setting::Language.Name), Text(settings.LanguageFile)},
     };
     for (std::size_t i = 0; i < settings.RecentFiles.size(); ++i) {
-        writes.append(
-            {QStringLiteral("RecentFile%1").arg(i), platform::FromCp1252(settings.RecentFiles[i])});
+        writes.append({QLatin1String(setting::RecentFiles[i].Name),
+                       platform::FromCp1252(settings.RecentFiles[i])});
     }
     return writes;
 }

@@ -1,11 +1,11 @@
-// The settings the main window keeps between runs: which keys it reads and
-// writes, and what an empty value stands for. The store ignores the case of
-// keys, so a key read as "StudioMdl" finds the value written as "StudioMDL".
+// The settings the main window keeps between runs (keys in SettingKeys.h):
+// how they are read and written, and the programs an empty path stands for.
 #pragma once
 
 #include "AppState.h"
 #include "platform/SettingsStore.h"
 #include "platform/ToolSearch.h"
+#include "ui/mainwindow/SettingKeys.h"
 
 #include <QList>
 #include <QString>
@@ -25,15 +25,13 @@ namespace quarle::ui {
 QString DefaultStudioMdlPath(const QString& programFolder);
 QString DefaultModelViewerPath(const QString& programFolder);
 QString DefaultTextEditorPath();
-inline constexpr const char* EmptyRecentFile = "...";
+inline constexpr const char* EmptyRecentFile = setting::RecentFiles[0].Default;
 
 // Reads the tools and the language, and fills in the defaults of empty ones
 // (the language of a first start follows env.Language).
 void ReadToolSettings(const platform::SettingsStore& store, const QString& programFolder,
                       const platform::HostEnvironment& env, ToolSettings& settings);
 
-// The key that remembers that the user was told of a missing compiler.
-inline constexpr const char* ToolNoticeKey = "ToolNotice";
 // Whether the start is to say that no compiler can be started: only off
 // Windows, only when the store names no compiler (a first start), and only
 // until it was said once.

@@ -40,10 +40,11 @@ FrmCompiledModel::FrmCompiledModel(AppState& state, platform::Services& services
         Control(new QLabel(QStringLiteral("Sequenzen:"), this), QStringLiteral("LblSequences"));
     LstSequences = Control(new QListWidget(this), QStringLiteral("LstSequences"));
     LstSequences->setToolTip(QStringLiteral("Die Sequenz, die das Modell abspielt"));
-    LblBodyPart =
-        Control(new QLabel(QStringLiteral("K\u00f6rperteil:"), this), QStringLiteral("LblBodyPart"));
+    LblBodyPart = Control(new QLabel(QStringLiteral("K\u00f6rperteil:"), this),
+                          QStringLiteral("LblBodyPart"));
     CmbBodyPart = Control(new QComboBox(this), QStringLiteral("CmbBodyPart"));
-    LblSubModel = Control(new QLabel(QStringLiteral("Modell:"), this), QStringLiteral("LblSubModel"));
+    LblSubModel =
+        Control(new QLabel(QStringLiteral("Modell:"), this), QStringLiteral("LblSubModel"));
     CmbSubModel = Control(new QComboBox(this), QStringLiteral("CmbSubModel"));
     CmbSubModel->setToolTip(QStringLiteral("Das Modell, das dieser K\u00f6rperteil zeigt"));
     LblSkin = Control(new QLabel(QStringLiteral("Skin-Familie:"), this), QStringLiteral("LblSkin"));
@@ -97,7 +98,6 @@ FrmCompiledModel::FrmCompiledModel(AppState& state, platform::Services& services
     connect(TmrTick, &QTimer::timeout, this, &FrmCompiledModel::TmrTick_Timer);
     auto* frameKey = new QShortcut(QKeySequence(Qt::Key_F), this);
     connect(frameKey, &QShortcut::activated, this, &FrmCompiledModel::CmdFrameModel_Click);
-    Form_Load();
 }
 
 FrmCompiledModel::~FrmCompiledModel() = default;
@@ -111,6 +111,8 @@ void FrmCompiledModel::Form_Load() {
 }
 
 void FrmCompiledModel::ShowModel(const std::string& path) {
+    // The title below is the loaded caption's.
+    Load();
     framed_ = false;
     seconds_ = 0.0;
     frame_ = 0;
@@ -300,8 +302,7 @@ void FrmCompiledModel::ShowPose() {
     }
     for (std::size_t a = 0; a < model->Attachments.size(); ++a) {
         const studio::Attachment& at = model->Attachments[a];
-        markers.Attachments.push_back(
-            {int(a), pose[std::size_t(at.Bone)].Apply(at.Origin)});
+        markers.Attachments.push_back({int(a), pose[std::size_t(at.Bone)].Apply(at.Origin)});
     }
     PicView->SetPose(std::move(positions), std::move(normals), std::move(markers));
 }

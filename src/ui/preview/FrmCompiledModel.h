@@ -66,7 +66,7 @@ public:
     const std::string& ModelPath() const { return file_.Path(); }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // The lists of a model read anew; the choices stay where they fit.
     void FillLists();
     void RebuildMesh();

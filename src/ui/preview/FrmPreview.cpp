@@ -1,12 +1,13 @@
 #include "ui/preview/FrmPreview.h"
 
 #include "compile/CompileFiles.h"
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 #include "preview/CompiledModel.h"
+#include "ui/common/MainWindowAccess.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 #include "ui/preview/PreviewControls.h"
 #include "ui/preview/PreviewView.h"
 
@@ -21,8 +22,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <numbers>
 
 namespace quarle::ui {
@@ -40,18 +39,6 @@ std::optional<std::filesystem::file_time_type> FileTime(const std::string& path)
     std::error_code error;
     const auto time = std::filesystem::last_write_time(paths::ToFsPath(*found), error);
     return error ? std::nullopt : std::optional(time);
-}
-
-std::optional<std::string> ReadBytes(const std::string& path) {
-    const std::optional<std::string> found = paths::Resolve(path);
-    if (!found) {
-        return std::nullopt;
-    }
-    std::ifstream in(paths::ToFsPath(*found), std::ios::binary);
-    if (!in) {
-        return std::nullopt;
-    }
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 Vec3 Scaled(const Vec3& v, float scale) {
@@ -72,7 +59,7 @@ QString Joined(const std::vector<std::string>& names) {
 
 } // namespace
 
-FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& main,
+FrmPreview::FrmPreview(AppState& state, platform::Services& services, MainWindowAccess& main,
                        QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("FrmPreview"));
@@ -83,7 +70,8 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     PicView->setToolTip(
         QStringLiteral("Linke Maustaste dreht, rechte oder mittlere verschiebt, das Rad zoomt"));
     const PreviewControls shared = MakePreviewControls(
-        this, state_, QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
+        this, state_,
+        QStringLiteral("Spielt die gew\u00e4hlte Animation ab oder h\u00e4lt sie an"));
     CmdPlay = shared.CmdPlay;
     SldFrame = shared.SldFrame;
     CmdFrameModel = shared.CmdFrameModel;
@@ -118,7 +106,6 @@ FrmPreview::FrmPreview(AppState& state, platform::Services& services, FrmMain& m
     // The key works wherever the focus is in the window.
     auto* frameKey = new QShortcut(QKeySequence(Qt::Key_F), this);
     connect(frameKey, &QShortcut::activated, this, &FrmPreview::CmdFrameModel_Click);
-    Form_Load();
 }
 
 FrmPreview::~FrmPreview() = default;
@@ -166,8 +153,8 @@ FrmPreview::Source FrmPreview::TextureSource() const {
     const Document& doc = state_.Doc;
     Source source;
     for (const preview::MeshBatch& batch : mesh_.Batches) {
-        const std::string name = preview::VariedTexture(doc, state_.Preview.TextureRow,
-                                                        batch.Texture);
+        const std::string name =
+            preview::VariedTexture(doc, state_.Preview.TextureRow, batch.Texture);
         source.Files.push_back(paths::Join(doc.TexturePath, name));
         source.Times.push_back(FileTime(source.Files.back()));
         source.Modes.push_back(preview::RenderMode(doc, batch.Texture));
@@ -207,13 +194,13 @@ void FrmPreview::ReloadTextures() {
     for (std::size_t i = 0; i < textureSource_->Files.size(); ++i) {
         PreviewTexture texture;
         texture.Mode = textureSource_->Modes[i];
-        if (const std::optional<std::string> bytes = ReadBytes(textureSource_->Files[i])) {
+        if (const std::optional<std::string> bytes =
+                ReadFileText(textureSource_->Files[i], FileKind::Bitmap)) {
             texture.Image = preview::DecodeBmp8(*bytes, texture.Mode == 1);
         }
         const std::string name = paths::FileNameOf(textureSource_->Files[i]);
-        if (!texture.Image &&
-            std::find(missingTextures_.begin(), missingTextures_.end(), name) ==
-                missingTextures_.end()) {
+        if (!texture.Image && std::find(missingTextures_.begin(), missingTextures_.end(), name) ==
+                                  missingTextures_.end()) {
             missingTextures_.push_back(name);
         }
         textures.push_back(std::move(texture));
@@ -233,8 +220,7 @@ const SmdModel* FrmPreview::CurrentAnimation(const AnimRec*& anim) {
         pick->second > limits::LastAnimSlot) {
         return nullptr;
     }
-    const AnimRec& rec =
-        state_.Doc.Anims[std::size_t(pick->first)][std::size_t(pick->second)];
+    const AnimRec& rec = state_.Doc.Anims[std::size_t(pick->first)][std::size_t(pick->second)];
     if (rec.SmdFile.empty()) {
         return nullptr;
     }
@@ -340,11 +326,11 @@ void FrmPreview::ShowPose(const SmdModel* animation) {
         shown.Axis = m.Rotate(unit(axis));
         const Vec3 u = m.Rotate(unit(axis + 1));
         const Vec3 v = m.Rotate(unit(axis + 2));
-        const float radius = std::max(std::hypot(mesh_.Max[0] - mesh_.Min[0],
-                                                 mesh_.Max[1] - mesh_.Min[1],
-                                                 mesh_.Max[2] - mesh_.Min[2]),
-                                      1.0f) *
-                             0.08f;
+        const float radius =
+            std::max(std::hypot(mesh_.Max[0] - mesh_.Min[0], mesh_.Max[1] - mesh_.Min[1],
+                                mesh_.Max[2] - mesh_.Min[2]),
+                     1.0f) *
+            0.08f;
         constexpr int Steps = 24;
         const float from = c.LimitMin * std::numbers::pi_v<float> / 180.0f;
         const float to = c.LimitMax * std::numbers::pi_v<float> / 180.0f;
@@ -390,8 +376,8 @@ void FrmPreview::AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pos
         anim = &doc.Anims[std::size_t(pick->first)][std::size_t(pick->second)];
         sequence = preview::CompiledSequence(doc, pick->first, pick->second, *model);
         if (sequence < 0) {
-            compiledStatus_.append(MessageText(state_, MSG_OVERLAY_NO_SEQUENCE,
-                                               {platform::FromCp1252(anim->Name)}));
+            compiledStatus_.append(
+                MessageText(state_, MSG_OVERLAY_NO_SEQUENCE, {platform::FromCp1252(anim->Name)}));
             return;
         }
         frame = preview::CompiledFrame(*animation, *anim, frame_);
@@ -419,9 +405,9 @@ void FrmPreview::AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pos
             {seen.Joints[parent >= 0 ? std::size_t(parent) : b], seen.Joints[b]});
     }
     if (!seen.LargestBone.empty()) {
-        compiledStatus_.append(MessageText(state_, MSG_OVERLAY_DISTANCE,
-                                           {file, QString::number(seen.Largest, 'f', 3),
-                                            platform::FromCp1252(seen.LargestBone)}));
+        compiledStatus_.append(MessageText(
+            state_, MSG_OVERLAY_DISTANCE,
+            {file, QString::number(seen.Largest, 'f', 3), platform::FromCp1252(seen.LargestBone)}));
     }
     if (!seen.OnlyCompiled.empty()) {
         compiledStatus_.append(
@@ -451,8 +437,7 @@ void FrmPreview::ShowStatus(int frameCount, const AnimRec* anim) {
         parts.append(MessageText(state_, MSG_PREVIEW_PARTS_MISSING, {Joined(missingParts_)}));
     }
     if (!missingTextures_.empty()) {
-        parts.append(
-            MessageText(state_, MSG_PREVIEW_TEXTURES_MISSING, {Joined(missingTextures_)}));
+        parts.append(MessageText(state_, MSG_PREVIEW_TEXTURES_MISSING, {Joined(missingTextures_)}));
     }
     std::size_t corners = 0;
     for (const preview::MeshBatch& batch : mesh_.Batches) {

@@ -25,7 +25,7 @@ class QTimer;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 class PreviewView;
 struct PreviewMarkers;
 
@@ -33,7 +33,7 @@ class FrmPreview : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    FrmPreview(AppState& state, platform::Services& services, FrmMain& main,
+    FrmPreview(AppState& state, platform::Services& services, MainWindowAccess& main,
                QWidget* parent = nullptr);
     ~FrmPreview() override;
 
@@ -60,7 +60,7 @@ public:
     int ShownFrame() const { return frame_; }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // What the mesh is built from (the part files, their times, the
     // scale) and what its textures are (the bitmap files after the
     // variation, their times and render modes). A change rebuilds them.
@@ -85,7 +85,7 @@ private:
     void AddCompiledSkeleton(const std::vector<preview::BoneMatrix>& pose,
                              const SmdModel* animation, PreviewMarkers& markers);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
     std::optional<Source> meshSource_;
     std::optional<Source> textureSource_;
     preview::Mesh mesh_;

@@ -39,8 +39,8 @@ constexpr int PreviewTwips = 4500; // the picture's viewport is 4200 twips, 280 
 
 } // namespace
 
-DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services, FrmMain& main,
-                                 QWidget* parent)
+DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services,
+                                 MainWindowAccess& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgTextureGroup"));
     setWindowTitle(QStringLiteral("Texturvariationen"));
@@ -122,8 +122,6 @@ DlgTextureGroup::DlgTextureGroup(AppState& state, platform::Services& services, 
     connect(FileChangeTo, &QListWidget::itemSelectionChanged, this,
             &DlgTextureGroup::FileChangeTo_Click);
     connect(OKButton, &QPushButton::clicked, this, &DlgTextureGroup::OKButton_Click);
-
-    Form_Load();
 }
 
 DlgTextureGroup::~DlgTextureGroup() = default;

@@ -16,7 +16,7 @@ class QListWidget;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 class ScrollPicture;
 
 class DlgTextureGroup : public LocalisedDialog {
@@ -26,7 +26,7 @@ public:
     static constexpr int FirstVariation = 1;
     static constexpr int LastVariation = 9;
 
-    DlgTextureGroup(AppState& state, platform::Services& services, FrmMain& main,
+    DlgTextureGroup(AppState& state, platform::Services& services, MainWindowAccess& main,
                     QWidget* parent = nullptr);
     ~DlgTextureGroup() override;
 
@@ -62,14 +62,14 @@ public:
     int Variation() const { return variation_; }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void FillFileChangeTo();
     // The cell of the variation on show and the selected texture (column 0,
     // which nothing reads, when no texture is selected).
     std::string& Cell();
     void ShowBitmap(const QString& name);
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
     int variation_ = FirstVariation;
 };
 

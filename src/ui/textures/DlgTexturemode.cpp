@@ -17,8 +17,8 @@ namespace quarle::ui {
 
 using platform::Control;
 
-DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services, FrmMain& main,
-                               QWidget* parent)
+DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services,
+                               MainWindowAccess& main, QWidget* parent)
     : LocalisedDialog(state, services, parent), main_(main) {
     setObjectName(QStringLiteral("DlgTexturemode"));
     setWindowTitle(QStringLiteral("Texturemodes"));
@@ -83,8 +83,6 @@ DlgTexturemode::DlgTexturemode(AppState& state, platform::Services& services, Fr
         }
     });
     connect(OKButton, &QPushButton::clicked, this, &DlgTexturemode::OKButton_Click);
-
-    Form_Load();
 }
 
 DlgTexturemode::~DlgTexturemode() = default;

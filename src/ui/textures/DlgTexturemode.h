@@ -17,13 +17,13 @@ class QRadioButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class DlgTexturemode : public LocalisedDialog {
     Q_OBJECT
 
 public:
-    DlgTexturemode(AppState& state, platform::Services& services, FrmMain& main,
+    DlgTexturemode(AppState& state, platform::Services& services, MainWindowAccess& main,
                    QWidget* parent = nullptr);
     ~DlgTexturemode() override;
 
@@ -42,9 +42,9 @@ public:
     void OKButton_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

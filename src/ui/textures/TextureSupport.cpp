@@ -1,12 +1,13 @@
 #include "ui/textures/TextureSupport.h"
 
+#include "document/InputFile.h"
 #include "document/ModelTextures.h"
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "ui/localisation/Messages.h"
 
-#include <QFile>
+#include <QBuffer>
 #include <QImageReader>
 
 namespace quarle::ui {
@@ -53,11 +54,14 @@ QImage LoadBitmap(const std::string& textureFolder, const QString& name) {
     if (textureFolder.empty() || !bytes || bytes->empty()) {
         return {};
     }
-    const std::optional<std::string> path = paths::Resolve(paths::Join(textureFolder, *bytes));
-    if (!path) {
+    const std::optional<std::string> data =
+        ReadFileText(paths::Join(textureFolder, *bytes), FileKind::Bitmap);
+    if (!data) {
         return {};
     }
-    QFile file(paths::ToFsPath(*path));
+    QByteArray buffered =
+        QByteArray::fromRawData(data->data(), static_cast<qsizetype>(data->size()));
+    QBuffer file(&buffered);
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     QImage image;

@@ -43,7 +43,6 @@ AnimWiz1::AnimWiz1(AppState& state, platform::Services& services, WizardChain& c
 
     connect(TxtAnimWiz1AnimName, &QLineEdit::textChanged, this,
             &AnimWiz1::TxtAnimWiz1AnimName_Change);
-    Form_Load();
 }
 
 void AnimWiz1::Form_Load() {

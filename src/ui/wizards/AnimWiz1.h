@@ -26,7 +26,7 @@ public:
     void TxtAnimWiz1AnimName_Change();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 };
 
 } // namespace quarle::ui

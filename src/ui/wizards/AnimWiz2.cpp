@@ -56,7 +56,6 @@ AnimWiz2::AnimWiz2(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz2::TxtAnimWiz2AnimModel_Change);
     connect(TxtAnimWiz2AnimModelLong, &QLineEdit::textChanged, this,
             &AnimWiz2::TxtAnimWiz2AnimModelLong_Change);
-    Form_Load();
 }
 
 void AnimWiz2::Form_Load() {

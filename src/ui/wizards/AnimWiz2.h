@@ -40,7 +40,7 @@ public:
     QString FileListPath() const { return fileListPath_; }
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
     QString fileListPath_;
     bool assigning_ = false;

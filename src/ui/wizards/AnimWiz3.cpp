@@ -1,7 +1,7 @@
 #include "ui/wizards/AnimWiz3.h"
 
 #include "platform/Reflection.h"
-#include "ui/mainwindow/ActivityIds.h"
+#include "ui/common/ActivityIds.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -32,8 +32,8 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     // The activity is taken as typed: no completion may change the text.
     CmbAnimWiz3AnimID->setCompleter(nullptr);
     CmbAnimWiz3AnimID->setInsertPolicy(QComboBox::NoInsert);
-    for (const char* id : ActivityIds) {
-        CmbAnimWiz3AnimID->addItem(QString::fromLatin1(id));
+    for (const std::string& id : ActivityIds()) {
+        CmbAnimWiz3AnimID->addItem(QString::fromLatin1(id.c_str()));
     }
     CmbAnimWiz3AnimID->setCurrentIndex(-1);
     CmbAnimWiz3AnimID->setEditText(QString());
@@ -49,8 +49,6 @@ AnimWiz3::AnimWiz3(AppState& state, platform::Services& services, WizardChain& c
     content->addWidget(FrmAnimationID);
     content->addStretch();
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
-
-    Form_Load();
 }
 
 void AnimWiz3::Form_Load() {

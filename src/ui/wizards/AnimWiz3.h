@@ -24,7 +24,7 @@ public:
     QPushButton* CmdWeiter = nullptr;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 };
 
 } // namespace quarle::ui

@@ -4,7 +4,7 @@
 #include "document/SmdScan.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 #include "ui/wizards/AnimWiz2.h"
 
 #include <QCheckBox>
@@ -91,7 +91,6 @@ AnimWiz4::AnimWiz4(AppState& state, platform::Services& services, WizardChain& c
             &AnimWiz4::TxtAnimWiz4FrameStart_Change);
     connect(TxtAnimWiz4FrameEnd, &QLineEdit::textChanged, this,
             &AnimWiz4::TxtAnimWiz4FrameEnd_Change);
-    Form_Load();
 }
 
 void AnimWiz4::Form_Load() {

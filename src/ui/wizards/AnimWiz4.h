@@ -41,7 +41,7 @@ public:
     void TxtAnimWiz4FrameEnd_Change();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     void LimitFrame(QLineEdit* box);
 };
 

@@ -4,9 +4,9 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "ui/common/LimitMessages.h"
+#include "ui/common/MainWindowAccess.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
-#include "ui/mainwindow/LimitMessages.h"
 #include "ui/wizards/AnimWiz1.h"
 #include "ui/wizards/AnimWiz2.h"
 #include "ui/wizards/AnimWiz3.h"
@@ -33,14 +33,13 @@ std::optional<i16> WholeNumber(const QLineEdit* box) {
 
 } // namespace
 
-AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
-                   QWidget* parent)
+AnimWiz5::AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain,
+                   MainWindowAccess& main, QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("AnimWiz5"),
                  QStringLiteral("Animation-Wizard"), parent),
       main_(main) {
     CmdWeiter = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdWeiter"));
     connect(CmdWeiter, &QPushButton::clicked, this, &AnimWiz5::CmdWeiter_Click);
-    Form_Load();
 }
 
 void AnimWiz5::Form_Load() {
@@ -68,7 +67,7 @@ void AnimWiz5::Form_Activate() {
     // of the slot it goes to, which a new slot has none of.
     QStringList motion;
     const std::optional<int> g = main_.AnimGroup();
-    const int s = main_.LstAnimations->count();
+    const int s = main_.AnimationRowCount();
     if (g && s <= limits::LastWrittenAnimSlot) {
         const AnimRec& slot = state_.Doc.Anims[std::size_t(*g)][std::size_t(s)];
         for (const auto& [on, letters] :
@@ -102,7 +101,7 @@ void AnimWiz5::CmdWeiter_Click() {
         return;
     }
     // The script keeps slots 0..100 of a group.
-    const int s = main_.LstAnimations->count();
+    const int s = main_.AnimationRowCount();
     if (s > limits::LastWrittenAnimSlot) {
         RefuseAtLimit(state_, services_, MSG_ANIMATIONS_FULL, limits::LastWrittenAnimSlot + 1);
         return;
@@ -124,11 +123,7 @@ void AnimWiz5::CmdWeiter_Click() {
     if (!activityId) {
         return;
     }
-    {
-        // The new entry is not selected.
-        const QSignalBlocker block(main_.LstAnimations);
-        main_.LstAnimations->addItem(platform::FromCp1252(*base));
-    }
+    main_.AppendAnimationRow(platform::FromCp1252(*base));
     AnimRec& anim = state_.Doc.Anims[static_cast<std::size_t>(*g)][static_cast<std::size_t>(s)];
     anim.Name = *animName;
     anim.ActivityId = *activityId;

@@ -10,14 +10,14 @@ class QPushButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class AnimWiz5 : public WizardPage {
     Q_OBJECT
 
 public:
-    AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
-             QWidget* parent = nullptr);
+    AnimWiz5(AppState& state, platform::Services& services, WizardChain& chain,
+             MainWindowAccess& main, QWidget* parent = nullptr);
 
     QLabel* LblAllRight = nullptr;
     QListWidget* LstSumm = nullptr;
@@ -29,15 +29,15 @@ public:
 
 private:
     // The summary is built once, when the page loads.
-    void Form_Load();
+    void Form_Load() override;
+
 public:
     // The summary, built anew each time the page shows, from what the other
     // pages hold now.
     void Form_Activate() override;
 
 private:
-
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

@@ -108,7 +108,6 @@ Wizard2::Wizard2(AppState& state, platform::Services& services, WizardChain& cha
     connect(CmdWiz2Modelpfad, &QPushButton::clicked, this, &Wizard2::CmdWiz2Modelpfad_Click);
     connect(TxtWiz2Texturenpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
     connect(TxtWiz2Modelpfad, &QLineEdit::textChanged, this, &Wizard2::TxtWiz2Pfad_Change);
-    Form_Load();
 }
 
 void Wizard2::Form_Load() {

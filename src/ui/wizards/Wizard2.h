@@ -37,7 +37,7 @@ public:
     void TxtWiz2Pfad_Change();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     // The folder the user chooses (starting at the one in box), or nothing
     // after a cancel.
     std::optional<QString> PickFolder(int titleKey, const QLineEdit* box);

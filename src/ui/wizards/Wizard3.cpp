@@ -51,7 +51,6 @@ Wizard3::Wizard3(AppState& state, platform::Services& services, WizardChain& cha
     connect(LstFiles, &QListWidget::itemDoubleClicked, this, &Wizard3::LstFiles_DblClick);
     connect(TxtWiz3Referenzmodel, &QLineEdit::textChanged, this,
             &Wizard3::TxtWiz3Referenzmodel_Change);
-    Form_Load();
 }
 
 void Wizard3::Form_Load() {

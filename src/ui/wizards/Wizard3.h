@@ -35,7 +35,7 @@ public:
     void TxtWiz3Referenzmodel_Change();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
     QString ModelFolder() const;
 };
 

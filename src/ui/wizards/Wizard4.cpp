@@ -1,7 +1,7 @@
 #include "ui/wizards/Wizard4.h"
 
 #include "platform/Reflection.h"
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -73,7 +73,6 @@ Wizard4::Wizard4(AppState& state, platform::Services& services, WizardChain& cha
     LayOut(content, {CmdZurueck, CmdAbbrechen, CmdWeiter});
 
     connect(ChkWiz4Augen, &QCheckBox::clicked, this, &Wizard4::ChkWiz4Augen_Click);
-    Form_Load();
 }
 
 void Wizard4::Form_Load() {

@@ -34,7 +34,7 @@ public:
     void ChkWiz4Augen_Click();
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 };
 
 } // namespace quarle::ui

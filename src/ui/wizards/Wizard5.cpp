@@ -4,8 +4,8 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
+#include "ui/common/MainWindowAccess.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 #include "ui/wizards/Wizard2.h"
 #include "ui/wizards/Wizard3.h"
 #include "ui/wizards/Wizard4.h"
@@ -18,14 +18,13 @@
 
 namespace quarle::ui {
 
-Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
-                 QWidget* parent)
+Wizard5::Wizard5(AppState& state, platform::Services& services, WizardChain& chain,
+                 MainWindowAccess& main, QWidget* parent)
     : WizardPage(state, services, chain, QStringLiteral("Wizard5"), QStringLiteral("Wizard"),
                  parent),
       main_(main) {
     CmdFertig = CreateSummary(LblAllRight, LstSumm, QStringLiteral("CmdFertig"));
     connect(CmdFertig, &QPushButton::clicked, this, &Wizard5::CmdFertig_Click);
-    Form_Load();
 }
 
 void Wizard5::Form_Load() {
@@ -83,17 +82,13 @@ void Wizard5::CmdFertig_Click() {
     const QString texturePath = paths->TxtWiz2Texturenpfad->text();
     const QString modelPath = paths->TxtWiz2Modelpfad->text();
     doc.TexturePath = platform::ToCp1252Marked(texturePath);
-    main_.TxtTexturepath->setText(PathFromDocument(doc.TexturePath));
     doc.ModelPath = platform::ToCp1252Marked(modelPath);
-    // The change of the box opens the model files and the animation wizard
-    // and lists the folder's files.
-    main_.TxtModelpath->setText(PathFromDocument(doc.ModelPath));
-    main_.SetFileListPath(PathFromDocument(doc.ModelPath));
+    main_.ShowPaths(PathFromDocument(doc.TexturePath), PathFromDocument(doc.ModelPath));
 
     BodyGroupRec& first = doc.BodyGroups[1];
     first.PartCount = 1;
     first.Parts[1] = *part;
-    main_.LstParts->addItem(platform::FromCp1252(*part));
+    main_.AppendPartRow(platform::FromCp1252(*part));
 
     const auto number = [](const QLineEdit* box) {
         return ToF32(TextToNumber(box->text().toStdString()));

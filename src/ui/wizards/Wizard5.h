@@ -10,14 +10,14 @@ class QPushButton;
 
 namespace quarle::ui {
 
-class FrmMain;
+class MainWindowAccess;
 
 class Wizard5 : public WizardPage {
     Q_OBJECT
 
 public:
-    Wizard5(AppState& state, platform::Services& services, WizardChain& chain, FrmMain& main,
-            QWidget* parent = nullptr);
+    Wizard5(AppState& state, platform::Services& services, WizardChain& chain,
+            MainWindowAccess& main, QWidget* parent = nullptr);
 
     QLabel* LblAllRight = nullptr;
     QListWidget* LstSumm = nullptr;
@@ -30,9 +30,9 @@ public:
     void Form_Activate() override;
 
 private:
-    void Form_Load();
+    void Form_Load() override;
 
-    FrmMain& main_;
+    MainWindowAccess& main_;
 };
 
 } // namespace quarle::ui

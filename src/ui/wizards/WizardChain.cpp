@@ -1,11 +1,11 @@
 #include "ui/wizards/WizardChain.h"
 
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
 
 #include <QDir>
-#include <QFile>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -263,12 +263,7 @@ QString PathFromDocument(const std::string& folder) {
 }
 
 bool FileReadable(const QString& path) {
-    const std::optional<std::string> resolved = paths::Resolve(platform::ToCp1252Marked(path));
-    if (!resolved) {
-        return false;
-    }
-    QFile file(platform::FromCp1252(*resolved));
-    return file.open(QIODevice::ReadOnly);
+    return static_cast<bool>(InputFile::Open(platform::ToCp1252Marked(path), FileKind::Smd));
 }
 
 } // namespace quarle::ui

@@ -139,7 +139,8 @@ bool FileExistsAt(const QString& path);
 // Folders cross into the document as platform::ToCp1252Marked makes them,
 // as the main window's own folder picks store them.
 QString PathFromDocument(const std::string& folder);
-// The file can be opened for reading.
+// The file is an .smd file that can be read (InputFile.h: a regular file
+// within the size limit of .smd files).
 bool FileReadable(const QString& path);
 
 } // namespace quarle::ui

@@ -78,15 +78,20 @@ protected:
         }
         doc.QcFile = QDir(models_.path()).filePath(qcName).toStdString();
         doc.ModelName = QDir(models_.path()).filePath("robot.mdl").toStdString();
-        QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n";
+        QByteArray qc = "$modelname \"" + QByteArray::fromStdString(doc.ModelName) + "\"\r\n$cd \"" +
+                        QByteArray::fromStdString(doc.ModelPath) + "\"\r\n";
         if (withAnimation) {
             qc += "$sequence walk \"walk\"\r\n";
         }
         Write(QString::fromStdString(doc.QcFile), qc + extra);
     }
 
+    // Built and loaded, as the compile command has it before it shows it.
     std::unique_ptr<DlgCompile> Make(int animationRows = 1) {
-        return std::make_unique<DlgCompile>(*state_, services_, animationRows, nullptr, options_);
+        auto dlg =
+            std::make_unique<DlgCompile>(*state_, services_, animationRows, nullptr, options_);
+        dlg->Load();
+        return dlg;
     }
 
     // Shows the dialog and waits for its closing row.
@@ -130,21 +135,21 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     RunToEnd(*dlg);
     EXPECT_EQ(Rows(*dlg),
               (QStringList{"IDS_CHECKMODELINFO", "IDS_WARNING_TEXTUREPATH", "IDS_ERROR_MODELPATH",
-                           "IDS_WARNING_BODYGROUP_PART1 \"body\" IDS_WARNING_BODYGROUP_PART2",
-                           "IDS_ERROR_NOREFERENCEMODEL", "IDS_WARNING_IDLEANIMATION", " ",
-                           "IDS_CANTCOMPILE", "IDS_DONE (2 IDS_ERRORS)"}));
+                           "MSG_CHECK_EMPTY_BODYGROUP body", "IDS_ERROR_NOREFERENCEMODEL",
+                           "IDS_WARNING_IDLEANIMATION", " ", "IDS_CANTCOMPILE",
+                           "IDS_DONE (3 IDS_ERRORS)"}));
     EXPECT_EQ(FromBytes(Read(qc)), "// saved\r\n$sequence idle \"\"\r\n");
     for (const char* name : {"compile.sh", "compile.log", "fert.dat"}) {
         EXPECT_EQ(Read(Work(name)), "old") << name;
     }
-    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_REFUSED MSG_ERRORS 2");
+    EXPECT_EQ(dlg->LblStatus->text(), "MSG_STATUS_REFUSED MSG_ERRORS 3");
     EXPECT_EQ(KindOfRow(*dlg, "IDS_ERROR_MODELPATH"), 2);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_WARNING_TEXTUREPATH"), 1);
     EXPECT_EQ(KindOfRow(*dlg, "IDS_CHECKMODELINFO"), 0);
 
     // The user runs the compiler all the same: on the script as saved,
     // which names no model, so none comes out, and the closing row counts
-    // that beside the checks' two.
+    // that beside the checks' three.
     ASSERT_TRUE(dlg->CmdCompileAnyway->isVisible());
     const int before = dlg->List1->count();
     QTest::mouseClick(dlg->CmdCompileAnyway, Qt::LeftButton);
@@ -154,7 +159,7 @@ TEST_F(DlgCompileTest, SavedFreshDocumentIsRefusedAndKeepsTheLastCompilesFiles) 
     EXPECT_TRUE(rows.contains(" qc: " + qc)) << rows.join('|').toStdString();
     EXPECT_EQ(rows.mid(rows.size() - 2),
               (QStringList{"MSG_COMPILE_NO_MODEL " + QDir(models_.path()).filePath("new.mdl"),
-                           "IDS_DONE (3 IDS_ERRORS)"}));
+                           "IDS_DONE (4 IDS_ERRORS)"}));
     EXPECT_FALSE(dlg->CmdCompileAnyway->isVisible()) << "one run per showing";
     EXPECT_EQ(Read(Work("fert.dat")), "Fertig 0\n");
 }

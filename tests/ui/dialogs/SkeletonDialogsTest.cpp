@@ -16,10 +16,16 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <functional>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace quarle::ui {
 namespace {
 
+using platform::Answer;
 using test::Pick;
 
 class SkeletonDialogs : public test::MainWindowFixture {
@@ -228,6 +234,37 @@ TEST_F(SkeletonDialogs, WithoutTheReferenceFileTheDialogsStillWork) {
         EXPECT_TRUE(d.TxtParent->text().isEmpty());
     });
     EXPECT_EQ(Saved("$controller"), QStringList({"$controller 0 \"Bip01 Head\" XR 0 0"}));
+}
+
+// A reference "file" that is a folder, a pipe with no writer or the endless
+// /dev/zero: the dialog opens at once with no bones and names the file.
+TEST_F(SkeletonDialogs, AReferenceThatIsNoPlainFileIsNamedAndTheDialogOpens) {
+    struct Row {
+        const char* Kind;
+        std::function<void(const QString&)> Make;
+        const char* Told;
+    };
+    const std::vector<Row> rows = {
+        {"folder", [](const QString& p) { ASSERT_TRUE(QDir().mkdir(p)); }, "is a folder"},
+#ifndef _WIN32
+        {"pipe", [](const QString& p) { ASSERT_EQ(::mkfifo(QFile::encodeName(p), 0600), 0); },
+         "not a plain file"},
+        {"device", [](const QString& p) { ASSERT_TRUE(QFile::link("/dev/zero", p)); },
+         "not a plain file"},
+#endif
+    };
+    const QString reference = InModels("humanoid.smd");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.Kind);
+        QFile::remove(reference);
+        QDir().rmdir(reference);
+        row.Make(reference);
+        services.QueueMsgBox(Answer::Ok);
+        Work<DlgBindung>([](DlgBindung& d) { EXPECT_EQ(d.TxtBone->count(), 0); });
+        const QString told = services.Prompts().last().Text;
+        EXPECT_TRUE(told.contains(reference)) << told.toStdString();
+        EXPECT_TRUE(told.contains(QLatin1String(row.Told))) << told.toStdString();
+    }
 }
 
 } // namespace

@@ -64,12 +64,12 @@ protected:
     }
 
     // Lines in UTF-8, written as cp1252 with CR LF.
-    void Write(const QString& name, const std::vector<std::string>& lines) {
+    void Write(const QString& name, const std::vector<std::string>& lines, QString folder = {}) {
         std::string bytes;
         for (const auto& line : lines) {
             bytes += Utf8ToCp1252(line) + "\r\n";
         }
-        QFile file(QDir(dir.path()).filePath(name));
+        QFile file(QDir(folder.isEmpty() ? dir.path() : folder).filePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes.data(), static_cast<qint64>(bytes.size()));
     }
@@ -248,6 +248,31 @@ TEST_F(ApplyLanguageTest, DamagedFilesWarnAndApplyWhatTheyHold) {
     EXPECT_EQ(g.Cmd->text(), "Erstelle Modell");
     EXPECT_EQ(state->IdsTexts[1], "old 1");
     EXPECT_EQ(g.Tabs->tabText(1), "Animationsdateien");
+}
+
+// The user's own copy of a language, cut short, is named, and the intact
+// copy of the program's folder is read in its place.
+TEST_F(ApplyLanguageTest, ABrokenCopyOfTheUsersGivesWayToTheIntactOne) {
+    QTemporaryDir user;
+    services.UserDataFolderPath = user.path();
+    Write("english.lng", Complete("en"));
+    auto cut = Complete("mine");
+    cut.resize(10);
+    Write("english.lng", cut, user.path());
+    TestForm f("FrmMain");
+    services.QueueMsgBox(Answer::Ok);
+    ApplyLanguage(*state, services, &f.form);
+    EXPECT_EQ(state->IdsTexts[1], "en 1");
+    ASSERT_EQ(services.Prompts().size(), 1);
+    const QString told = services.Prompts()[0].Text;
+    EXPECT_TRUE(told.contains(QDir::toNativeSeparators(QDir(user.path()).filePath("english.lng"))))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains(QDir::toNativeSeparators(QDir(dir.path()).filePath("english.lng"))))
+        << told.toStdString();
+
+    TestForm other("DlgOther");
+    ApplyLanguage(*state, services, &other.form);
+    EXPECT_EQ(other.form.windowTitle(), "Other") << "the other forms read the intact copy too";
 }
 
 } // namespace

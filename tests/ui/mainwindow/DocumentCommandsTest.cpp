@@ -258,10 +258,10 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     form->MnuDateiNeu->trigger(); // a new document keeps the number too
     EXPECT_EQ(form->TxtAnimNr->text(), QStringLiteral("1"));
     EXPECT_EQ(form->LstAnimations->count(), 0);
-    EXPECT_TRUE(QFileInfo::exists(InWork("loadbuffer.dat"))) << "the load works in WorkFolder";
+    EXPECT_FALSE(QFileInfo::exists(InWork("loadbuffer.dat"))) << "removed after the load";
 
-    // Started from a folder nobody may write to: the working files go to the
-    // user's own folder.
+    // Started from a folder nobody may write to: the load works in the
+    // user's cache folder, the compile in the user's own folder.
     QStandardPaths::setTestModeEnabled(true);
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(QStringLiteral("/proc")));
@@ -275,8 +275,42 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     form->MnuDateiOeffnen->trigger();
     EXPECT_EQ(form->WorkingFolder(), own);
     QDir::setCurrent(before);
-    EXPECT_TRUE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
+    EXPECT_FALSE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
     EXPECT_EQ(services.Prompts().size(), 8) << "the same questions, and no failure";
+}
+
+// A load that takes longer than half a second shows the busy cursor and a
+// progress window; its Cancel puts the document back as it was. The working
+// file goes after every load.
+TEST_F(DocumentCommandsTest, ALongLoadShowsItsProgressAndCanBeCancelled) {
+    WriteFile(InModels("old.qc"), Head() + "$sequence \"stand\" \"stand\"\r\n");
+    WriteFile(InModels("new.qc"), Head() + "$sequence \"run\" \"run\"\r\n"
+                                           "$sequence \"jump\" \"jump\"\r\n");
+    services.QueueOpen(Pick(InModels("old.qc")));
+    form->MnuDateiOeffnen->trigger();
+    ASSERT_EQ(Items(form->LstAnimations), QStringList{"stand"});
+    EXPECT_FALSE(QFileInfo::exists(InWork("loadbuffer.dat")));
+
+    // Each look at the clock finds it 300 ms on: the load runs long.
+    services.ClockStep = 300;
+    services.CancelProgressAt = 1;
+    services.QueueOpen(Pick(InModels("new.qc")));
+    form->MnuDateiOeffnen->trigger();
+    ASSERT_EQ(services.Prompts().last().Kind, "Progress");
+    EXPECT_EQ(services.Prompts().last().Text, "Reading new.qc ...");
+    EXPECT_EQ(QcFile(), InModels("old.qc"));
+    EXPECT_EQ(Doc().Anims[0][0].Name, "stand");
+    EXPECT_TRUE(Doc().Anims[0][1].Name.empty());
+    EXPECT_EQ(Items(form->LstAnimations), QStringList{"stand"});
+    EXPECT_FALSE(services.ProgressShown || services.BusyCursor);
+    EXPECT_FALSE(QFileInfo::exists(InWork("loadbuffer.dat")));
+
+    services.CancelProgressAt = 0;
+    services.QueueOpen(Pick(InModels("new.qc")));
+    form->MnuDateiOeffnen->trigger();
+    EXPECT_EQ(QcFile(), InModels("new.qc"));
+    EXPECT_EQ(Items(form->LstAnimations), (QStringList{"run", "jump"}));
+    EXPECT_FALSE(services.ProgressShown || services.BusyCursor);
 }
 
 TEST_F(DocumentCommandsTest, OpenBrokenOffByTheUserEndsInANewDocument) {

@@ -50,6 +50,19 @@ TEST_F(MainWindowTest, FirstStartOnAnEmptyStore) {
     EXPECT_TRUE(services.Prompts().isEmpty());
 }
 
+// Settings that could not be kept are said at the start, naming the file.
+TEST_F(MainWindowTest, ASettingsFileThatCannotBeWrittenIsToldAtTheStart) {
+    QFile::remove(settings.Path());
+    ASSERT_TRUE(QDir().mkdir(settings.Path()));
+    services.QueueMsgBox(Answer::Ok);
+    Start(Texts::Keys);
+    ASSERT_EQ(services.Prompts().size(), 1);
+    const QString told = services.Prompts()[0].Text;
+    EXPECT_TRUE(told.contains(QDir::toNativeSeparators(settings.Path())) &&
+                told.contains(QLatin1String("it is a folder")))
+        << told.toStdString();
+}
+
 TEST_F(MainWindowTest, ProgramsThatExistEnableTheirCommands) {
     // The compiler at its default place, the viewer where the store says.
     WriteFile(InProgramDir("studiomdl.exe"));

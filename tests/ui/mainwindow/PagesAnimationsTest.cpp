@@ -4,6 +4,13 @@
 
 #include <QLineEdit>
 #include <QScrollBar>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace quarle::ui {
 namespace {
@@ -105,12 +112,11 @@ TEST_F(AnimationsTest, AClickShowsTheAnimationAndItsLastFrame) {
     EXPECT_EQ(Anim(0, 1).SmdFile, "walk");
     EXPECT_EQ(form->TxtAnimDatei->text(), QStringLiteral("walk.smd"));
 
-    // An activity is stored as the box offers it, trailing blank and all, or as typed.
+    // An activity is stored as the box offers it (a name the compiler knows and
+    // the weight 1), or as typed.
     ASSERT_EQ(form->TxtAnimID->count(), 76);
     form->TxtAnimID->setCurrentIndex(7);
-    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_COMBAT_IDLE. 1");
-    form->TxtAnimID->setCurrentIndex(11);
-    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_DETECT_SCENT 1 ");
+    EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_COMBAT_IDLE 1");
     form->TxtAnimID->setEditText(QStringLiteral("ACT_RUN 4"));
     EXPECT_EQ(Anim(0, 1).ActivityId, "ACT_RUN 4");
 
@@ -121,6 +127,33 @@ TEST_F(AnimationsTest, AClickShowsTheAnimationAndItsLastFrame) {
     Click(form->LstAnimations, 1);
     EXPECT_EQ(Doc().SmdFrameCount, 20);
     EXPECT_EQ(Anim(0, 0).Name, "idle"); // showing wrote the same values back
+}
+
+// An animation "file" that is a folder or a pipe with no writer: the click
+// answers at once, names it and leaves the frame number as it was.
+TEST_F(AnimationsTest, AnAnimationThatIsNoPlainFileIsNamedAndNotWaitedFor) {
+    Add({"idle", "walk"});
+    const QString walk = InModels("walk.smd");
+    const std::vector<std::pair<const char*, std::function<void()>>> kinds = {
+        {"is a folder", [&] { ASSERT_TRUE(QDir().mkdir(walk)); }},
+#ifndef _WIN32
+        {"not a plain file", [&] { ASSERT_EQ(::mkfifo(QFile::encodeName(walk), 0600), 0); }},
+#endif
+    };
+    for (const auto& [told, make] : kinds) {
+        SCOPED_TRACE(told);
+        QFile::remove(walk);
+        QDir().rmdir(walk);
+        make();
+        Click(form->LstAnimations, 0);
+        Doc().SmdFrameCount = 3;
+        services.QueueMsgBox(Answer::Ok);
+        Click(form->LstAnimations, 1);
+        EXPECT_EQ(Doc().SmdFrameCount, 3);
+        const QString text = services.Prompts().last().Text;
+        EXPECT_TRUE(text.contains(walk) && text.contains(QLatin1String(told)))
+            << text.toStdString();
+    }
 }
 
 TEST_F(AnimationsTest, DeletingMovesTheRestUpWithEverythingTheyHold) {

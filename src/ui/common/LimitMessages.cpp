@@ -1,4 +1,4 @@
-#include "ui/mainwindow/LimitMessages.h"
+#include "ui/common/LimitMessages.h"
 
 #include "localisation/GlobalStrings.h"
 #include "ui/localisation/Messages.h"

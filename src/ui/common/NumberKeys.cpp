@@ -1,4 +1,4 @@
-#include "ui/dialogs/NumberKeys.h"
+#include "ui/common/NumberKeys.h"
 
 #include "document/Text.h"
 
