@@ -30,9 +30,9 @@ TEST(LoadFindings, EachKindNamesItsPlaceAndTheHeadWhatASaveChanges) {
               ReadOutcome::Loaded);
     const std::string model = m.Dir / "model.qc";
     EXPECT_EQ(m.Findings,
-              (LoadFindings{{FindingKind::PathAnswered, model, 1, "$cd \"" + m.Dir / "nowhere" + "\""},
-                            {FindingKind::IncludeMissing, model, 4, "$include \"gone.qci\""},
-                            {FindingKind::MoreThanTenTextures, model, 0, m.M() + "/many.smd"}}));
+              (LoadFindings{{FindingKind::PathAnswered, model, 1, "$cd \"" + m.Dir / "nowhere" + "\"", {}},
+                            {FindingKind::IncludeMissing, model, 4, "$include \"gone.qci\"", {}},
+                            {FindingKind::MoreThanTenTextures, model, 0, m.M() + "/many.smd", {}}}));
     EXPECT_EQ(FindingWarning(m.Findings[1]),
               "warning: model.qc, line 4: $include \"gone.qci\" (An included file cannot be "
               "opened: its $include line is kept as it stands, and the compiler will stop there "

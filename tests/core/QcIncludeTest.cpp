@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace quarle {
 namespace {
 
@@ -96,11 +101,19 @@ TEST(QcInclude, IncludesStayIncludesUntilTheUserChangesWhatTheyHold) {
 
 // An include the compiler cannot read stays its line, and the load says
 // why: a file that is not there (asked for first), one that includes itself
-// or nests too deep, one that is no script.
+// or nests too deep, one that is no script, a folder or a pipe (named, and
+// never waited on).
 TEST(QcInclude, AnIncludeThatCannotBeReadStaysItsLine) {
     Model l;
     l.Host.KeepUnanswered = true;
     l.Dir.Write("self.qci", "$gamma 3\n$include \"self.qci\"\n");
+    std::filesystem::create_directory(l.Dir / "folder.qci");
+#ifndef _WIN32
+    ASSERT_EQ(::mkfifo((l.Dir / "pipe.qci").c_str(), 0600), 0);
+    const char* const pipeLine = "$include \"pipe.qci\"\n";
+#else
+    const char* const pipeLine = "";
+#endif
     l.Dir.Write("binary.qci", std::string("$gamma\0 4", 9));
     for (int i = 0; i < 8; ++i) {
         l.Dir.Write("chain" + std::to_string(i) + ".qci",
@@ -108,9 +121,10 @@ TEST(QcInclude, AnIncludeThatCannotBeReadStaysItsLine) {
     }
     const std::string script = l.Paths() + "$include \"gone.qci\"\n$include \"self.qci\"\n"
                                            "$include \"binary.qci\"\n$include \"chain0.qci\"\n"
-                                           "$sequence walk walk\n";
+                                           "$include \"folder.qci\"\n" + pipeLine +
+                               "$sequence walk walk\n";
     ASSERT_EQ(l.Load(script), ReadOutcome::Loaded);
-    ASSERT_EQ(l.Host.Questions.size(), 1u);
+    ASSERT_EQ(l.Host.Questions.size(), pipeLine[0] != 0 ? 3u : 2u);
     EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
     EXPECT_EQ(l.Doc->Gamma, 3.0f);
     EXPECT_EQ(l.Host.Animations, std::vector<std::string>{"walk"});
@@ -119,12 +133,22 @@ TEST(QcInclude, AnIncludeThatCannotBeReadStaysItsLine) {
     for (const LoadFinding& f : l.Findings) {
         found.emplace_back(f.Kind, f.Line);
     }
-    EXPECT_EQ(found, (std::vector<std::pair<FindingKind, int>>{
-                         {FindingKind::IncludeMissing, 3},
-                         {FindingKind::IncludeTooDeep, 2},
-                         {FindingKind::IncludeNotAScript, 5},
-                         {FindingKind::IncludeTooDeep, 1}}));
+    std::vector<std::pair<FindingKind, int>> expected{{FindingKind::IncludeMissing, 3},
+                                                      {FindingKind::IncludeTooDeep, 2},
+                                                      {FindingKind::IncludeNotAScript, 5},
+                                                      {FindingKind::IncludeTooDeep, 1},
+                                                      {FindingKind::IncludeMissing, 7}};
+    if (pipeLine[0] != 0) {
+        expected.emplace_back(FindingKind::IncludeMissing, 8);
+    }
+    EXPECT_EQ(found, expected);
     EXPECT_EQ(l.Findings[1].File, "self.qci");
+    EXPECT_EQ(l.Findings[0].Unread.Failure, OpenFailure::None) << "not there: no more to say";
+    EXPECT_EQ(l.Findings[4].Unread.Failure, OpenFailure::Folder);
+    EXPECT_NE(FindingWarning(l.Findings[4]).find("folder.qci"), std::string::npos);
+    if (pipeLine[0] != 0) {
+        EXPECT_EQ(l.Findings[5].Unread.Failure, OpenFailure::Special);
+    }
 }
 
 // One found only where the user pointed is named there by the save; a

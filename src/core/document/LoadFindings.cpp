@@ -29,8 +29,12 @@ std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts) 
 }
 
 std::string FindingWarning(const LoadFinding& finding, const MessageTexts& texts) {
-    return "warning: " + FindingPlace(finding, texts) + " (" +
-           TextOf(texts, FindingMessage(finding.Kind)) + ")";
+    std::string line = "warning: " + FindingPlace(finding, texts) + " (" +
+                       TextOf(texts, FindingMessage(finding.Kind)) + ")";
+    if (finding.Unread.Failure != OpenFailure::None) {
+        line += ": " + DescribeOpenProblem(finding.Unread, texts);
+    }
+    return line;
 }
 
 std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings) {

@@ -9,6 +9,7 @@
 // same with and without it.
 #pragma once
 
+#include "document/InputFile.h"
 #include "localisation/MessageTexts.h"
 
 #include <array>
@@ -41,6 +42,9 @@ struct LoadFinding {
     std::string File; // the script, or the include the line came from
     int Line = 0;     // from 1, in File; 0 where it is about no line
     std::string Text; // the line as it stands there
+    // An include that is there but is not read (a folder, a pipe, a device,
+    // a file above the size of scripts): why, naming the file.
+    OpenProblem Unread;
 
     bool operator==(const LoadFinding&) const = default;
 };
@@ -58,7 +62,8 @@ inline Msg FindingMessage(FindingKind kind) {
 // bytes are passed through as they are.
 std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts);
 
-// One line for standard error: "warning: ", the place, the kind.
+// One line for standard error: "warning: ", the place, the kind, and why an
+// include was not read where the system said.
 std::string FindingWarning(const LoadFinding& finding,
                            const MessageTexts& texts = EnglishMessageTexts());
 

@@ -174,7 +174,7 @@ public:
         scriptSize_ = tokens.SourceText(0).size();
         std::size_t steps = 0;
         while (!broken_ && cursor.NextCross()) {
-            if (++steps % ProgressSteps == 0 && !ReportProgress()) {
+            if (steps++ % ProgressSteps == 0 && !ReportProgress()) {
                 cancelled_ = true;
                 return false;
             }
@@ -340,6 +340,7 @@ private:
     // it cannot be read (its $include line then stays as it stands).
     std::optional<std::string> LoadInclude(const std::string& name) {
         failure_ = IncludeFailure::None;
+        unread_ = OpenProblem{};
         if (broken_) {
             return std::nullopt;
         }
@@ -369,8 +370,14 @@ private:
             }
         }
         std::string text;
-        if (!ReadWholeFile(disk, text)) {
+        OpenProblem problem;
+        if (!ReadWholeFile(disk, text, &problem)) {
             failure_ = IncludeFailure::Missing;
+            // One that is there but refused is named with why.
+            if (problem.Failure != OpenFailure::Missing) {
+                unread_ = problem;
+                unread_.Path = path;
+            }
             return std::nullopt;
         }
         if (NotAScript(text)) {
@@ -412,7 +419,8 @@ private:
         const ScriptInclude& met = tokens_->Includes().back();
         std::string_view text(tokens_->SourceText(met.Parent));
         text = text.substr(met.Begin, met.End - met.Begin);
-        Note(kind, name.Source, name.Line, std::string(text));
+        Note(kind, name.Source, name.Line, std::string(text),
+             kind == FindingKind::IncludeMissing ? unread_ : OpenProblem{});
     }
 
     // The line of a source from a place in it to its end.
@@ -459,9 +467,10 @@ private:
         Note(kind, span.Source, directiveLine_, std::string(LineAt(span.Source, span.Begin)));
     }
 
-    void Note(FindingKind kind, int source, int line, std::string text) {
+    void Note(FindingKind kind, int source, int line, std::string text,
+              OpenProblem unread = {}) {
         LoadFinding finding{kind, tokens_->Sources()[static_cast<std::size_t>(source)], line,
-                            std::move(text)};
+                            std::move(text), std::move(unread)};
         if (std::find(findings_.begin(), findings_.end(), finding) == findings_.end()) {
             findings_.push_back(std::move(finding));
         }
@@ -1209,6 +1218,7 @@ private:
 
     // Includes: what each one read, by the order they were entered.
     IncludeFailure failure_ = IncludeFailure::None;
+    OpenProblem unread_; // of the include last refused
     IncludeRead pendingInclude_;
     std::vector<IncludeRead> includeReads_;
     std::vector<std::string> identities_{std::string()};

@@ -41,9 +41,13 @@ QString Place(const AppState& state, const LoadFinding& finding) {
     if (text.size() > QuotedLineWidth) {
         text = text.left(QuotedLineWidth - 3) + QStringLiteral("...");
     }
-    return MessageText(
+    QString place = MessageText(
         state, MSG_FINDING_PLACE,
         {PathText(paths::FileNameOf(finding.File)), QString::number(finding.Line), text});
+    if (finding.Unread.Failure != OpenFailure::None) {
+        place += QStringLiteral("\n    ") + OpenProblemText(state, finding.Unread);
+    }
+    return place;
 }
 
 } // namespace
