@@ -170,7 +170,14 @@ void ReadCommand(std::string_view line, std::string& word, int& number) {
 }
 
 void ClipRotations(Vec3& rot) {
+    // The compiler turns back one turn at a time. Far out, a turn no longer
+    // changes a float and the loop would never end (the compiler hangs
+    // there); such a value is taken back at once instead.
+    constexpr double FarOut = Pi * 2 * 4096;
     for (float& r : rot) {
+        if (!std::isfinite(r) || std::fabs(static_cast<double>(r)) > FarOut) {
+            r = static_cast<float>(std::remainder(static_cast<double>(r), Pi * 2));
+        }
         while (static_cast<double>(r) >= Pi) {
             r = static_cast<float>(static_cast<double>(r) - Pi * 2);
         }

@@ -173,9 +173,13 @@ public:
 
 private:
     static std::array<int, 3> CellOf(const Vec3& n) {
-        return {static_cast<int>(std::floor((n[0] + 1.0f) / Cell)),
-                static_cast<int>(std::floor((n[1] + 1.0f) / Cell)),
-                static_cast<int>(std::floor((n[2] + 1.0f) / Cell))};
+        // A broken file may give a normal that is no number or far out; it
+        // lands in an edge cell instead of an int it cannot become.
+        const auto cell = [](float v) {
+            const float c = std::floor((v + 1.0f) / Cell);
+            return std::isfinite(c) ? static_cast<int>(std::clamp(c, -1024.0f, 1024.0f)) : 0;
+        };
+        return {cell(n[0]), cell(n[1]), cell(n[2])};
     }
     static std::uint64_t Key(int bone, int texture, int x, int y, int z) {
         return (static_cast<std::uint64_t>(bone & 0x3FF) << 54) |

@@ -474,7 +474,7 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
          [](TempDir& t) { Edit(t, "fps 30\n", "fps 30\n$texturegroup skins\n{\n{ \"skin.bmp\" }\n"); },
          E, "$texturegroup skins"},
         {"a missing output folder",
-         [](TempDir& t) { Edit(t, "\"m.mdl\"", "\"out/m.mdl\""); }, E, "out/m.mdl"},
+         [](TempDir& t) { Edit(t, "\"m.mdl\"", "\"out/m.mdl\""); }, E, "m.mdl"},
     };
 
     EXPECT_EQ(Model().Rows(), std::vector<CheckRow>()) << "the unchanged model";
