@@ -4,6 +4,8 @@
 // another origin does not.
 #include "preview/CompiledModel.h"
 
+#include "document/ScriptLayout.h"
+
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -47,7 +49,7 @@ studio::StudioModel Compiled(const Vec3& origin, float turn, float scale, const 
 TEST(CompiledModel, TheCompiledSkeletonMeetsItsSourcesWhereTheScriptPutIt) {
     const struct {
         const char* What;
-        std::string KeptOrigin; // a $origin line ahead of the bodies
+        DefaultOrigin ScriptOrigin; // the $origin the script gives
         float ModelScale;
         AnimRec Anim;
         // How the model was compiled.
@@ -57,10 +59,10 @@ TEST(CompiledModel, TheCompiledSkeletonMeetsItsSourcesWhereTheScriptPutIt) {
         Vec3 Movement;
         float Largest;
     } cases[] = {
-        {"the compiler's own quarter turn", "", 1, {}, {}, 90 * Degree, 1, {}, 0},
-        {"$origin with a turn", "$origin 0 0 36 30 // raised", 1, {}, {0, 0, 36}, 120 * Degree,
+        {"the compiler's own quarter turn", {}, 1, {}, {}, 90 * Degree, 1, {}, 0},
+        {"$origin with a turn", {{0, 0, 36}, 30}, 1, {}, {0, 0, 36}, 120 * Degree,
          1, {}, 0},
-        {"the sequence's origin, rotate and scale, and LX", "$origin 9 9 9", 1,
+        {"the sequence's origin, rotate and scale, and LX", {{9, 9, 9}, 0}, 1,
          [] {
              AnimRec a;
              a.OriginOn = 1;
@@ -73,16 +75,16 @@ TEST(CompiledModel, TheCompiledSkeletonMeetsItsSourcesWhereTheScriptPutIt) {
              return a;
          }(),
          {5, -4, 2}, 135 * Degree, 2, {7, 0, 0}, 0},
-        {"$scale", "", 3, {}, {}, 90 * Degree, 3, {}, 0},
-        {"a model compiled with another origin", "", 1, {}, {0, 0, 10}, 90 * Degree, 1, {}, 10},
+        {"$scale", {}, 3, {}, {}, 90 * Degree, 3, {}, 0},
+        {"a model compiled with another origin", {}, 1, {}, {0, 0, 10}, 90 * Degree, 1, {}, 10},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.What);
         Document doc;
         doc.ModelScale = c.ModelScale;
-        if (!c.KeptOrigin.empty()) {
-            doc.KeptBeforeBody.push_back(c.KeptOrigin);
-        }
+        auto layout = std::make_shared<ScriptLayout>();
+        layout->LastOrigin = c.ScriptOrigin;
+        doc.Layout = layout;
         const SkeletonComparison seen =
             CompareSkeletons(Sources(), SourceJoints(c.ModelScale), {true, true},
                              Compiled(c.Origin, c.Turn, c.Scale, c.Movement), 0, 1,

@@ -1,4 +1,5 @@
 #include "document/Document.h"
+#include "document/ScriptLayout.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -50,7 +51,7 @@ AnimRec FilledAnim(int g, int s) {
     a.Rotate = 90.0f;
     a.KeptFiles = {"more.smd"};
     a.KeptOptions = {"node", "3"};
-    a.KeptAfter = {"// after"};
+    a.From.Read = std::make_shared<SequenceSource>();
     return a;
 }
 
@@ -61,9 +62,9 @@ BodyGroupRec FilledGroup(int g) {
     for (int p = 0; p <= limits::LastPart; ++p) {
         bg.Parts[static_cast<std::size_t>(p)] = Mark("part", g, p);
         bg.Reverse[static_cast<std::size_t>(p)] = -1;
+        bg.PartWords[static_cast<std::size_t>(p)] = "scale 2";
     }
-    bg.KeptWords = "reverse";
-    bg.KeptAfter = {"// after group"};
+    bg.From.Read = std::make_shared<BodyGroupSource>();
     return bg;
 }
 
@@ -111,18 +112,7 @@ std::unique_ptr<Document> Filled() {
         doc->TextureModes[static_cast<std::size_t>(i)] = FilledMode(i);
     }
     doc->SmdFrameCount = 12;
-    doc->ModelNameAsWritten = "robot.mdl";
-    doc->ModelPathAsWritten = ".";
-    doc->TexturePathAsWritten = "tex";
-    doc->KeptCdTextures = {"$cdtexture \"more\""};
-    doc->KeptBeforeBody = {"$flags 0"};
-    doc->KeptAfterTextures = {"$hbox 0 \"a\" 0 0 0 1 1 1"};
-    doc->KeptTextureRows = 3;
-    doc->KeptAfterAnimations = {"$sequencegroup eleven"};
-    for (std::size_t g = 0; g < doc->SequenceGroupNames.size(); ++g) {
-        doc->SequenceGroupNames[g] = "group";
-        doc->KeptAtGroupStart[g] = {"// start"};
-    }
+    doc->Layout = std::make_shared<ScriptLayout>();
     return doc;
 }
 
@@ -160,6 +150,8 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
                 want.Parts[static_cast<std::size_t>(p)] = old.Parts[static_cast<std::size_t>(p)];
                 want.Reverse[static_cast<std::size_t>(p)] =
                     old.Reverse[static_cast<std::size_t>(p)];
+                want.PartWords[static_cast<std::size_t>(p)] =
+                    old.PartWords[static_cast<std::size_t>(p)];
             }
         }
         if (g == 1) {
@@ -187,10 +179,6 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
                    (reset ? TextureModeRec{} : FilledMode(i)),
                Mark("TextureModes ", i));
     }
-    for (std::size_t g = 0; g < doc->SequenceGroupNames.size(); ++g) {
-        expect(doc->SequenceGroupNames[g].empty() && doc->KeptAtGroupStart[g].empty(),
-               Mark("sequence group ", static_cast<int>(g)));
-    }
     EXPECT_EQ(faults, 0);
 
     EXPECT_EQ(doc->QcFile, "");
@@ -201,14 +189,7 @@ TEST(Document, ResetMakesFreshRecordsAndKeepsWhatItDoesNotWalk) {
     EXPECT_EQ(doc->SequenceGroupSize, 0);
     EXPECT_EQ(doc->BodyGroupCount, 1);
     EXPECT_EQ(doc->TextureCount, 0);
-    EXPECT_EQ(doc->ModelNameAsWritten, "");
-    EXPECT_EQ(doc->ModelPathAsWritten, "");
-    EXPECT_EQ(doc->TexturePathAsWritten, "");
-    EXPECT_TRUE(doc->KeptCdTextures.empty());
-    EXPECT_TRUE(doc->KeptBeforeBody.empty());
-    EXPECT_TRUE(doc->KeptAfterTextures.empty());
-    EXPECT_EQ(doc->KeptTextureRows, 0);
-    EXPECT_TRUE(doc->KeptAfterAnimations.empty());
+    EXPECT_EQ(doc->Layout, nullptr); // nothing of the old script is written again
     // Not the document's to reset.
     EXPECT_EQ(doc->ModelName, "c:\\model\\robot.mdl");
     EXPECT_EQ(doc->ModelPath, "c:\\model");

@@ -1,8 +1,5 @@
-// What a load tells about a script from elsewhere: what is kept is no
-// finding; one small script for each kind that is, with the lines it names,
-// and the same document as a load that lists nothing. (Every other reader test lists the findings
-// too, so the whole reader's behaviour is pinned with the list on.)
 #include "ScriptTestSupport.h"
+#include "document/LoadFindings.h"
 
 #include <gtest/gtest.h>
 
@@ -10,106 +7,106 @@ namespace quarle {
 namespace {
 
 using testing::Model;
-using Kind = FindingKind;
-using Found = std::vector<std::pair<Kind, int>>;
 
-std::string Replaced(std::string text, const std::string& what, const std::string& by) {
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at)) {
-        text.replace(at, what.size(), by);
-        at += by.size();
-    }
-    return text;
-}
-
-TEST(LoadFindings, EachKindNamesItsLinesAndLeavesTheDocumentAsItWas) {
-    // Behind the two lines of Model::Paths(), so the body starts at line 3.
-    // <M> is the model folder.
-    const std::vector<std::pair<std::string, Found>> table = {
-        // What the forms cannot show is kept and written back: no finding.
-        {"$cliptotextures\n$hbox 0 \"b\" 0 0 0 1 1 1\n  lines under it go with it\n", {}},
-        {"\t$scale 3\nstray\n  // note\n/*\ncomment text\n*/\n", {}},
-        {"$sequence \"a\" \"walk\" {\n{ event 5001 0 }\n}\n", {}},
-        {"$sequence \"a\" \"walk\" X fps 30 AX LX node 3 transition 1 2\n", {}},
-        {"$sequence \"b\" \"walk\" ACT_IDLE loop\n$sequence \"c\" \"walk\" fps 30 walk2\n"
-         "$sequence \"e\" \"walk\" \"walk2\" blend XR -45 45 ACT_IDLE 1 fps 30  LX\n"
-         "$sequence \"a\" \"walk\" blend XR 0 1\n",
-         {}},
-        {"$body body \"head\" reverse\n$bodygroup arms\n{\nstudio \"arm\" reverse\n}\n", {}},
-        {"$cdtexture \"<M>\"\n", {}},
-        {testing::Repeat(0, 101, [](auto i) { return "$sequence s" + i + " walk\n"; }), {}},
-        {"$body body \"arm\"\n$texrendermode \"x.bmp\" masked\n"
-         "$texrendermode \"b.bmp\" fullbright\n$controller 0 \"b\" X 0 10\n"
-         "$sequence \"a\" \"walk\" \"walk2\" blend Y 0 1\n",
-         {}},
-        // What is really changed.
-        {"$cd \"<T>\"\n", {{Kind::PathReplaced, 1}}},
-        {"$sequence \"a\" \"walk\" fps 29.97 frame 0 10\n", {{Kind::FractionRounded, 3}}},
-        {"$body body \"arm\"\n"
-         "$texturegroup skins\n{\n{ \"b.bmp\" \"y.bmp\" }\n{ \"c.bmp\" \"z.bmp\" }\n}\n",
-         {{Kind::TextureNotInParts, 6}}},
-        {"$body body \"arm\"\n$texturegroup skins\n{\n{ \"b.bmp\" \"c.bmp\" }\n"
-         "{ \"b.bmp\" \"c.bmp\" }\n{ \"c.bmp\" \"b.bmp\" }\n}\n",
-         {{Kind::TextureRowDropped, 7}}},
-        {"$bodygroup arms\n{\nstudio arm\nBlank\n}\n", {{Kind::PartReadAsBlank, 5}}},
-        {"$sequence \"a\" \"walk\" node { event 1 2 }\n"
-         "$sequence \"b\" \"walk\" { event 5 6 } blend XR -45\n",
-         {{Kind::OptionCutShort, 3}, {Kind::OptionCutShort, 4}}},
-    };
-    for (const auto& [body, expected] : table) {
-        Model m;
-        const std::string script =
-            m.Paths() + Replaced(Replaced(body, "<M>", m.M()), "<T>", m.Dir / "tex");
-        ASSERT_EQ(m.Load(script), ReadOutcome::Loaded) << body;
-        Found found;
-        for (const LoadFinding& f : m.Findings) {
-            found.emplace_back(f.Kind, f.Line);
-            EXPECT_EQ(f.File, m.Dir / "model.qc");
-        }
-        EXPECT_EQ(found, expected) << body;
-
-        const std::string written = m.Written();
-        InitVars(*m.Doc);
-        m.Doc->QcFile = m.Dir / "model.qc";
-        m.Host.Animations.clear();
-        ASSERT_EQ(ReadQcFile(*m.Doc, m.Host, m.Dir.Path()), ReadOutcome::Loaded);
-        EXPECT_EQ(m.Written(), written) << body;
-    }
-}
-
-TEST(LoadFindings, AnIncludeIsNamedByItsOwnLines) {
-    Model m;
-    const std::string include = m.Dir.Write("more.qc", "// two\n$sequence \"a\" \"walk\"\n"
-                                                       "$sequence \"b\" \"walk\" fps 7.5\n");
-    ASSERT_EQ(m.Load(m.Paths() + "$include \"" + include + "\"\n$sequence c walk fps 2.5\n"),
+// A script the forms show whole gives no finding; what the user should know
+// is named by its place, and the head says whether a save changes the model.
+TEST(LoadFindings, EachKindNamesItsPlaceAndTheHeadWhatASaveChanges) {
+    Model plain;
+    ASSERT_EQ(plain.Load(plain.Paths() + "$body head \"head\"\n$origin 0 0 8\n"
+                                         "$sequence walk walk fps 29.97 { event 1 2 }\n"),
               ReadOutcome::Loaded);
-    // First the include itself, whose sequences go into the script.
-    ASSERT_FALSE(m.Findings.empty());
-    EXPECT_EQ(m.Findings.front().Kind, Kind::IncludeMerged);
-    m.Findings.erase(m.Findings.begin());
-    EXPECT_EQ(
-        m.Findings,
-        (LoadFindings{{Kind::FractionRounded, include, 3, "$sequence \"b\" \"walk\" fps 7.5"},
-                      {Kind::FractionRounded, m.Dir / "model.qc", 4, "$sequence c walk fps 2.5"}}));
-    EXPECT_EQ(FindingWarning(m.Findings[0]),
-              "warning: more.qc, line 3: $sequence \"b\" \"walk\" fps 7.5 (A fraction in a "
-              "whole-number field is rounded)");
+    EXPECT_TRUE(plain.Findings.empty());
+
+    Model m;
+    std::vector<std::string> many;
+    for (int i = 1; i <= 11; ++i) {
+        many.push_back("t" + std::to_string(i) + ".bmp");
+    }
+    m.Dir.Write("m/many.smd", testing::Smd(many));
+    m.Host.Answer(m.M());
+    m.Host.KeepUnanswered = true;
+    ASSERT_EQ(m.Load("$cd \"" + m.Dir / "nowhere" + "\"\n$body many many\n"
+                     "$texrendermode t11.bmp masked\n$include \"gone.qci\"\n"),
+              ReadOutcome::Loaded);
+    const std::string model = m.Dir / "model.qc";
+    EXPECT_EQ(m.Findings,
+              (LoadFindings{{FindingKind::PathAnswered, model, 1, "$cd \"" + m.Dir / "nowhere" + "\"", {}},
+                            {FindingKind::IncludeMissing, model, 4, "$include \"gone.qci\"", {}},
+                            {FindingKind::MoreThanTenTextures, model, 0, m.M() + "/many.smd", {}}}));
+    EXPECT_EQ(FindingWarning(m.Findings[1]),
+              "warning: model.qc, line 4: $include \"gone.qci\" (An included file cannot be "
+              "opened: its $include line is kept as it stands, and the compiler will stop there "
+              "too)");
+    EXPECT_EQ(FindingPlace(m.Findings[2], EnglishMessageTexts()), "model.qc: " + m.M() + "/many.smd");
+    EXPECT_EQ(FindingsHead(m.Findings),
+              "A save of this script changes what the compiler reads in 1 place.");
+    EXPECT_EQ(FindingsHead({m.Findings[1], m.Findings[2]}),
+              "A save of this script changes nothing the compiler reads, but for what you change.");
+}
+
+// The first line the compiler refuses (and so builds no model) is named;
+// it stays as it stands. Each row was checked once against the compiler.
+TEST(LoadFindings, TheFirstLineTheCompilerRefusesIsNamed) {
+    const struct {
+        std::string script; // behind the folders of the test's model (lines 1 and 2)
+        int line;           // 0: none
+    } rows[] = {
+        {"$body head head\n$sequence walk walk fps 30 ; a note\n", 0},
+        {"$body head head\n$Scale 2\n$cd m\n", 4},
+        {"$body head head\n$cd m\n", 4},
+        {"$sequence walk walk fps 30 // a note\n", 3},
+        {"$sequence walk walk }\n$sequence idle walk {\n", 3},
+        {"$sequence walk walk {\n", 3},
+        {"$body head head\n$texrendermode a.bmp MASKED\n", 4},
+        {"$texturegroup t\n{\n}\n$body head head\n", 3},
+        {"junk // a note\n", 3},
+    };
+    for (const auto& row : rows) {
+        Model m;
+        ASSERT_EQ(m.Load(m.Paths() + row.script), ReadOutcome::Loaded) << row.script;
+        std::vector<int> lines;
+        for (const LoadFinding& f : m.Findings) {
+            EXPECT_EQ(f.Kind, FindingKind::CompilerRefuses) << row.script;
+            lines.push_back(f.Line);
+        }
+        EXPECT_EQ(lines, row.line == 0 ? std::vector<int>{} : std::vector<int>{row.line})
+            << row.script;
+    }
+}
+
+TEST(LoadFindings, AFileThatIsNoScriptIsRefusedForWhatItLooksLike) {
+    const struct {
+        std::string bytes;
+        ReadProblem problem;
+    } files[] = {
+        {std::string("$gamma 2\n\0\0", 11), ReadProblem::BinaryFile},
+        {std::string("\xFF\xFE$\0g\0", 6), ReadProblem::Utf16Text},
+    };
+    for (const auto& file : files) {
+        Model m;
+        m.Doc->Gamma = 3.0f;
+        EXPECT_EQ(m.Load(file.bytes), ReadOutcome::NotAScript);
+        EXPECT_EQ(m.Host.ProblemKinds(), std::vector{file.problem});
+        EXPECT_EQ(m.Host.NewDocuments, 1);
+        EXPECT_EQ(m.Host.Finished, 0);
+        EXPECT_TRUE(m.Doc->QcFile.empty()); // a save asks for a name: the file stays
+    }
 }
 
 #ifndef _WIN32
 // quarle-qc prints one warning a finding and keeps its exit status.
 TEST(LoadFindings, RoundtripWarnsOfEachPlaceOnStandardError) {
     Model m;
-    std::string script = "$cd \"" + m.Dir / "tex" + "\"\n" + m.Paths() +
-                         "$cliptotextures\n$sequence \"s0\" \"walk\" fps 29.97 node 3\n";
-    script += testing::Repeat(1, 129, [](auto i) { return "$sequence s" + i + " walk\n"; });
-    const std::string in = m.Dir.Write("done.qc", script);
+    const std::string in =
+        m.Dir.Write("done.qc", m.Paths() + "$cliptotextures\n$include \"gone.qci\" ; a note\n"
+                                           "$sequence walk walk\n");
     const testing::ToolRun run =
         testing::RunTool({"roundtrip", in, m.Dir / "out.qc"}, m.Dir.Path());
     EXPECT_EQ(run.Status, 0);
-    EXPECT_EQ(run.Err, "warning: done.qc, line 1: $cd \"" + m.Dir / "tex" +
-                           "\" (A $cd or $cdtexture line is replaced by a later one)\n"
-                           "warning: done.qc, line 5: $sequence \"s0\" \"walk\" fps 29.97 node 3 "
-                           "(A fraction in a whole-number field is rounded)\n");
+    EXPECT_EQ(run.Err, "warning: done.qc, line 4: $include \"gone.qci\" (An included file cannot "
+                       "be opened: its $include line is kept as it stands, and the compiler will "
+                       "stop there too)\n");
+    EXPECT_EQ(testing::ReadFile(m.Dir / "out.qc"), testing::ReadFile(in));
 }
 #endif
 

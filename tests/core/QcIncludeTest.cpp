@@ -3,25 +3,17 @@
 #include "ScriptTestSupport.h"
 
 #include <gtest/gtest.h>
-#include <map>
-#include <sstream>
+
+#include <filesystem>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace quarle {
 namespace {
 
+using testing::LinesOf;
 using testing::Model;
-
-struct Buffered {
-    BufferResult Result;
-    std::string Text;
-};
-
-Buffered Buffer(Model& l, const std::string& script) {
-    std::ostringstream out;
-    ProblemOnce report(l.Host);
-    const BufferResult result = BufferQcFile(out, script, l.Dir.Path(), l.Host, report);
-    return {result, out.str()};
-}
 
 TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
     using Lines = std::vector<std::string_view>;
@@ -31,172 +23,151 @@ TEST(QcInclude, LinesEndAtLfCrLfOrLoneCrAndALastLineNeedsNoEnd) {
     EXPECT_EQ(SplitLines("\r\r\n"), (Lines{"", ""}));
 }
 
-TEST(QcInclude, CopiesEveryLineButCommentsOfTheFirstColumn) {
+// An include is where an $include token stands, named with either
+// separator, relative from beside the script, to any depth the compiler
+// reads; quoted or not, and nowhere else.
+TEST(QcInclude, AnIncludeIsReadWhereItsTokenStands) {
     Model l;
-    const auto script = l.Dir.Write("a.qc", "// head\n$cd \"x\" // behind\n\n  // indented\n"
-                                            "/* banner */\n$scale 2");
-    const Buffered b = Buffer(l, script);
-    EXPECT_EQ(b.Result, BufferResult::Done);
-    EXPECT_EQ(b.Text, "$cd \"x\" // behind\r\n\r\n  // indented\r\n/* banner */\r\n$scale 2\r\n");
+    l.Dir.Write("sub/inc.qci", "$gamma 2\n$include \"deeper.qci\"\n");
+    l.Dir.Write("deeper.qci", "$sequence inner walk\n");
+    l.Load(l.Paths() + "$include sub\\inc.qci\n$flags a$include // $include x\n"
+                       "\"$include\" \"" + l.Dir / "sub/inc.qci" + "\"\n");
     EXPECT_TRUE(l.Host.Questions.empty());
+    EXPECT_EQ(l.Doc->Gamma, 2.0f);
+    EXPECT_EQ(l.Host.Animations, (std::vector<std::string>{"inner", "inner"}));
+    ASSERT_TRUE(l.Doc->Layout);
+    EXPECT_EQ(l.Doc->Layout->Includes.size(), 4u);
 }
 
-TEST(QcInclude, AnAbsoluteIncludeLandsInPlaceWithEitherSeparator) {
-    Model l;
-    const std::string inc = l.Dir.Write("sub/inc.qc", "// own comment\ninner\n");
-    const std::string other = l.Dir.Write("sub/deeper.qc", "deepest\n");
-    l.Dir.Write("sub/nest.qc", "$include \"" + other + "\"\n");
-    std::string backslashed = inc;
-    for (char& c : backslashed) {
-        c = c == '/' ? '\\' : c;
-    }
-    const auto script =
-        l.Dir.Write("a.qc", "one\n$include \"" + inc + "\"\ntwo\n$include " + backslashed +
-                                "\n$include \"" + l.Dir / "sub/nest.qc" + "\"\nthree\n");
-    const Buffered b = Buffer(l, script);
-    EXPECT_EQ(b.Result, BufferResult::Done);
-    EXPECT_EQ(b.Text, "one\r\ninner\r\ntwo\r\ninner\r\ndeepest\r\nthree\r\n");
-    EXPECT_TRUE(l.Host.Questions.empty());
-}
-
-TEST(QcInclude, ARelativeIncludeIsTakenFromBesideTheScriptAndAskedForOnlyWhenMissing) {
-#ifdef _WIN32
-    // The script's folders are POSIX paths here; on Windows a relative
-    // folder is resolved against a drive path the expectations do not name.
-    GTEST_SKIP() << "relative folders are compared as POSIX paths";
-#endif
-    Model l;
-    l.Dir.Write("inc.qc", "beside\n");
-    l.Dir.Write("other/sub/inc.qc", "nested\n");
-    l.Dir.Write("parts/inc.qc", "kept\n");
-    const auto script = l.Dir.Write(
-        "a.qc", "$include \"inc.qc\"\n$include sub/inc.qc\n$include \"parts\\inc.qc\"\n");
-    l.Host.Answer(l.Dir / "other/sub");
-    EXPECT_EQ(Buffer(l, script).Text, "beside\r\nnested\r\nkept\r\n");
-    ASSERT_EQ(l.Host.Questions.size(), 1u);
-    EXPECT_EQ(l.Host.Questions[0].Path, "sub/inc.qc");
-    EXPECT_EQ(l.Host.Questions[0].Extra, "<IDS_INCLUDEFILE>");
-    EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
-}
-
-TEST(QcInclude, CommentColumnDecidesAndIncludeAnywhereInALineCounts) {
-    Model l;
-    l.Dir.Write("inc.qc", "included\n");
-    const auto script = l.Dir.Write("a.qc", "// $include \"inc.qc\"\n"
-                                            " // $include \"inc.qc\"\n"
-                                            "$cd \"c:\\$includes\\inc.qc\"\n");
-    l.Host.Answer(l.Dir.Path());
-    l.Host.Answer(l.Dir.Path());
-    const Buffered b = Buffer(l, script);
-    // The indented comment is an include of whatever stands behind its first
-    // blank, which names no file; the $cd line includes inc.qc.
-    ASSERT_EQ(l.Host.Questions.size(), 2u);
-    EXPECT_NE(l.Host.Questions[0].Path.find("$include inc.qc"), std::string::npos);
-    EXPECT_EQ(l.Host.ProblemsOf(ReadProblem::IncludeUnreadable), 1);
-    EXPECT_EQ(b.Text, "included\r\n");
-}
-
-TEST(QcInclude, ARefusalEndsEveryLevelAndStartsANewDocument) {
-    Model l;
-    l.Dir.Write("inner.qc", "before\n$include \"nowhere.qc\"\nafter\n");
-    const auto script =
-        l.Dir.Write("a.qc", "first\n$include \"" + l.Dir / "inner.qc" + "\"\nlast\n");
-    l.Host.Answer("0");
-    const Buffered b = Buffer(l, script);
-    EXPECT_EQ(b.Result, BufferResult::Refused);
-    EXPECT_EQ(b.Text, "first\r\nbefore\r\n");
-    EXPECT_EQ(l.Host.NewDocuments, 1);
-}
-
-TEST(QcInclude, LoopsDepthAndUnreadableIncludesAreSkippedWithOneMessageEach) {
-    Model l;
-    // a includes itself twice and b, which includes a again.
-    const std::string a = l.Dir / "a.qc";
-    const std::string b = l.Dir / "b.qc";
-    l.Dir.Write("a.qc",
-                "a1\n$include \"" + a + "\"\n$include \"" + b + "\"\n$include \"" + a + "\"\na2\n");
-    l.Dir.Write("b.qc", "b1\n$include \"" + a + "\"\nb2\n");
-    // A chain of 40 files, each including the next.
-    for (int i = 0; i < 40; ++i) {
-        l.Dir.Write("chain" + std::to_string(i) + ".qc", "c" + std::to_string(i) + "\n$include \"" +
-                                                             l.Dir / "chain" +
-                                                             std::to_string(i + 1) + ".qc\"\n");
-    }
-    std::filesystem::create_directory(l.Dir / "folder.qc");
-    const auto top =
-        l.Dir.Write("top.qc", "$include \"" + a + "\"\n$include \"" + l.Dir / "chain0.qc" +
-                                  "\"\n$include \"" + l.Dir / "folder.qc" + "\"\nend\n");
-    l.Host.Answer(l.Dir.Path()); // folder.qc is no file: asked, then unreadable
-    const Buffered r = Buffer(l, top);
-    EXPECT_EQ(r.Result, BufferResult::Done);
-    EXPECT_EQ(l.Host.ProblemKinds(),
-              (std::vector{ReadProblem::IncludeLoop, ReadProblem::IncludeTooDeep,
-                           ReadProblem::IncludeUnreadable}));
-    EXPECT_NE(r.Text.find("a1\r\nb1\r\nb2\r\na2\r\n"), std::string::npos);
-    // top is level 0, so chain0 to chain31 are read and chain32 is refused.
-    EXPECT_NE(r.Text.find("c31\r\n"), std::string::npos);
-    EXPECT_EQ(r.Text.find("c32\r\n"), std::string::npos);
-    EXPECT_TRUE(r.Text.ends_with("end\r\n"));
-}
-
-// An include whose lines are all kept as text stays its $include line, as
-// the script wrote it; one that gave records is written into the script, and
-// the load says so once. An include decides with all it includes in turn.
-TEST(QcInclude, AnIncludeOfKeptLinesStaysItsLineAndAnyOtherIsWrittenIn) {
-    const std::string hbox = "$hbox 0 \"b\" 0 0 0 1 1 1";
-    const struct {
-        const char* what;
-        std::map<std::string, std::string> files;
-        std::string script; // behind the folders of the test's model
-        std::map<std::string, int> lines; // lines of the saved script, each so many times
-        std::vector<LoadFinding> findings; // in model.qc
-    } cases[] = {
-        {"hitboxes, named relatively",
-         {{"boxes/hit.qci", "$hbox 1 \"head\" -1 -1 -1 1 1 1\n\n  $hbox 2 \"arm\" 0 0 0 2 2 2\n"}},
-         "$body head \"head\"\n$include \"boxes/hit.qci\"\n$sequence walk walk\n",
-         {{"$include \"boxes/hit.qci\"", 1}, {"$hbox 1 \"head\" -1 -1 -1 1 1 1", 0}},
-         {}},
-        {"a sequence, included twice",
-         {{"anims.qci", "$sequence idle walk fps 10\n" + hbox + "\n"}},
-         "$include \"anims.qci\"\n$include \"anims.qci\"\n",
-         {{"$include \"anims.qci\"", 0}, {hbox, 2}},
-         {{FindingKind::IncludeMerged, "", 3, "$include \"anims.qci\""}}},
-        {"hitboxes that include more",
-         {{"outer.qci", hbox + "\n$include \"inner.qci\"\n"}, {"inner.qci", "$bbox 0 0 0 1 1 1\n"}},
-         "$include \"outer.qci\"\n",
-         {{"$include \"outer.qci\"", 1}, {hbox, 0}, {"$bbox 0 0 0 1 1 1", 0}},
-         {}},
-        {"hitboxes that include a sequence",
-         {{"outer.qci", hbox + "\n$include \"seq.qci\"\n"}, {"seq.qci", "$sequence run walk\n"}},
-         "$cliptotextures\n$include \"outer.qci\"\n",
-         {{"$include \"outer.qci\"", 0}, {"$include \"seq.qci\"", 0}, {hbox, 1}},
-         {{FindingKind::IncludeMerged, "", 4, "$include \"outer.qci\""}}},
+// An include whose records the user leaves alone is saved as its $include
+// line, as written, however much it gave the forms; one the user changed
+// something in is written into the script, and the save says so. An
+// include goes with everything it includes in turn.
+TEST(QcInclude, IncludesStayIncludesUntilTheUserChangesWhatTheyHold) {
+    const auto shared = [](Model& model) {
+        model.Dir.Write("shared/anims.qci", "$sequence idle walk fps 10\n$hbox 0 \"b\" 0 0 0 1 1 1\n"
+                                            "$include \"shared/more.qci\"\n");
+        model.Dir.Write("shared/more.qci", "$attachment 0 Bone1 1 2 3\n$sequence run walk\n");
     };
-    for (const auto& c : cases) {
-        Model m;
-        for (const auto& [name, text] : c.files) {
-            m.Dir.Write(name, text);
-        }
-        ASSERT_EQ(m.Load(m.Paths() + c.script), ReadOutcome::Loaded) << c.what;
-        EXPECT_TRUE(m.Host.Questions.empty()) << c.what;
-        std::vector<LoadFinding> findings = c.findings;
-        for (LoadFinding& f : findings) {
-            f.File = m.Dir / "model.qc";
-        }
-        EXPECT_EQ(m.Findings, findings) << c.what;
-        const std::string written = m.Written();
-        std::map<std::string, int> count;
-        for (std::string_view line : SplitLines(written)) {
-            ++count[std::string(line)];
-        }
-        for (const auto& [line, times] : c.lines) {
-            EXPECT_EQ(count[line], times) << c.what << ": " << line;
-        }
-        // Saved over the script, it reads back to the same bytes, asking nothing.
-        ASSERT_EQ(m.LoadFile(m.Dir.Write("model.qc", written)), ReadOutcome::Loaded) << c.what;
-        EXPECT_TRUE(m.Host.Questions.empty()) << c.what;
-        EXPECT_EQ(m.Written(), written) << c.what;
+    Model m;
+    shared(m);
+    const std::string script = m.Paths() + "$body head \"head\"\n$include \"shared/anims.qci\"\n"
+                                           "$sequence last walk\n";
+    ASSERT_EQ(m.Load(script), ReadOutcome::Loaded);
+    EXPECT_TRUE(m.Findings.empty());
+    EXPECT_EQ(m.Written(), script);
+
+    // A new animation goes behind the last; the includes stay.
+    AnimRec& added = m.Doc->Anims[0][3];
+    added.Name = added.SmdFile = "new";
+    std::vector<std::string> writtenIn;
+    std::ostringstream out;
+    WriteQcScript(*m.Doc, out, '.', &writtenIn);
+    EXPECT_EQ(out.str(), script + "$sequence \"new\" \"new\" fps 30 \n");
+    EXPECT_TRUE(writtenIn.empty());
+
+    // A change in the nested include writes both into the script.
+    m.Doc->Attachments[0].X = 5.0f;
+    out.str({});
+    WriteQcScript(*m.Doc, out, '.', &writtenIn);
+    EXPECT_EQ(writtenIn, (std::vector<std::string>{"$include \"shared/anims.qci\"",
+                                                   "$include \"shared/more.qci\""}));
+    EXPECT_EQ(LinesOf(out.str(), "$"),
+              LinesOf(m.Paths(), "$") + "$body head \"head\"\n$sequence idle walk fps 10\n"
+                                        "$hbox 0 \"b\" 0 0 0 1 1 1\n"
+                                        "$attachment 0 \"Bone1\" 5 2 3\n$sequence run walk\n"
+                                        "$sequence last walk\n$sequence \"new\" \"new\" fps 30 \n");
+    EXPECT_EQ(testing::ReadFile(m.Dir / "shared/more.qci"),
+              "$attachment 0 Bone1 1 2 3\n$sequence run walk\n");
+
+    // An animation moved out of an include changes it; one it includes in
+    // turn that keeps its records stays a line.
+    Model k;
+    shared(k);
+    ASSERT_EQ(k.Load(k.Paths() + "$body head \"head\"\n$include \"shared/anims.qci\"\n"
+                                 "$sequence last walk\n"),
+              ReadOutcome::Loaded);
+    std::swap(k.Doc->Anims[0][0], k.Doc->Anims[0][2]); // last, run, idle
+    std::swap(k.Doc->Anims[0][0], k.Doc->Anims[0][1]); // run, last, idle
+    writtenIn.clear();
+    out.str({});
+    WriteQcScript(*k.Doc, out, '.', &writtenIn);
+    EXPECT_EQ(writtenIn, std::vector<std::string>{"$include \"shared/anims.qci\""});
+    EXPECT_EQ(LinesOf(out.str(), "$"),
+              LinesOf(k.Paths(), "$") + "$body head \"head\"\n$hbox 0 \"b\" 0 0 0 1 1 1\n"
+                                        "$include \"shared/more.qci\"\n$sequence last walk\n"
+                                        "$sequence idle walk fps 10\n");
+}
+
+// An include the compiler cannot read stays its line, and the load says
+// why: a file that is not there (asked for first), one that includes itself
+// or nests too deep, one that is no script, a folder or a pipe (named, and
+// never waited on).
+TEST(QcInclude, AnIncludeThatCannotBeReadStaysItsLine) {
+    Model l;
+    l.Host.KeepUnanswered = true;
+    l.Dir.Write("self.qci", "$gamma 3\n$include \"self.qci\"\n");
+    std::filesystem::create_directory(l.Dir / "folder.qci");
+#ifndef _WIN32
+    ASSERT_EQ(::mkfifo((l.Dir / "pipe.qci").c_str(), 0600), 0);
+    const char* const pipeLine = "$include \"pipe.qci\"\n";
+#else
+    const char* const pipeLine = "";
+#endif
+    l.Dir.Write("binary.qci", std::string("$gamma\0 4", 9));
+    for (int i = 0; i < 8; ++i) {
+        l.Dir.Write("chain" + std::to_string(i) + ".qci",
+                    "$include \"chain" + std::to_string(i + 1) + ".qci\"\n");
     }
+    const std::string script = l.Paths() + "$include \"gone.qci\"\n$include \"self.qci\"\n"
+                                           "$include \"binary.qci\"\n$include \"chain0.qci\"\n"
+                                           "$include \"folder.qci\"\n" + pipeLine +
+                               "$sequence walk walk\n";
+    ASSERT_EQ(l.Load(script), ReadOutcome::Loaded);
+    ASSERT_EQ(l.Host.Questions.size(), pipeLine[0] != 0 ? 3u : 2u);
+    EXPECT_EQ(l.Host.Questions[0].What, FolderQuestion::IncludeFile);
+    EXPECT_EQ(l.Doc->Gamma, 3.0f);
+    EXPECT_EQ(l.Host.Animations, std::vector<std::string>{"walk"});
+    EXPECT_EQ(l.Written(), script);
+    std::vector<std::pair<FindingKind, int>> found;
+    for (const LoadFinding& f : l.Findings) {
+        found.emplace_back(f.Kind, f.Line);
+    }
+    std::vector<std::pair<FindingKind, int>> expected{{FindingKind::IncludeMissing, 3},
+                                                      {FindingKind::IncludeTooDeep, 2},
+                                                      {FindingKind::IncludeNotAScript, 5},
+                                                      {FindingKind::IncludeTooDeep, 1},
+                                                      {FindingKind::IncludeMissing, 7}};
+    if (pipeLine[0] != 0) {
+        expected.emplace_back(FindingKind::IncludeMissing, 8);
+    }
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(l.Findings[1].File, "self.qci");
+    EXPECT_EQ(l.Findings[0].Unread.Failure, OpenFailure::None) << "not there: no more to say";
+    EXPECT_EQ(l.Findings[4].Unread.Failure, OpenFailure::Folder);
+    EXPECT_NE(FindingWarning(l.Findings[4]).find("folder.qci"), std::string::npos);
+    if (pipeLine[0] != 0) {
+        EXPECT_EQ(l.Findings[5].Unread.Failure, OpenFailure::Special);
+    }
+}
+
+// One found only where the user pointed is named there by the save; a
+// refusal ends the load in a new document.
+TEST(QcInclude, AnIncludeFoundWhereTheUserPointsIsNamedThere) {
+    Model l;
+    l.Dir.Write("elsewhere/anims.qci", "$sequence walk walk\n");
+    l.Host.Answer(l.Dir / "elsewhere");
+    l.Load(l.Paths() + "$include \"anims.qci\"\n");
+    EXPECT_EQ(LinesOf(l.Written(), "$include"), "$include \"elsewhere/anims.qci\"\n");
+    ASSERT_EQ(l.Findings.size(), 1u);
+    EXPECT_EQ(l.Findings[0].Kind, FindingKind::PathAnswered);
+
+    Model k;
+    k.Host.Answer("0");
+    EXPECT_EQ(k.Load(k.Paths() + "$sequence a walk\n$include \"gone.qci\"\n$gamma 3\n"),
+              ReadOutcome::Refused);
+    EXPECT_EQ(k.Host.NewDocuments, 1);
+    EXPECT_TRUE(k.Host.Animations.empty());
 }
 
 } // namespace

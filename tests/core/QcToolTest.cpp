@@ -82,18 +82,48 @@ TEST(RoundtripCommand, TheWritersExampleComesBackAsItself) {
     EXPECT_FALSE(std::filesystem::exists(dir / "loadbuffer.dat"));
 }
 
-TEST(RoundtripCommand, KeepsMissingFoldersAndPartsButNotTheirTextures) {
+TEST(RoundtripCommand, KeepsMissingFoldersPartsAndIncludes) {
     TempDir dir;
-    const std::string in = dir.Write("in.qc", Example("c:\\m", "c:\\m\\tex"));
+    // No part file to scan: the render mode and the texture group stay as
+    // they stand. An include that cannot be read stays its line, named.
+    const std::string script = Example("c:\\m", "c:\\m\\tex") + "$include \"gone.qci\"\r\n";
+    const std::string in = dir.Write("in.qc", script);
     const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc", "--missing=keep"}, dir.Path());
     EXPECT_EQ(run.Status, 0);
-    // No part file to scan: the render mode and the texture group are kept
-    // as they stand (the empty line between them goes).
     EXPECT_NE(run.Err.find("part file is missing"), std::string::npos) << run.Err;
-    std::string expected = Example("c:\\m", "c:\\m\\tex");
-    const std::size_t from = expected.find("masked\r\n\r\n") + 8;
-    expected.erase(from, 2);
-    EXPECT_EQ(ReadFile(dir / "out.qc"), expected);
+    EXPECT_NE(run.Err.find("warning: in.qc, line 32: $include \"gone.qci\" (An included file "
+                           "cannot be opened"),
+              std::string::npos)
+        << run.Err;
+    EXPECT_EQ(ReadFile(dir / "out.qc"), script);
+
+    // Written over itself, the script is first kept beside it.
+    const ToolRun over = RunTool({"roundtrip", in, in}, dir.Path());
+    EXPECT_EQ(over.Status, 0);
+    EXPECT_NE(over.Err.find("kept as " + in + ".orig\n"), std::string::npos) << over.Err;
+    EXPECT_EQ(ReadFile(in + ".orig"), script);
+    EXPECT_EQ(ReadFile(in), script);
+}
+
+// A file that is no script is refused with what it looks like, and nothing
+// is written.
+TEST(RoundtripCommand, ABinaryOrUtf16FileIsNoScript) {
+    TempDir dir;
+    const struct {
+        std::string bytes;
+        std::string error;
+    } files[] = {
+        {std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), "holds NUL bytes"},
+        {std::string("\xFF\xFE$\0g\0", 6), "is UTF-16 text"},
+        {"\xFE\xFF\0$\0g", "is UTF-16 text"},
+    };
+    for (const auto& file : files) {
+        const std::string in = dir.Write("in.qc", file.bytes);
+        const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc"}, dir.Path());
+        EXPECT_EQ(run.Status, 1);
+        EXPECT_TRUE(run.Err.starts_with("error: " + in + ": The file " + file.error)) << run.Err;
+        EXPECT_FALSE(std::filesystem::exists(dir / "out.qc"));
+    }
 }
 
 TEST(RoundtripCommand, RefusalsAndUnusableFilesGiveTheirExitStatus) {
@@ -123,10 +153,7 @@ TEST(RoundtripCommand, NumbersTakeAPointWhateverTheLocaleSays) {
     const ToolRun run = RunTool({"roundtrip", in, dir / "out.qc"}, dir.Path(),
                                 "LC_ALL=de_DE.UTF-8 LC_NUMERIC=de_DE.UTF-8 LANG=de_DE.UTF-8 ");
     EXPECT_EQ(run.Status, 0);
-    const std::string out = ReadFile(dir / "out.qc");
-    EXPECT_EQ(
-        LinesOf(out, "$e") + LinesOf(out, "$g") + LinesOf(out, "$s"),
-        "$eyeposition 1.5 0 0\n$gamma 2.5\n$sequence \"a\" \"a\" fps 30 rotate 1.5  scale 0.5\n");
+    EXPECT_EQ(ReadFile(dir / "out.qc"), ReadFile(in));
 }
 
 // quarle-qc check: the script loaded as the editor loads it, the rows printed

@@ -116,17 +116,17 @@ TEST(QcWriter, ExactComparesAndTheTablesEnds) {
     doc->ModelScale = 1.0000001f;
     doc->Gamma = static_cast<f32>(1.8); // a 64-bit 1.8 narrowed is the default float
     AnimRec& a = doc->Anims[0][0];
-    a.Name = "a\"b"; // written as it stands, quote and all
+    a.Name = "a\"b"; // no quotes can hold it: written bare, as the compiler reads it back
     a.Rotate = -0.0f;
     a.Scale = 1.0f;
     EXPECT_EQ(LinesOf(Script(*doc), "$"), "$modelname \"\"\n$cd \"\"\n$cdtexture \"\"\n$scale 1\n"
-                                          "$bodygroup body\n$sequence \"a\"b\" \"\" fps 30 \n");
+                                          "$bodygroup body\n$sequence a\"b \"\" fps 30 \n");
     doc->ModelScale = 1.0f;
     doc->Gamma = 1.8000001f;
     EXPECT_EQ(LinesOf(Script(*doc), "$gamma"), "$gamma 1.8\n");
     // A group without a name: the compiler refuses a $bodygroup line
     // without a token.
-    doc->BodyGroups[1].Name = " ";
+    doc->BodyGroups[1].Name = "";
     EXPECT_EQ(LinesOf(Script(*doc), "$bodygroup"), "$bodygroup \"\"\n");
     doc->BodyGroups[1].Name = "body";
 
@@ -137,11 +137,14 @@ TEST(QcWriter, ExactComparesAndTheTablesEnds) {
     doc->TextureVariations[2][4] = "beyond.bmp";
     EXPECT_EQ(LinesOf(Script(*doc), "$texturegroup") + LinesOf(Script(*doc), "{ "), "");
 
-    // A lone part stands as it is, "<blank>" too; counts past the tables
-    // write the tables' slots and no more.
+    // A lone blank part stands in a block, as "blank" (on a $body line it
+    // would name a file); a name with a blank is quoted; counts past the
+    // tables write the tables' slots and no more.
     doc->BodyGroups[1].PartCount = 1;
     doc->BodyGroups[1].Parts[1] = Blank;
-    EXPECT_EQ(LinesOf(Script(*doc), "$body"), "$body body \"<blank>\"\n");
+    doc->BodyGroups[1].Name = "the body";
+    EXPECT_EQ(LinesOf(Script(*doc), "$body") + LinesOf(Script(*doc), "blank"),
+              "$bodygroup \"the body\"\nblank\n");
     doc->BodyGroupCount = 255;
     doc->BodyGroups[2].PartCount = 255;
     auto count = [&](std::string_view prefix) {

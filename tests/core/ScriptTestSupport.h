@@ -7,6 +7,7 @@
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
 #include "document/ReaderHost.h"
+#include "document/ScriptLayout.h"
 
 #include <algorithm>
 #include <deque>
@@ -161,6 +162,48 @@ struct Model {
     LoadFindings Findings;
     std::string Written() const { return Script(*Doc); }
 };
+
+// Makes a save write every record anew, as if the user had changed it, with
+// the values it holds: the snapshot of each, not the record, is changed.
+inline void WriteAllAnew(Document& doc) {
+    if (!doc.Layout) {
+        return;
+    }
+    for (auto& group : doc.Anims) {
+        for (std::size_t s = 0; s <= limits::LastWrittenAnimSlot; ++s) {
+            AnimRec& anim = group[s];
+            if (anim.From.Read) {
+                auto source = std::make_shared<SequenceSource>(*anim.From.Read);
+                source->Values.Loop = 2; // a flag is 0 or 1
+                anim.From.Read = std::move(source);
+            }
+        }
+    }
+    for (BodyGroupRec& group : doc.BodyGroups) {
+        if (group.From.Read) {
+            auto source = std::make_shared<BodyGroupSource>(*group.From.Read);
+            source->Values.Name = "\x01";
+            group.From.Read = std::move(source);
+        }
+    }
+    auto layout = std::make_shared<ScriptLayout>(*doc.Layout);
+    for (AttachmentRead& a : layout->Attachments) {
+        a.Bone = "\x01";
+    }
+    for (ControllerRead& c : layout->Controllers) {
+        c.Bone = "\x01";
+    }
+    SettingsRead& s = layout->Settings;
+    s.ModelScale = s.Gamma = s.EyeX = -1.0e30f;
+    s.SequenceGroupSize = -32768;
+    for (RenderModeRead& mode : layout->RenderModes) {
+        mode.Mode = 3;
+    }
+    if (layout->TextureGroup) {
+        layout->TextureGroup->Table[limits::LastTextureRow][1] = "\x01";
+    }
+    doc.Layout = std::move(layout);
+}
 
 // The lines of a written script that start with prefix, each ended by LF.
 inline std::string LinesOf(const std::string& text, std::string_view prefix) {

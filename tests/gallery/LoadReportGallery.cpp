@@ -1,6 +1,6 @@
 // The message after a load of a script from elsewhere, in each language, as
 // the desktop's message box shows it:
-//   LoadReport.png   a decompiled script with two kinds of findings
+//   LoadReport.png   a decompiled script with a line the compiler refuses
 #include "GallerySupport.h"
 
 #include <QDir>
@@ -15,12 +15,13 @@ void LoadReportGallery(const QString& folder, const char* languageFile) {
     quarle::ui::FrmMain& form = window.Start();
     form.WorkFolder = models.path();
     const QByteArray m = models.path().toUtf8();
-    QByteArray script = "$cd \"" + m + "/tex\"\r\n$cd \"" + m + "\"\r\n$cdtexture \"" + m +
+    QByteArray script = "$cd \"" + m + "\"\r\n$cdtexture \"" + m +
                         "/tex\"\r\n$cliptotextures\r\n$body body \"ref\"\r\n"
                         "$sequence \"idle\" \"idle\" fps 30 node 3 transition 1 2\r\n";
     for (int i = 1; i < 130; ++i) {
         script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 29.97\r\n";
     }
+    script += "$Scale 2\r\n";
     QDir(models.path()).mkpath(QStringLiteral("tex"));
     for (const char* name : {"ref.smd", "tex/a.bmp", "barney.qc"}) {
         QFile file(QDir(models.path()).filePath(QString::fromLatin1(name)));

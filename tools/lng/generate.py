@@ -544,32 +544,11 @@ GERMAN_MESSAGES = {
     "MSG_WARNINGS": "%1 Warnungen",
     "MSG_READ_SCRIPT_UNREADABLE": "Die qc-Datei kann nicht geöffnet werden",
     "MSG_READ_WORK_FILE_UNWRITABLE": "Die Arbeitsdatei kann nicht geschrieben werden",
-    "MSG_READ_INCLUDE_UNREADABLE": "Eine eingebundene Datei kann nicht geöffnet werden und wurde "
-                                   "übersprungen",
-    "MSG_READ_INCLUDE_LOOP": "Eine Datei bindet sich selbst ein; das $include wurde übersprungen",
-    "MSG_READ_INCLUDE_TOO_DEEP": "Die Include-Dateien sind zu tief verschachtelt; das $include "
-                                 "wurde übersprungen",
-    "MSG_READ_TOO_MANY_BODY_GROUPS": "Mehr als 32 Bodygruppen; der Rest wurde übersprungen",
-    "MSG_READ_TOO_MANY_PARTS": "Mehr als 16 Teile in einer Bodygruppe; der Rest wurde "
-                               "übersprungen",
-    "MSG_READ_ATTACHMENT_INDEX": "Eine Attachment-Nummer außerhalb von 0 bis 3 wurde "
-                                 "übersprungen",
-    "MSG_READ_CONTROLLER_INDEX": "Eine Controller-Nummer außerhalb von 0 bis 3 wurde "
-                                 "übersprungen",
-    "MSG_READ_TOO_MANY_SEQUENCE_GROUPS": "Mehr als 10 Sequenzgruppen; ihre Sequenzen wurden "
-                                         "übersprungen",
-    "MSG_READ_TOO_MANY_SEQUENCES": "Mehr als 513 Sequenzen in einer Gruppe; der Rest wurde "
-                                   "übersprungen",
-    "MSG_READ_TOO_MANY_EVENTS": "Mehr als 255 Events in einer Sequenz; der Rest wurde "
-                                "übersprungen",
-    "MSG_READ_TOO_MANY_TEXTURES": "Mehr als 10 Texturen in den Teilen; der Rest wurde "
-                                  "weggelassen",
-    "MSG_READ_TOO_MANY_TEXTURE_COLUMNS": "Mehr als 10 Texturen in einer Zeile einer "
-                                         "Texturgruppe; der Rest wurde übersprungen",
-    "MSG_READ_TOO_MANY_TEXTURE_ROWS": "Mehr als 100 Zeilen in den Texturgruppen; der Rest wurde "
-                                      "übersprungen",
-    "MSG_READ_NUMBER_OUT_OF_RANGE": "Eine Zahl war zu groß für ihr Feld und wurde auf dessen "
-                                    "Grenze gekürzt",
+    "MSG_READ_BINARY_FILE": "Die Datei enthält NUL-Bytes wie eine Binärdatei und ist kein Skript; "
+                            "sie wurde nicht gelesen",
+    "MSG_READ_UTF16_TEXT": "Die Datei ist UTF-16-Text (sie beginnt mit einer Byte-Order-Mark), den "
+                           "der Modell-Compiler nicht lesen kann; sie wurde nicht gelesen. Bitte "
+                           "sie zuerst als ANSI- oder Einbyte-Text speichern",
     "MSG_READ_PART_FILE_MISSING": "Die Datei eines Teils fehlt; ihre Texturen wurden nicht "
                                   "gelesen",
     "MSG_READ_PART_NOT_IN_MODEL_PATH": "Die gewählte Datei ist keine smd-Datei im Modellordner; "
@@ -588,31 +567,31 @@ GERMAN_MESSAGES = {
                        "aufnehmen. Es wurde kein Event hinzugefügt.",
     "MSG_ORIGIN_NOT_A_NUMBER": "„%1“ ist keine Verschiebung. Bitte gib eine Zahl von -%2 bis %2 "
                                "ein und drücke Enter; die Verschiebung bleibt, wie sie war.",
-    "MSG_FINDING_UNKNOWN_DIRECTIVE": "Eine Anweisung, die Quarle nicht kennt, fällt weg",
-    "MSG_FINDING_LINE_NOT_READ": "Eine Zeile, die zu keiner Anweisung gehört, fällt weg",
-    "MSG_FINDING_LINE_AFTER_SEQUENCE": "Eine Zeile nach einer $sequence-Zeile (etwa ein Event) fällt weg",
-    "MSG_FINDING_MOTION_FLAG_DROPPED": "Ein Bewegungsschalter X, AX, AY oder AZR fällt weg",
-    "MSG_FINDING_SEQUENCE_OPTION_MISREAD": "Eine Option einer Sequenz, die Quarle nicht kennt, wird als Blend-Datei oder Aktivität gelesen",
-    "MSG_FINDING_BLEND_WITHOUT_FILE": "Ein Blend ohne zweite Datei fällt weg",
-    "MSG_FINDING_BODY_WORDS_LOST": "Wörter hinter den zwei Namen eines $body fallen weg",
-    "MSG_FINDING_BODY_GROUP_REVERSE_LOST": "Eine Bodygruppe aus einem gespiegelten Teil verliert ihr reverse",
-    "MSG_FINDING_PATH_REPLACED": "Eine $cd- oder $cdtexture-Zeile wird von einer späteren ersetzt",
-    "MSG_FINDING_SEQUENCE_NOT_WRITTEN": "Eine Sequenz nach der 101. ihrer Gruppe fällt weg",
-    "MSG_FINDING_FRACTION_ROUNDED": "Eine Kommazahl in einem Feld für ganze Zahlen wird gerundet",
-    "MSG_FINDING_TEXTURE_NOT_IN_PARTS": "Eine Textur, die kein Teil benutzt, fällt weg",
-    "MSG_FINDING_RENDER_MODE_CHANGED": "Ein anderer Render-Modus als masked oder additive wird zu additive",
-    "MSG_FINDING_TEXTURE_ROW_DROPPED": "Eine Zeile einer Texturgruppe, die nichts ändert, fällt weg",
-    "MSG_FINDING_PART_READ_AS_BLANK": "Eine Teil-Zeile ohne studio und einen Namen in Anführungszeichen wird zu einem leeren Teil",
-    "MSG_FINDING_AXIS_NOT_KEPT": "Eine andere Achse als XR, YR oder ZR wird nicht übernommen",
-    "MSG_FINDING_INCLUDE_MERGED": "Eine eingebundene Datei enthält, was die Formulare zeigen: ihre Zeilen werden anstelle ihrer $include-Zeile ins Skript geschrieben",
-    "MSG_FINDING_OPTION_CUT_SHORT": "Eine Option einer Sequenz, der ihre Werte fehlen (vor einer Klammer oder am Ende der Sequenz), fällt weg",
+    "MSG_FINDING_PATH_ANSWERED": "Ein Ordner oder eine Datei war nicht, wo das Skript sagt: das "
+                                 "Speichern nennt den oder die, die du gewählt hast",
+    "MSG_FINDING_INCLUDE_MISSING": "Eine eingebundene Datei kann nicht geöffnet werden: ihre "
+                                   "$include-Zeile bleibt, wie sie steht, und der Compiler hält dort "
+                                   "ebenfalls an",
+    "MSG_FINDING_INCLUDE_TOO_DEEP": "Ein $include, tiefer verschachtelt als der Compiler liest, oder "
+                                    "eines, das sich selbst einbindet: die Zeile bleibt, wie sie steht",
+    "MSG_FINDING_INCLUDE_NOT_A_SCRIPT": "Eine eingebundene Datei ist binär oder UTF-16-Text und kein "
+                                        "Skript: ihre $include-Zeile bleibt, wie sie steht",
+    "MSG_FINDING_MORE_THAN_TEN_TEXTURES": "Die Teile haben mehr als zehn Texturen: die "
+                                          "Texturdialoge zeigen die ersten zehn, und die Zeilen der "
+                                          "übrigen bleiben, wie sie stehen",
+    "MSG_FINDING_COMPILER_REFUSES": "Der Modell-Compiler lehnt das Skript an dieser Zeile ab und "
+                                    "baut kein Modell; die Zeile bleibt, wie sie steht",
     "MSG_FINDING_PLACE": "%1, Zeile %2: %3",
-    "MSG_FINDINGS_ONE": "Quarle kann nicht alles in diesem Skript behalten: 1 Stelle ändert beim Speichern das Modell.",
-    "MSG_FINDINGS_MANY": "Quarle kann nicht alles in diesem Skript behalten: %1 Stellen ändern beim Speichern das Modell.",
+    "MSG_FINDINGS_SAME_MODEL": "Das Speichern dieses Skripts ändert nichts, was der Compiler liest, "
+                               "außer dem, was du änderst.",
+    "MSG_FINDINGS_MODEL_ONE": "Das Speichern dieses Skripts ändert an 1 Stelle, was der Compiler "
+                              "liest.",
+    "MSG_FINDINGS_MODEL_MANY": "Das Speichern dieses Skripts ändert an %1 Stellen, was der "
+                               "Compiler liest.",
     "MSG_FINDINGS_FIRST": "Die ersten Stellen:",
     "MSG_FINDINGS_MORE": "... und %1 weitere.",
     "MSG_FINDINGS_KEPT": "Das erste Speichern bewahrt das ursprüngliche Skript daneben als „%1“ auf.",
-    "MSG_FINDINGS_TITLE": "Was das Speichern ändert",
+    "MSG_FINDINGS_TITLE": "Was Quarle im Skript gefunden hat",
     "MSG_KEEP_ORIGINAL_FAILED": "Das ursprüngliche Skript kann nicht als „%1“ aufbewahrt werden, darum wurde es nicht überschrieben.",
     "MSG_SAVE_NO_NAME": "Die qc-Datei hat keinen Dateinamen: %1",
     "MSG_SAVE_BROKEN_LINK": "Die qc-Datei ist ein Verweis auf eine Datei, die es nicht gibt: %1",
@@ -659,6 +638,9 @@ GERMAN_MESSAGES = {
                                    "Hinzugefügt: %2; nicht hinzugefügt: %3.",
     "MSG_NO_DIRECTIVE": "„%1“ enthält keine Anweisung: Die Datei ist kein Modellskript oder leer. "
                         "Quarle hat nichts daraus gelesen.",
+    "MSG_INCLUDES_WRITTEN_IN": "Du hast geändert, was diese eingebundenen Dateien enthalten, darum "
+                               "hat das Speichern ihre Zeilen anstelle ihrer $include-Zeilen ins "
+                               "Skript geschrieben; die Dateien selbst bleiben, wie sie waren: %1",
     "MSG_SAVE_NAME_QUOTE": "„%1“ enthält ein doppeltes Anführungszeichen, das ein Modellskript "
                            "nicht nennen kann. Bitte einen Namen ohne dieses wählen.",
     "MSG_TOOLS_FIRST_START": "Quarle hat keinen Modell-Compiler (studiomdl) gefunden, den es "

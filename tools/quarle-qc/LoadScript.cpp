@@ -11,6 +11,7 @@
 #include <optional>
 #include <random>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace quarle::qc {
@@ -68,6 +69,12 @@ public:
     void LoadFinished() override {}
 
     void Problem(ReadProblem kind, const std::string& detail) override {
+        if (kind == ReadProblem::BinaryFile || kind == ReadProblem::Utf16Text) {
+            // Not a script at all: the command stops with an error.
+            std::fprintf(stderr, "error: %s: %s\n", script_.c_str(),
+                         DescribeProblem(kind, {}).c_str());
+            return;
+        }
         std::fprintf(stderr, "quarle-qc: %s: %s\n", script_.c_str(),
                      DescribeProblem(kind, detail).c_str());
     }
@@ -174,8 +181,12 @@ LoadedScript LoadScript(const std::string& path, Missing missing, const Texts* t
     case ReadOutcome::Unreadable:
         loaded.Status = 2;
         break;
+    case ReadOutcome::NotAScript:
+        loaded.Status = 1;
+        break;
     }
     loaded.AnimationRows = host.AnimationRows();
+    loaded.Findings = std::move(findings);
     return loaded;
 }
 

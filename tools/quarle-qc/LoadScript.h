@@ -9,6 +9,7 @@
 
 #include "AppState.h"
 #include "document/Document.h"
+#include "document/LoadFindings.h"
 
 #include <array>
 #include <string>
@@ -18,13 +19,16 @@ namespace quarle::qc {
 enum class Missing { Keep, Refuse };
 
 struct LoadedScript {
-    // 0: loaded; 2: the script or the working file could not be used;
-    // 3: a question was refused. The exit status of a command that stops here.
+    // 0: loaded; 1: the file is no script (binary, UTF-16); 2: the script or
+    // the working file could not be used; 3: a question was refused. The
+    // exit status of a command that stops here.
     int Status = 2;
     // Lives until the process ends (see LoadScript).
     Document* Doc = nullptr;
     // Sequences of group 0: the rows the animation list would show.
     int AnimationRows = 0;
+    // What the load found (printed as warnings already).
+    LoadFindings Findings;
 };
 
 // A fresh folder for working files, removed again with all it holds at the

@@ -27,6 +27,7 @@ void ResetBodyGroup(BodyGroupRec& group) {
         const auto i = static_cast<std::size_t>(p);
         fresh.Parts[i] = std::move(group.Parts[i]);
         fresh.Reverse[i] = group.Reverse[i];
+        fresh.PartWords[i] = std::move(group.PartWords[i]);
     }
     group = std::move(fresh);
 }
@@ -108,7 +109,7 @@ void InitVars(Document& doc) {
     doc.AttachmentBones.fill(std::string());
     doc.Controllers.fill(ControllerRec{});
     doc.ControllerBones.fill(std::string());
-    // 3. and 5.: the document's own fields, and what the forms do not show
+    // 3. and 5.: the document's own fields, and what a load kept of a script
     // (LstParts, step 4, is the main window's; the count of body groups is
     // set in 9.)
     static_cast<DocumentResetFields&>(doc) = DocumentResetFields{};

@@ -43,6 +43,18 @@ inline constexpr int LastResetEvent = 10;         // the reset walks events 1..1
 // "<blank>": a part without a mesh, or a texture cell without a replacement.
 inline constexpr const char* Blank = "<blank>";
 
+struct SequenceSource;
+struct BodyGroupSource;
+struct ScriptLayout;
+
+// Where a record was read from (see ScriptLayout), handed on with the record
+// when the forms move it. It is no value of the record: records compare
+// equal whatever they were read from.
+template <typename S> struct ReadFrom {
+    std::shared_ptr<const S> Read;
+    bool operator==(const ReadFrom&) const { return true; }
+};
+
 struct AnimEventRec {
     i16 Frame = 1;
     i16 EventId = 0;
@@ -105,13 +117,12 @@ struct AnimRec {
     std::string ActivityId;
     f32 Rotate = 0.0f;
     // What the forms do not show, kept as the script wrote it: further .smd
-    // files (written right behind the ones above), options such as motion
-    // flags, node and transitions (written behind the known ones), and the
-    // lines that followed the sequence up to the next one (written behind
-    // its line).
-    std::vector<std::string> KeptFiles{};   // each token as written
-    std::vector<std::string> KeptOptions{}; // each token as written
-    std::vector<std::string> KeptAfter{};
+    // files (written right behind the ones above), and options such as
+    // motion flags, node and transitions (written behind the known ones).
+    // Each token as the script has it, quotes included where it had them.
+    std::vector<std::string> KeptFiles{};
+    std::vector<std::string> KeptOptions{};
+    ReadFrom<SequenceSource> From{};
 
     bool operator==(const AnimRec&) const = default;
 };
@@ -180,11 +191,10 @@ struct BodyGroupRec {
     u8 PartCount = 0;
     std::array<std::string, limits::LastPart + 1> Parts{};
     std::array<i16, limits::LastPart + 1> Reverse{}; // -1 on, tested for non-zero
-    // Kept as the script wrote them: the words behind the two names of a
-    // $body (such as reverse), and the lines that followed the group up to
-    // the next body group, texture directive or sequence.
-    std::string KeptWords{};
-    std::vector<std::string> KeptAfter{};
+    // The words behind a part's name other than reverse (such as scale 2),
+    // as the script wrote them.
+    std::array<std::string, limits::LastPart + 1> PartWords{};
+    ReadFrom<BodyGroupSource> From{};
 
     bool operator==(const BodyGroupRec&) const = default;
 };
@@ -229,29 +239,10 @@ struct DocumentResetFields {
     i16 SequenceGroupSize = 0;
     u8 TextureCount = 0;
 
-    // What the forms do not show, kept as the script wrote it and written
-    // back at its place:
-    // - a $cd or $cdtexture that was relative, as written, while it still
-    //   names the folder the document holds, seen from the script's folder;
-    std::string ModelNameAsWritten;
-    std::string ModelPathAsWritten;
-    std::string TexturePathAsWritten;
-    // - the $cdtexture lines behind the first, in order;
-    std::vector<std::string> KeptCdTextures;
-    // - lines before the first body group, and lines behind the render
-    //   modes and the texture group (before the first sequence);
-    std::vector<std::string> KeptBeforeBody;
-    std::vector<std::string> KeptAfterTextures;
-    // - the texture rows beyond the tenth that a load read (table rows
-    //   11 and up, as many as this);
-    int KeptTextureRows = 0;
-    // - the names of the sequence groups, and the lines between a
-    //   $sequencegroup and its first sequence.
-    std::array<std::string, limits::LastSequenceGroup + 1> SequenceGroupNames{};
-    std::array<std::vector<std::string>, limits::LastSequenceGroup + 1> KeptAtGroupStart{};
-    // - the lines of the sequence groups beyond the last that the forms
-    //   hold, behind all others.
-    std::vector<std::string> KeptAfterAnimations;
+    // The script as a load read it, beside the records: what the forms do
+    // not show, and where each record stood. Empty for a document that no
+    // script was read into.
+    std::shared_ptr<const ScriptLayout> Layout;
 };
 
 struct Document : DocumentResetFields {

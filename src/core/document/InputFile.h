@@ -52,6 +52,8 @@ struct OpenProblem {
     std::string Path; // the file, as the caller named it (document text)
     FileKind Kind = FileKind::Script;
     std::error_code System; // the system's reason, where it gave one
+
+    bool operator==(const OpenProblem&) const = default;
 };
 
 // An open regular file, read from the start to at most its kind's limit.

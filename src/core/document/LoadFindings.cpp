@@ -6,6 +6,7 @@
 #include "document/SafeWrite.h"
 #include "localisation/Cp1252.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -20,13 +21,20 @@ const std::string& TextOf(const MessageTexts& texts, Msg key) {
 } // namespace
 
 std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts) {
+    if (finding.Line <= 0) {
+        return paths::FileNameOf(finding.File) + ": " + finding.Text;
+    }
     return FormatMessage(TextOf(texts, MSG_FINDING_PLACE),
                          {paths::FileNameOf(finding.File), IntToText(finding.Line), finding.Text});
 }
 
 std::string FindingWarning(const LoadFinding& finding, const MessageTexts& texts) {
-    return "warning: " + FindingPlace(finding, texts) + " (" +
-           TextOf(texts, FindingMessage(finding.Kind)) + ")";
+    std::string line = "warning: " + FindingPlace(finding, texts) + " (" +
+                       TextOf(texts, FindingMessage(finding.Kind)) + ")";
+    if (finding.Unread.Failure != OpenFailure::None) {
+        line += ": " + DescribeOpenProblem(finding.Unread, texts);
+    }
+    return line;
 }
 
 std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings) {
@@ -35,6 +43,16 @@ std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings
         ++counts[static_cast<std::size_t>(f.Kind)];
     }
     return counts;
+}
+
+std::string FindingsHead(const LoadFindings& findings, const MessageTexts& texts) {
+    const auto model = static_cast<long long>(std::count_if(
+        findings.begin(), findings.end(), [](const LoadFinding& f) { return ChangesModel(f.Kind); }));
+    if (model == 0) {
+        return TextOf(texts, MSG_FINDINGS_SAME_MODEL);
+    }
+    return model == 1 ? TextOf(texts, MSG_FINDINGS_MODEL_ONE)
+                      : FormatMessage(TextOf(texts, MSG_FINDINGS_MODEL_MANY), {IntToText(model)});
 }
 
 std::string KeptOriginalName(const std::string& script) {

@@ -1,19 +1,19 @@
-// What a load tells about a script from elsewhere: every place where the
-// script that a save writes will differ from the script that was read in a
-// way that changes the model (a directive that is left out, an option read
-// as something else, a table that holds less than the script). Cosmetic
-// differences (comments, case, the order of options, defaults, the spelling
-// of numbers) are not findings: a script written by this system gives none.
+// What a load tells about a script: the places where a save will change what
+// the compiler reads (where the user pointed Quarle to a file the script
+// names elsewhere), and what the forms keep as the script wrote it although
+// the user may want to know (an include that cannot be read, textures
+// beyond the ten the dialogs show). A script that the forms show whole gives
+// none: a save writes it as it was, but for what the user changes.
 //
 // The reader fills the list as it reads; the document's records are the
 // same with and without it.
 #pragma once
 
+#include "document/InputFile.h"
 #include "localisation/MessageTexts.h"
 
 #include <array>
 #include <cstddef>
-#include <list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,83 +21,59 @@
 
 namespace quarle {
 
-// What the forms cannot show is kept and written back (see Document), so the
-// kinds marked "kept" are no longer found; they stay for their messages.
 enum class FindingKind {
-    UnknownDirective,      // (kept) a directive the reader does not know, with the lines under it
-    LineNotRead,           // (kept) a line outside every block (a tab in front, stray text)
-    LineAfterSequence,     // (kept) a line behind a $sequence, such as an event block
-    MotionFlagDropped,     // (kept) X, AX, AY or AZR on a $sequence
-    SequenceOptionMisread, // (kept) an unknown option taken for a blend file or an activity
-    BlendWithoutFile,      // (kept) blend without a second file: neither is written
-    BodyWordsLost,         // (kept) words behind the two names of a $body, such as reverse
-    BodyGroupReverseLost,  // (kept) a $bodygroup of one reversed part becomes a $body
-    PathReplaced,          // a $cd that a later one replaces
-    SequenceNotWritten,    // (kept) a sequence beyond the 101 of a group that a save writes
-    FractionRounded,       // a fraction in a whole-number field, as in fps 29.97
-    TextureNotInParts,     // a texture of a $texturegroup row the parts lack
-    RenderModeChanged,     // (kept) a render mode other than masked or additive
-    TextureRowDropped,     // a $texturegroup row that changes nothing
-    PartReadAsBlank,       // a part line without studio "..." (studio arm, without quotes)
-    AxisNotKept,           // (kept) a controller or blend axis other than XR, YR, ZR
-    IncludeMerged,         // an include that gave records: its lines replace its $include line
-    OptionCutShort,        // a sequence option without all its values, before a brace or its end
+    PathAnswered,        // a folder or file was not where the script says: the save names the one the user chose
+    IncludeMissing,      // an include that cannot be read: its line stays as it stands
+    IncludeTooDeep,      // an include nested too deeply, or one of itself: its line stays
+    IncludeNotAScript,   // an included file that is binary or UTF-16: its line stays
+    MoreThanTenTextures, // the texture dialogs show the first ten; the others stay as written
+    CompilerRefuses,     // the first line the compiler refuses: it stays as it stands
 };
-inline constexpr int FindingKinds = static_cast<int>(FindingKind::OptionCutShort) + 1;
+inline constexpr int FindingKinds = static_cast<int>(FindingKind::CompilerRefuses) + 1;
+
+// Whether a save changes the model at such a place; the others stay as the
+// script has them.
+inline bool ChangesModel(FindingKind kind) {
+    return kind == FindingKind::PathAnswered;
+}
 
 struct LoadFinding {
-    FindingKind Kind = FindingKind::UnknownDirective;
+    FindingKind Kind = FindingKind::IncludeMissing;
     std::string File; // the script, or the include the line came from
-    int Line = 0;     // from 1, in File
+    int Line = 0;     // from 1, in File; 0 where it is about no line
     std::string Text; // the line as it stands there
+    // An include that is there but is not read (a folder, a pipe, a device,
+    // a file above the size of scripts): why, naming the file.
+    OpenProblem Unread;
 
     bool operator==(const LoadFinding&) const = default;
 };
 using LoadFindings = std::vector<LoadFinding>;
 
-// Where each line of the working file came from: files by their path as the
-// script (or the include line) names them, lines by number in that file.
-struct LineOrigin {
-    std::size_t File = 0; // index into SourceMap::Files
-    int Line = 0;
-};
-// An include of the script itself (one of the outermost), with everything
-// it includes in turn: lines First to End (not included) of the working file.
-struct IncludeSpan {
-    std::size_t First = 0;
-    std::size_t End = 0;
-    std::string_view Line; // the $include line as the script has it
-    int LineNumber = 0;    // of that line in the script
-    std::string Path;      // as the line names it
-    bool Asked = false;    // the file was not where the line says
-};
-struct SourceMap {
-    std::vector<std::string> Files;
-    std::vector<IncludeSpan> Includes; // in the order of the script
-    std::vector<LineOrigin> Lines; // one per line of the working file
-    // The lines of the working file themselves, as views into Texts, the
-    // text of each file read (held as long as the map).
-    std::vector<std::string_view> LineTexts;
-    std::list<std::string> Texts;
-};
-
 // The message of a kind: the messages follow the kinds.
 inline Msg FindingMessage(FindingKind kind) {
-    static_assert(MSG_FINDING_OPTION_CUT_SHORT - MSG_FINDING_UNKNOWN_DIRECTIVE + 1 == FindingKinds,
+    static_assert(MSG_FINDING_COMPILER_REFUSES - MSG_FINDING_PATH_ANSWERED + 1 == FindingKinds,
                   "one message for each kind of finding, in the same order");
-    return static_cast<Msg>(MSG_FINDING_UNKNOWN_DIRECTIVE + static_cast<int>(kind));
+    return static_cast<Msg>(MSG_FINDING_PATH_ANSWERED + static_cast<int>(kind));
 }
 
-// "model.qc, line 12: $cliptotextures": where a finding stands, the file by
-// its name only. The line's bytes are passed through as they are.
+// "model.qc, line 12: $include \"gone.qci\"": where a finding stands, the
+// file by its name only ("model.qc: ..." for one about no line). The line's
+// bytes are passed through as they are.
 std::string FindingPlace(const LoadFinding& finding, const MessageTexts& texts);
 
-// One line for standard error: "warning: ", the place, the kind.
+// One line for standard error: "warning: ", the place, the kind, and why an
+// include was not read where the system said.
 std::string FindingWarning(const LoadFinding& finding,
                            const MessageTexts& texts = EnglishMessageTexts());
 
 // How many findings there are of each kind, in the order of the kinds.
 std::array<std::size_t, FindingKinds> CountFindings(const LoadFindings& findings);
+
+// The head of the report of a load: in how many places a save changes what
+// the compiler reads, or that it changes nothing there.
+std::string FindingsHead(const LoadFindings& findings,
+                         const MessageTexts& texts = EnglishMessageTexts());
 
 // The places a message quotes; the rest is counted.
 inline constexpr std::size_t QuotedFindings = 5;

@@ -1,12 +1,9 @@
-// First stage of reading a script: the script and everything it includes,
-// flattened into one text without the "//" lines of column 1.
+// The files a script names: reading a script or include whole, and where a
+// relative path of a script points.
 #pragma once
 
 #include "document/InputFile.h"
-#include "document/LoadFindings.h"
-#include "document/ReaderHost.h"
 
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,24 +18,6 @@ std::vector<std::string_view> SplitLines(std::string_view text);
 // files only, within the size limit of scripts); false, with problem filled,
 // when it is refused or cannot be read.
 bool ReadWholeFile(const std::string& path, std::string& text, OpenProblem* problem = nullptr);
-
-enum class BufferResult {
-    Done,       // everything was copied (skipped includes were reported)
-    Refused,    // the user refused an include question; NewDocument has run
-    Unreadable, // the script itself cannot be opened (reported)
-};
-
-// Writes the lines of the script at scriptPath to out, each ended by CR LF,
-// with every $include line replaced by the lines of its file, to any depth up
-// to MaxIncludeDepth. An include path that is relative, or that names no file,
-// is asked for through host.NewDir (FolderQuestion::IncludeFile). A relative
-// path that remains (a host may answer so) is taken from baseFolder, the
-// folder of the script being loaded. With a map, each line written is
-// recorded with the file and the line number it came from, and with its text,
-// so that the working file need not be read back.
-BufferResult BufferQcFile(std::ostream& out, const std::string& scriptPath,
-                          const std::string& baseFolder, ReaderHost& host, ProblemOnce& report,
-                          SourceMap* map = nullptr);
 
 // The path on disk for a path of a script: separators of this machine, and a
 // relative path taken from baseFolder (when there is one).

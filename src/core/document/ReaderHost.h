@@ -25,29 +25,14 @@ enum class FolderQuestion {
 // unless the kind says otherwise. Each kind reaches the host at most once per
 // load, with the detail of its first occurrence.
 enum class ReadProblem {
-    ScriptUnreadable,      // the script cannot be opened; the load ends
-    WorkFileUnwritable,    // loadbuffer.dat cannot be written; the load ends
-    IncludeUnreadable,     // an include (after any question) cannot be opened; skipped
-    IncludeLoop,           // an include that includes itself; skipped
-    IncludeTooDeep,        // includes nested deeper than MaxIncludeDepth; skipped
-    TooManyBodyGroups,     // a 33rd body group; skipped with its block
-    TooManyParts,          // a 17th part in a group; skipped
-    AttachmentIndex,       // $attachment index outside 0..3; skipped
-    ControllerIndex,       // $controller index outside 0..3; skipped
-    TooManySequenceGroups, // an 11th $sequencegroup; its sequences are skipped
-    TooManySequences,      // a sequence slot above 512; skipped
-    TooManyEvents,         // a 256th event of a sequence; skipped
-    TooManyTextures,       // more than 10 textures in the parts; the rest is dropped
-    TooManyTextureColumns, // more than 10 names in a $texturegroup row; the rest is dropped
-    TooManyTextureRows,    // more than 100 $texturegroup rows; the rest is dropped
-    NumberOutOfRange,      // a number too large for its field; clamped
-    PartFileMissing,       // a part's .smd is gone when textures are scanned; not scanned
-    PartNotInModelPath,    // the picked part file is not an .smd in ModelPath; part kept
+    ScriptUnreadable,   // the script cannot be opened; the load ends
+    WorkFileUnwritable, // loadbuffer.dat cannot be written; the load ends
+    BinaryFile,         // the script holds NUL bytes, as a binary file does; the load ends
+    Utf16Text,          // the script starts with a UTF-16 byte-order mark; the load ends
+    PartFileMissing,    // a part's .smd is gone when textures are scanned; not scanned
+    PartNotInModelPath, // the picked part file is not an .smd in ModelPath; part kept
 };
 inline constexpr int ReadProblemKinds = static_cast<int>(ReadProblem::PartNotInModelPath) + 1;
-
-// Deepest nesting of $include files; a deeper one is refused.
-inline constexpr int MaxIncludeDepth = 32;
 
 // The answer of a question for a refusal or a cancel.
 inline constexpr const char* Refused = "0";
@@ -93,16 +78,16 @@ public:
     // sentence for it.
     virtual void Problem(ReadProblem kind, const std::string& detail) = 0;
 
-    // A script or include that is not read (ScriptUnreadable,
-    // IncludeUnreadable), with why (InputFile.h). By default told as Problem
-    // with the file's path.
+    // A script that is not read (ScriptUnreadable), with why (InputFile.h).
+    // By default told as Problem with the file's path.
     virtual void FileProblem(ReadProblem kind, const OpenProblem& problem) {
         Problem(kind, problem.Path);
     }
 
-    // How far the load is: done of total lines of the flattened script read
-    // (total of total: the texture scans of the parts follow). Called every
-    // few hundred lines; false cancels the load (ReadOutcome::Cancelled).
+    // How far the load is: done of total bytes of the script read (its
+    // includes count where their line stands; total of total: the texture
+    // scans of the parts follow). Called every few hundred directives; false
+    // cancels the load (ReadOutcome::Cancelled).
     virtual bool Progress(std::size_t /*done*/, std::size_t /*total*/) { return true; }
 
     // The load went through: enable the model files page, point FileList at

@@ -1,5 +1,6 @@
 #include "document/ScriptTokens.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quarle {
@@ -7,18 +8,37 @@ namespace {
 
 // The compiler's characters are signed: bytes of 128 and above are below the
 // blank to it, and so separate tokens like the blank does.
-bool IsSeparator(unsigned char c) { return c <= 32 || c >= 128; }
+constexpr bool IsSeparator(unsigned char c) { return c <= 32 || c >= 128; }
+
+// Bytes that end a bare token: the separators and ';'.
+struct TokenEnds {
+    bool Ends[256] = {};
+    constexpr TokenEnds() {
+        for (int c = 0; c < 256; ++c) {
+            Ends[c] = IsSeparator(static_cast<unsigned char>(c)) || c == ';';
+        }
+    }
+};
+constexpr TokenEnds Bare;
 
 } // namespace
 
 ScriptTokens::ScriptTokens(std::string text, std::string name, FileLoader loadInclude)
     : load_(std::move(loadInclude)) {
-    stack_.push_back(Frame{std::move(text), 0, 0, 1});
+    Enter(std::move(text), std::move(name));
+}
+
+void ScriptTokens::Enter(std::string text, std::string name) {
+    auto held = std::make_shared<const std::string>(std::move(text));
+    const int source = static_cast<int>(sources_.size());
+    stack_.push_back(Frame{held.get(), 0, source, 1});
+    texts_.push_back(std::move(held));
     sources_.push_back(std::move(name));
 }
 
 TokenStatus ScriptTokens::Fail(TokenStatus status, std::string text) {
     token_.Text = std::move(text);
+    token_.View = {};
     token_.Quoted = false;
     token_.Source = stack_.back().Source;
     token_.Line = stack_.back().Line;
@@ -43,7 +63,7 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
     }
     for (;;) {
         Frame& f = stack_.back();
-        const std::string& s = f.Text;
+        const std::string& s = *f.Text;
         while (f.Pos < s.size() && IsSeparator(static_cast<unsigned char>(s[f.Pos]))) {
             if (s[f.Pos] == '\n') {
                 if (!crossLine) {
@@ -73,6 +93,7 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
 
         token_.Source = f.Source;
         token_.Line = f.Line;
+        token_.Begin = f.Pos;
         token_.Quoted = c == '"';
         std::size_t start = f.Pos;
         std::size_t end = start;
@@ -82,48 +103,70 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
             if (end == std::string::npos) {
                 end = s.size();
             }
-            for (std::size_t i = start; i < end; ++i) {
-                f.Line += s[i] == '\n' ? 1 : 0;
-            }
+            f.Line += static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
+                                                  s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
             f.Pos = end < s.size() ? end + 1 : end;
         } else {
-            while (end < s.size() && !IsSeparator(static_cast<unsigned char>(s[end])) &&
-                   s[end] != ';') {
+            const std::size_t size = s.size();
+            const char* const data = s.data();
+            while (end < size && !Bare.Ends[static_cast<unsigned char>(data[end])]) {
                 ++end;
             }
             f.Pos = end;
         }
+        token_.End = f.Pos;
         if (end - start >= static_cast<std::size_t>(MaxTokenLength)) {
-            token_.Text.assign(s, start, MaxTokenLength - 1);
+            token_.View = std::string_view(s).substr(start, MaxTokenLength - 1);
+            token_.Text.assign(token_.View);
             return TokenStatus::TokenTooLong;
         }
-        token_.Text.assign(s, start, end - start);
-        if (token_.Text != "$include") {
+        token_.View = std::string_view(s).substr(start, end - start);
+        if (copyText_) {
+            token_.Text.assign(token_.View);
+        }
+        if (token_.View.size() != 8 || token_.View != "$include") {
             return TokenStatus::Ok;
         }
 
+        ScriptInclude include;
+        include.Parent = token_.Source;
+        include.Begin = token_.Begin;
+        include.Line = token_.Line;
         if (const TokenStatus named = Next(false); named != TokenStatus::Ok) {
             return named;
         }
+        include.End = token_.End;
+        include.Name = token_.View;
+        includes_.push_back(include);
         if (stack_.size() > static_cast<std::size_t>(MaxIncludeNesting)) {
             return TokenStatus::IncludeTooDeep;
         }
         std::optional<std::string> text;
         if (load_) {
-            text = load_(token_.Text);
+            text = load_(include.Name);
         }
         if (!text) {
             return TokenStatus::IncludeMissing;
         }
-        sources_.push_back(token_.Text);
-        stack_.push_back(Frame{std::move(*text), 0, static_cast<int>(sources_.size()) - 1, 1});
+        includes_.back().Source = static_cast<int>(sources_.size());
+        Enter(std::move(*text), include.Name);
     }
+}
+
+std::vector<int> ScriptTokens::OpenSources() const {
+    std::vector<int> open;
+    open.reserve(stack_.size());
+    for (const Frame& f : stack_) {
+        open.push_back(f.Source);
+    }
+    return open;
 }
 
 bool ScriptTokens::Available() const {
     const Frame& f = stack_.back();
-    for (std::size_t i = f.Pos; i < f.Text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(f.Text[i]);
+    const std::string& s = *f.Text;
+    for (std::size_t i = f.Pos; i < s.size(); ++i) {
+        const auto c = static_cast<unsigned char>(s[i]);
         if (c == '\n') {
             return false;
         }

@@ -19,18 +19,39 @@
 // end a comment).
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quarle {
 
 struct ScriptToken {
     std::string Text;
+    // The same text as it stands in its source, which stays valid as long
+    // as the tokens (or whoever took Texts()) hold the source.
+    std::string_view View;
     bool Quoted = false;
     int Source = 0; // index into ScriptTokens::Sources(); 0 is the script
     int Line = 0;   // counted from 1 in that source
+    // Where its bytes stand in the text of its source: from its first byte
+    // (the opening quote of a quoted token) to behind its last (the closing
+    // quote, where there is one).
+    std::size_t Begin = 0;
+    std::size_t End = 0;
+};
+
+// An $include met while reading, entered or not.
+struct ScriptInclude {
+    int Source = -1;        // the included file's source; -1 when it was not entered
+    int Parent = 0;         // the source the $include stands in
+    std::size_t Begin = 0;  // of the "$include" token in the parent's text
+    std::size_t End = 0;    // behind its name
+    int Line = 0;           // of the "$include" token
+    std::string Name;       // as the line names the file
 };
 
 enum class TokenStatus {
@@ -63,27 +84,43 @@ public:
     bool Available() const;
     // Hands the last token out once more on the next call of Next.
     void Unget() { held_ = true; }
+    // Whether Token().Text is filled (it is unless told otherwise); a reader
+    // that takes Token().View alone saves the copy of every token.
+    void CopyText(bool copy) { copyText_ = copy; }
 
     const ScriptToken& Token() const { return token_; }
     // The script, then each include in the order it was entered.
     const std::vector<std::string>& Sources() const { return sources_; }
+    // The whole text of a source, held as long as the tokens are (or as
+    // long as whoever took it with Texts()).
+    const std::string& SourceText(int source) const { return *texts_[static_cast<std::size_t>(source)]; }
+    const std::vector<std::shared_ptr<const std::string>>& Texts() const { return texts_; }
+    // Every $include met so far, in the order met.
+    const std::vector<ScriptInclude>& Includes() const { return includes_; }
+    // The sources being read, from the script to the innermost include.
+    std::vector<int> OpenSources() const;
 
 private:
     struct Frame {
-        std::string Text;
+        const std::string* Text = nullptr;
         std::size_t Pos = 0;
         int Source = 0;
         int Line = 1;
     };
+
+    void Enter(std::string text, std::string name);
 
     TokenStatus EndOfSource(bool crossLine);
     TokenStatus Fail(TokenStatus status, std::string text = {});
 
     std::vector<Frame> stack_;
     std::vector<std::string> sources_;
+    std::vector<std::shared_ptr<const std::string>> texts_;
+    std::vector<ScriptInclude> includes_;
     FileLoader load_;
     ScriptToken token_;
     bool held_ = false;
+    bool copyText_ = true;
 };
 
 } // namespace quarle

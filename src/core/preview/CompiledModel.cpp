@@ -1,6 +1,7 @@
 #include "preview/CompiledModel.h"
 
 #include "document/Paths.h"
+#include "document/ScriptLayout.h"
 #include "document/Text.h"
 
 #include <algorithm>
@@ -22,38 +23,13 @@ BoneMatrix LocalMatrix(const std::array<float, 6>& channels) {
                                 {channels[3], channels[4], channels[5]});
 }
 
-// The words of a line up to a comment, split at blanks and tabs.
-std::vector<std::string_view> Words(std::string_view line) {
-    line = line.substr(0, line.find("//"));
-    std::vector<std::string_view> words;
-    std::size_t at = 0;
-    while (at < line.size()) {
-        const std::size_t from = line.find_first_not_of(" \t\r\n", at);
-        if (from == std::string_view::npos) {
-            break;
-        }
-        const std::size_t to = std::min(line.find_first_of(" \t\r\n", from), line.size());
-        words.push_back(line.substr(from, to - from));
-        at = to;
+// The $origin in force for a sequence: where the script has it, else (a
+// sequence added since) at the script's end.
+DefaultOrigin OriginFor(const Document& doc, const AnimRec& anim) {
+    if (anim.From.Read) {
+        return anim.From.Read->Origin;
     }
-    return words;
-}
-
-// The $origin the lines kept ahead of the sequences give, the last one
-// counting: its offset and its turn in degrees.
-void KeptOrigin(const Document& doc, Vec3& origin, float& degrees) {
-    for (const auto* lines : {&doc.KeptBeforeBody, &doc.KeptAfterTextures}) {
-        for (const std::string& line : *lines) {
-            const std::vector<std::string_view> w = Words(line);
-            if (w.size() < 4 || !paths::EqualsNoCase(w[0], "$origin")) {
-                continue;
-            }
-            for (std::size_t i = 0; i < 3; ++i) {
-                origin[i] = ToF32(TextToNumber(w[i + 1]));
-            }
-            degrees = w.size() > 4 ? ToF32(TextToNumber(w[4])) : 0.0f;
-        }
-    }
+    return doc.Layout ? doc.Layout->LastOrigin : DefaultOrigin{};
 }
 
 Vec3 TurnedBack(const Vec3& v, float turn) {
@@ -202,8 +178,9 @@ Placement PlacementOf(const Document& doc, const AnimRec* anim) {
     if (anim == nullptr) {
         return placement;
     }
-    float degrees = 0;
-    KeptOrigin(doc, placement.Origin, degrees);
+    const DefaultOrigin origin = OriginFor(doc, *anim);
+    placement.Origin = origin.Offset;
+    float degrees = origin.Degrees;
     if (anim->OriginOn == 1) {
         placement.Origin = {float(anim->OriginX), float(anim->OriginY), float(anim->OriginZ)};
     }

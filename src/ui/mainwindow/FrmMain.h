@@ -439,6 +439,8 @@ private:
     FrmMainReaderHost readerHost_{*this};
     // Scripts loaded with findings whose original has not been kept yet.
     std::vector<std::string> originalsToKeep_;
+    // The includes a save of the document on show has named as written in.
+    std::vector<std::string> includesReported_;
 
     // ======== Document commands: open, save, compile, viewer, editor,
     // recent entries (FrmMainFile.cpp) ========
@@ -479,6 +481,9 @@ public:
     // had findings beside it (NAME.qc.orig, or the next free name). False,
     // after a message, when it cannot be kept: then nothing is written.
     bool KeepOriginalBeforeSave();
+    // After a save that wrote includes into the script (the user changed
+    // what they hold): names them, once each for the document on show.
+    void ReportIncludesWrittenIn(const std::vector<std::string>& includes);
 
 private:
     // The first save over this script keeps its original.

@@ -206,6 +206,8 @@ void FrmMain::OpenQcFile(const std::string& path) {
         LstAnimations->setCurrentRow(rowBefore);
         return;
     }
+    // The includes a save wrote into the script are told anew for the new one.
+    includesReported_.clear();
     MarkSaved();
     // A file that is no script at all: its lines are not worth listing one
     // by one.
@@ -285,6 +287,7 @@ bool FrmMain::WriteQcFile() {
         quarle::WriteQcFile(state_.Doc, state_.Doc.QcFile, UserDecimalSeparator());
     if (result.Ok) {
         MarkSaved();
+        ReportIncludesWrittenIn(result.IncludesWrittenIn);
         return true;
     }
     // Nothing was written: the list does not take a file that is not there.

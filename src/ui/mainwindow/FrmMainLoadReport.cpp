@@ -1,6 +1,7 @@
-// What a load of a script from elsewhere changes: the message after the load
-// that names the places where a save will change the model, and the copy of
-// the original that the first save over such a script keeps beside it.
+// What a load of a script finds: the message after the load that says
+// whether a save changes what the compiler reads and names the places worth
+// knowing, and the copy of the original that the first save over such a
+// script keeps beside it.
 #include "document/LoadFindings.h"
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
@@ -40,9 +41,13 @@ QString Place(const AppState& state, const LoadFinding& finding) {
     if (text.size() > QuotedLineWidth) {
         text = text.left(QuotedLineWidth - 3) + QStringLiteral("...");
     }
-    return MessageText(
+    QString place = MessageText(
         state, MSG_FINDING_PLACE,
         {PathText(paths::FileNameOf(finding.File)), QString::number(finding.Line), text});
+    if (finding.Unread.Failure != OpenFailure::None) {
+        place += QStringLiteral("\n    ") + OpenProblemText(state, finding.Unread);
+    }
+    return place;
 }
 
 } // namespace
@@ -55,9 +60,8 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
     KeepOriginalOnFirstSave(script);
 
     QStringList lines;
-    lines << (findings.size() == 1
-                  ? MessageText(state_, MSG_FINDINGS_ONE)
-                  : MessageText(state_, MSG_FINDINGS_MANY, {QString::number(findings.size())}));
+    // Whether a save changes what the compiler reads, first; then each kind.
+    lines << QString::fromStdString(FindingsHead(findings, state_.MsgTexts));
     lines << QString();
     const auto counts = CountFindings(findings);
     for (int k = 0; k < FindingKinds; ++k) {
@@ -81,6 +85,23 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
                          {PathText(paths::FileNameOf(KeptOriginalName(script)))});
     services_.MsgBox(lines.join(QLatin1Char('\n')), platform::Buttons::Ok,
                      platform::Icon::Exclamation, MessageText(state_, MSG_FINDINGS_TITLE));
+}
+
+void FrmMain::ReportIncludesWrittenIn(const std::vector<std::string>& includes) {
+    QStringList names;
+    for (const std::string& include : includes) {
+        if (std::find(includesReported_.begin(), includesReported_.end(), include) ==
+            includesReported_.end()) {
+            includesReported_.push_back(include);
+            names << platform::FromCp1252(include);
+        }
+    }
+    if (names.isEmpty()) {
+        return;
+    }
+    services_.MsgBox(MessageText(state_, MSG_INCLUDES_WRITTEN_IN, {names.join(QStringLiteral(", "))}),
+                     platform::Buttons::Ok, platform::Icon::Information,
+                     MessageText(state_, MSG_FINDINGS_TITLE));
 }
 
 void FrmMain::KeepOriginalOnFirstSave(const std::string& script) {

@@ -73,8 +73,9 @@ void FrmMainReaderHost::AddAnimation(const std::string& name) {
 
 void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
     Pause();
-    const bool loadEnds =
-        kind == ReadProblem::ScriptUnreadable || kind == ReadProblem::WorkFileUnwritable;
+    const bool loadEnds = kind == ReadProblem::ScriptUnreadable ||
+                          kind == ReadProblem::WorkFileUnwritable ||
+                          kind == ReadProblem::BinaryFile || kind == ReadProblem::Utf16Text;
     form_.services_.MsgBox(Q(DescribeProblem(kind, Cp1252ToUtf8(detail), form_.state_.MsgTexts)),
                            platform::Buttons::Ok,
                            loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,

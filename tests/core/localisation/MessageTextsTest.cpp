@@ -104,20 +104,19 @@ TEST(MessageTexts, ReaderProblemsAreToldInTheTextsGiven) {
     EXPECT_EQ(ProblemMessage(ReadProblem::ScriptUnreadable), MSG_READ_SCRIPT_UNREADABLE);
     EXPECT_EQ(ProblemMessage(ReadProblem::PartNotInModelPath), MSG_READ_PART_NOT_IN_MODEL_PATH);
 
-    EXPECT_EQ(DescribeProblem(ReadProblem::IncludeLoop, ""),
-              "A file includes itself; the include was skipped");
-    EXPECT_EQ(DescribeProblem(ReadProblem::IncludeLoop, "a.qc"),
-              "A file includes itself; the include was skipped: \"a.qc\"");
+    EXPECT_EQ(DescribeProblem(ReadProblem::ScriptUnreadable, ""), "The script cannot be opened");
+    EXPECT_EQ(DescribeProblem(ReadProblem::ScriptUnreadable, "a.qc"),
+              "The script cannot be opened: \"a.qc\"");
 
     MessageTexts german = DefaultMessageTexts();
-    german[MSG_READ_INCLUDE_LOOP] = "Eine Datei bindet sich selbst ein";
+    german[MSG_READ_SCRIPT_UNREADABLE] = "Die qc-Datei kann nicht ge\xC3\xB6" "ffnet werden";
     german[MSG_READ_DETAIL] = "%1: \xE2\x80\x9E%2\xE2\x80\x9C";
-    EXPECT_EQ(DescribeProblem(ReadProblem::IncludeLoop, "a.qc", german),
-              "Eine Datei bindet sich selbst ein: \xE2\x80\x9E"
+    EXPECT_EQ(DescribeProblem(ReadProblem::ScriptUnreadable, "a.qc", german),
+              "Die qc-Datei kann nicht ge\xC3\xB6" "ffnet werden: \xE2\x80\x9E"
               "a.qc\xE2\x80\x9C");
     // A detail that holds a placeholder is taken as it is.
-    EXPECT_EQ(DescribeProblem(ReadProblem::IncludeLoop, "%1.qc", german),
-              "Eine Datei bindet sich selbst ein: \xE2\x80\x9E%1.qc\xE2\x80\x9C");
+    EXPECT_EQ(DescribeProblem(ReadProblem::ScriptUnreadable, "%1.qc", german),
+              "Die qc-Datei kann nicht ge\xC3\xB6" "ffnet werden: \xE2\x80\x9E%1.qc\xE2\x80\x9C");
 }
 
 } // namespace

@@ -54,11 +54,12 @@ TEST_F(DesktopTest, AScriptNamedAtTheStartOpensWithTheOpenCommandsQuestions) {
                   "$sequence \"walk\" \"walk\"\r\n");
     services.QueueMsgBox(Answer::Ok);
     services.QueueFolder(models.path());
+    services.QueueMsgBox(Answer::Ok); // the report names the folder a save writes
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(models.path()));
     form->OpenGivenScript(QStringLiteral("robot.qc")); // relative to the working folder
     QDir::setCurrent(before);
-    ASSERT_EQ(services.Prompts().size(), 2);
+    ASSERT_EQ(services.Prompts().size(), 3);
     EXPECT_TRUE(services.Prompts()[0].Text.startsWith("IDS_MODELPATH: "));
     EXPECT_EQ(QcFile(), qc);
     EXPECT_EQ(Items(form->LstParts), QStringList{"robot_ref"});

@@ -241,9 +241,10 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
     services.QueueFolder(models.path());
+    services.QueueMsgBox(Answer::Ok); // the report names the folder a save writes
     form->MnuDateiOeffnen->trigger();
 
-    ASSERT_EQ(services.Prompts().size(), 3);
+    ASSERT_EQ(services.Prompts().size(), 4);
     EXPECT_EQ(services.Prompts()[1].Text, "IDS_MODELPATH: IDS_MSGBOX_CANTFINDPATH_PART1 "
                                           "\"c:\\gone\\robot\" IDS_MSGBOX_CANTFINDPATH_PART2");
     EXPECT_EQ(QcFile(), qc);
@@ -270,11 +271,12 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
     services.QueueFolder(models.path());
+    services.QueueMsgBox(Answer::Ok);
     form->MnuDateiOeffnen->trigger();
     EXPECT_EQ(form->WorkingFolder(), own);
     QDir::setCurrent(before);
     EXPECT_FALSE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
-    EXPECT_EQ(services.Prompts().size(), 6) << "the same questions, and no failure";
+    EXPECT_EQ(services.Prompts().size(), 8) << "the same questions, and no failure";
 }
 
 // A load that takes longer than half a second shows the busy cursor and a
@@ -336,7 +338,7 @@ TEST_F(DocumentCommandsTest, OpenBrokenOffByTheUserEndsInANewDocument) {
 
     // A missing part is picked as a file of the model folder ...
     const QByteArray goneRef = Head() + "$bodygroup body\r\n{\r\nstudio \"robot_gone\"\r\n}\r\n";
-    open(goneRef, {Answer::Ok}, {Pick(InModels("robot_head.smd"))});
+    open(goneRef, {Answer::Ok, Answer::Ok}, {Pick(InModels("robot_head.smd"))});
     const auto& question = services.Prompts()[3];
     EXPECT_TRUE(question.Text.startsWith("IDS_REFERENCEMODEL: "));
     EXPECT_TRUE(question.Text.contains("robot_gone.smd"));
@@ -347,8 +349,8 @@ TEST_F(DocumentCommandsTest, OpenBrokenOffByTheUserEndsInANewDocument) {
     EXPECT_EQ(Doc().BodyGroups[1].PartCount, 0);
     EXPECT_EQ(Doc().QcFile, "");
 
-    // What the reader cannot take is shown as a warning, and the load goes on.
-    open(Head() + "$attachment 9 \"Bone\" 1 2 3\r\n", {Answer::Ok});
+    // A line the compiler refuses is shown as a warning, and the load goes on.
+    open(Head() + "$Scale 2\r\n", {Answer::Ok});
     EXPECT_EQ(services.Prompts().last().Icon, Icon::Exclamation);
     EXPECT_EQ(QcFile(), qc);
 }

@@ -79,7 +79,7 @@ TEST_F(DocumentTextTest, GermanNamesRoundTripThroughTheScript) {
     form->MnuDateiSpeichernunter->trigger();
     const QByteArray script = test::ReadFile(InModels(QStringLiteral("R\u00fcstung.qc")));
     EXPECT_FALSE(script.contains("\xC3")) << script.toStdString();
-    for (const char* bytes : {"$body K\xF6rper \"robot_head\"", "$bodygroup H\xE4nde\r\n",
+    for (const char* bytes : {"$body \"K\xF6rper\" \"robot_head\"", "$bodygroup \"H\xE4nde\"\r\n",
                               "$sequence \"\xDC"
                               "bung\"",
                               "ACT_\xC4 1", "$modelname \"", "R\xFCstung.mdl\""}) {
@@ -92,8 +92,9 @@ TEST_F(DocumentTextTest, GermanNamesRoundTripThroughTheScript) {
     EXPECT_EQ(Items(form->CmbBodyGroup),
               (QStringList{"body", QStringLiteral("K\u00f6rper"), QStringLiteral("H\u00e4nde")}));
     EXPECT_EQ(Items(form->LstAnimations), QStringList{QStringLiteral("\u00dcbung")});
-    test::Click(form->LstAnimations, 0);
-    EXPECT_EQ(form->TxtAnimID->currentText(), QStringLiteral("ACT_\u00c4 1"));
+    // "ACT_\u00c4" is no activity the compiler knows: it reads it as a file,
+    // and so does the load, which keeps it as written.
+    EXPECT_EQ(Doc().Anims[0][0].ActivityId, "");
     services.VerifyAllUsed();
 }
 

@@ -21,16 +21,14 @@ protected:
 
 TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce) {
     OpenSampleModel();
-    WriteFile(InWork("old.bmp"), "BM");
     const QByteArray m = models.path().toUtf8();
-    QByteArray script = "// from a decompiler\r\n$cd \"" + work.path().toUtf8() + "\"\r\n$cd \"" +
-                        m + "\"\r\n$cdtexture \"" + work.path().toUtf8() + "\"\r\n$cdtexture \"" +
-                        m +
+    QByteArray script = "// from a decompiler\r\n$cd \"c:\\gone\"\r\n$cdtexture \"" + m +
                         "\"\r\n$cliptotextures\r\n$body body \"robot_ref\"\r\n"
                         "$sequence \"s0\" \"idle\" fps 29.97 node 3\r\n";
     for (int i = 1; i < 130; ++i) {
         script += "$sequence \"s" + QByteArray::number(i) + "\" \"idle\" fps 30\r\n";
     }
+    script += "$Scale 2\r\n";
     const QString qc = InModels("done.qc");
     WriteFile(qc, script);
     // An older copy is left alone; the next free name takes the original.
@@ -38,28 +36,29 @@ TEST_F(LoadReportTest, OneMessageAfterTheLoadAndTheFirstSaveKeepsTheOriginalOnce
 
     services.QueueOpen(Pick(qc));
     services.QueueMsgBox(Answer::Ok);
+    services.QueueFolder(models.path());
+    services.QueueMsgBox(Answer::Ok);
     form->MnuDateiOeffnen->trigger();
-    ASSERT_EQ(services.Prompts().size(), 2);
-    const auto& box = services.Prompts()[1];
-    EXPECT_EQ(box.Title, "What a save will change");
+    ASSERT_EQ(services.Prompts().size(), 4);
+    const auto& box = services.Prompts()[3];
+    EXPECT_EQ(box.Title, "What Quarle found in the script");
     EXPECT_EQ(box.Icon, Icon::Exclamation);
-    // What the forms cannot show is kept: only what a save really changes
-    // is named.
+    // What the forms cannot show is kept: the head names only what a save
+    // really changes, the rows what the user should know besides.
     EXPECT_EQ(box.Text,
-              "Quarle cannot keep everything in this script: 2 places will change the model "
-              "when the script is saved.\n\n"
-              "1 × A $cd or $cdtexture line is replaced by a later one\n"
-              "1 × A fraction in a whole-number field is rounded\n\n"
+              "A save of this script changes what the compiler reads in 1 place.\n\n"
+              "1 \u00d7 A folder or file was not where the script says: the save names the one "
+              "you chose\n"
+              "1 \u00d7 The model compiler refuses the script at this line and builds no model; "
+              "the line is kept as it stands\n\n"
               "The first places:\n"
-              "done.qc, line 2: $cd \"" +
-                  work.path() +
-                  "\"\n"
-                  "done.qc, line 8: $sequence \"s0\" \"idle\" fps 29.97 node 3\n\n"
-                  "The first save keeps the original script beside it as \"done.qc.orig2\".");
-    EXPECT_EQ(form->LstAnimations->count(), 130);
+              "done.qc, line 2: $cd \"c:\\gone\"\n"
+              "done.qc, line 136: $Scale 2\n\n"
+              "The first save keeps the original script beside it as \"done.qc.orig2\".");
+    EXPECT_EQ(form->LstAnimations->count(), 101) << "the forms hold 101; the others stay as written";
 
     form->MnuDateiSpeichern->trigger();
-    EXPECT_EQ(services.Prompts().size(), 2) << "a save asks nothing";
+    EXPECT_EQ(services.Prompts().size(), 4) << "a save asks nothing";
     EXPECT_EQ(ReadFile(qc + ".orig2"), script);
     EXPECT_EQ(ReadFile(qc + ".orig"), "older");
     EXPECT_TRUE(ReadFile(qc).contains("\r\n$cliptotextures\r\n"));
@@ -81,7 +80,6 @@ TEST_F(LoadReportTest, AFileWithoutADirectiveIsToldAndItsOriginalKept) {
         QByteArray Bytes;
         bool Kept;
     } files[] = {
-        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\0", 20), true},
         {"Dear Sir,\r\nplease find the model attached.\r\n", true},
         {"// a note, and no more\r\n", true},
         {"", false},
@@ -104,9 +102,39 @@ TEST_F(LoadReportTest, AFileWithoutADirectiveIsToldAndItsOriginalKept) {
 
         form->MnuDateiSpeichern->trigger();
         EXPECT_EQ(services.Prompts().size(), before + 2) << "a save asks nothing";
-        EXPECT_NE(ReadFile(qc), file.Bytes) << "the script is written";
+        EXPECT_EQ(ReadFile(qc), file.Bytes) << "the save keeps what it could not read";
         EXPECT_EQ(ReadFile(qc + ".orig"), file.Kept ? file.Bytes : QByteArray("<missing>"));
         QFile::remove(qc + ".orig");
+    }
+}
+
+// A binary or UTF-16 file opened by mistake is refused by what it looks
+// like: the window gets a new document, so a save asks for a name and the
+// file stays as it was.
+TEST_F(LoadReportTest, ABinaryOrUtf16FileIsRefusedAndNeverSavedOver) {
+    const struct {
+        QByteArray Bytes;
+        QString Text;
+    } files[] = {
+        {QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\0", 20), "holds NUL bytes"},
+        {QByteArray("\xFF\xFE$\0c\0d\0", 8), "is UTF-16 text"},
+    };
+    for (const auto& file : files) {
+        const QString qc = InModels("x.qc");
+        WriteFile(qc, file.Bytes);
+        services.QueueOpen(Pick(qc));
+        services.QueueMsgBox(Answer::Ok);
+        form->MnuDateiOeffnen->trigger();
+        const auto& box = services.Prompts().back();
+        EXPECT_EQ(box.Icon, Icon::Critical);
+        EXPECT_TRUE(box.Text.contains(file.Text)) << box.Text.toStdString();
+        EXPECT_TRUE(box.Text.contains(qc)) << box.Text.toStdString();
+        EXPECT_EQ(QcFile(), QString());
+
+        services.QueueSave(std::nullopt);
+        form->MnuDateiSpeichern->trigger();
+        EXPECT_EQ(ReadFile(qc), file.Bytes);
+        EXPECT_FALSE(QFileInfo::exists(qc + ".orig"));
     }
 }
 

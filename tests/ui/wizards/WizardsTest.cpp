@@ -247,7 +247,7 @@ TEST_F(Wizards, NewModelThenTwoAnimationsGiveTheScript) {
     const QString golden =
         "// QC-File for Half-Life Model: \"%1/robot.mdl\"\r\n"
         "// Createt with \"Quarle 0.8.4\"\r\n"
-        "// Written by Quarle 0.8.4; changes made by hand are lost on the next save\r\n"
+        "// Written by Quarle 0.8.4; lines it does not show are kept as they stand\r\n"
         "\r\n"
         "// Pathdata\r\n"
         "$modelname \"%1/robot.mdl\"\r\n"
