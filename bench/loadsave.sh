@@ -3,7 +3,9 @@
 # `cat` of the same bytes into a file in the same run. The script has 11
 # sequence groups of 101 sequences with 20 events each, and a few hundred
 # lines behind three nested includes. Prints the median of RUNS runs of each
-# and their ratio.
+# and their ratio. A save syncs the script to the disk before it replaces the
+# old one, which cat does not: `cat` followed by `sync` of the file and its
+# folder is timed as well, as the reference that does what a safe save does.
 #
 #   bench/loadsave.sh [path/to/quarle-qc] [RUNS]
 set -euo pipefail
@@ -80,23 +82,30 @@ median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 
 tool_times=()
 cat_times=()
+sync_times=()
 for _ in $(seq 1 "$runs"); do
     t0=$(now)
     "$tool" roundtrip "$work/big.qc" "$work/out.qc"
     t1=$(now)
     cat "${inputs[@]}" >"$work/cat.out"
     t2=$(now)
+    cat "${inputs[@]}" >"$work/synced.out"
+    sync "$work/synced.out" "$work"
+    t3=$(now)
     tool_times+=($((t1 - t0)))
     cat_times+=($((t2 - t1)))
+    sync_times+=($((t3 - t2)))
 done
 
 tool_ns=$(printf '%s\n' "${tool_times[@]}" | median)
 cat_ns=$(printf '%s\n' "${cat_times[@]}" | median)
+sync_ns=$(printf '%s\n' "${sync_times[@]}" | median)
 out_bytes=$(wc -c <"$work/out.qc")
 sequences=$(grep -c '^\$sequence "' "$work/out.qc")
 
 printf 'input: %d lines, %d bytes (4 files); output: %d bytes, %d sequences\n' \
     "$lines" "$bytes" "$out_bytes" "$sequences"
-awk -v runs="$runs" -v t="$tool_ns" -v c="$cat_ns" 'BEGIN {
+awk -v runs="$runs" -v t="$tool_ns" -v c="$cat_ns" -v s="$sync_ns" 'BEGIN {
     printf "median of %d runs: roundtrip %.2f ms, cat %.2f ms, ratio %.1f\n", runs, t / 1e6, c / 1e6, t / c
+    printf "cat and sync %.2f ms, ratio %.1f\n", s / 1e6, t / s
 }'
