@@ -6,7 +6,11 @@
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
 #include "ui/common/ActivityIds.h"
+#include "ui/mainwindow/AnimationsPage.h"
+#include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/mainwindow/ModelFolderList.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -136,9 +140,12 @@ FrmMain::FrmMain(AppState& state, platform::Services& services, platform::Settin
     BuildAssistant();
     BuildMenus();
     ConnectShell();
-    ConnectModelFilesPage();
-    ConnectAnimationsPage();
-    ConnectFileCommands();
+    folderList_ = std::make_unique<ModelFolderList>(FileList);
+    animations_ = std::make_unique<AnimationsPage>(state_, services_, *this, *folderList_, *this);
+    modelFiles_ = std::make_unique<ModelFilesPage>(state_, services_, *this, *folderList_,
+                                                   *animations_, *this);
+    commands_ = std::make_unique<DocumentCommands>(state_, services_, *this, WorkFolder,
+                                                   *folderList_, *modelFiles_, *animations_, *this);
     ConnectAssistant();
     ConnectDesktop();
     platform::SetWidthTwips(this, FormWidth);
@@ -164,6 +171,7 @@ void FrmMain::PlaceControls(int extraWidth, int extraHeight) {
                      ModelfilesHeight + extraHeight);
 }
 
+// The parts go before the controls they work on: members before the bases.
 FrmMain::~FrmMain() = default;
 
 void FrmMain::BuildControls() {
@@ -193,7 +201,7 @@ void FrmMain::BuildControls() {
 
     LblTexturepath = Control(new QLabel(QStringLiteral("Texturenpfad:"), FrmPaths),
                              QStringLiteral("LblTexturepath"));
-    // Both path fields take a typed folder (FrmMain::TxtPath_Commit).
+    // Both path fields take a typed folder (ModelFilesPage::TxtPath_Commit).
     TxtTexturepath = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtTexturepath"));
     TxtTexturepath->setToolTip(
         QStringLiteral("($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind"));
