@@ -41,18 +41,21 @@ std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::stri
     return NewDir(oldDir, extra);
 }
 
-std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra) {
+bool FrmMainReaderHost::AskToLookFor(const std::string& missing, const std::string& extra) {
     const auto& ids = state_.IdsTexts;
     const QString message = Q(extra) + QStringLiteral(": ") +
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Doc(oldDir) + QStringLiteral("\" ") +
+                            Doc(missing) + QStringLiteral("\" ") +
                             Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-    const platform::Answer answer =
-        services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
-                         Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
-    if (answer != platform::Answer::Ok) {
+    return services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL])) == platform::Answer::Ok;
+}
+
+std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra) {
+    if (!AskToLookFor(oldDir, extra)) {
         return "0";
     }
+    const auto& ids = state_.IdsTexts;
     const std::optional<QString> folder =
         PickFolder(services_, state_.Doc, Q(ids[IDS_OPEN]), QString());
     if (!folder) {
@@ -67,17 +70,10 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
                                             const std::string& modelPath) {
     Pause();
     // The same question as for a folder, but the pick is the part's own file.
-    const auto& ids = state_.IdsTexts;
-    const QString message = Q(extra) + QStringLiteral(": ") +
-                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Doc(missingFile) + QStringLiteral("\" ") +
-                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-    const platform::Answer answer =
-        services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
-                         Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
-    if (answer != platform::Answer::Ok) {
+    if (!AskToLookFor(missingFile, extra)) {
         return Refused;
     }
+    const auto& ids = state_.IdsTexts;
     const std::optional<std::string> startIn = paths::Resolve(modelPath);
     const std::optional<platform::FilePick> pick = services_.ShowOpen(
         Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Doc(*startIn) : QString());

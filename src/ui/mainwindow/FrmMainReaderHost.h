@@ -51,6 +51,9 @@ public:
     static constexpr qint64 BusyAfterMs = 500;
 
 private:
+    // The question whether to look for something missing (a folder, a
+    // part's file) that extra names; true on OK.
+    bool AskToLookFor(const std::string& missing, const std::string& extra);
     // A question or a message of the load: no busy cursor or progress
     // window over it, and the time it is open does not count.
     void Pause();
