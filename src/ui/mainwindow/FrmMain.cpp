@@ -10,6 +10,7 @@
 #include "platform/Twips.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
+#include "ui/mainwindow/AnimationsPage.h"
 #include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/ModelFilesPage.h"
 #include "ui/mainwindow/ModelFolderList.h"
@@ -43,6 +44,40 @@ QString Doc(const std::string& s) {
 }
 
 } // namespace
+
+// ---------------------------------------------------------------------------
+// The window and its parts
+
+FrmMain::FrmMain(AppState& state, platform::Services& services, platform::SettingsStore& settings,
+                 QWidget* parent)
+    : QMainWindow(parent), state_(state), services_(services), settings_(settings) {
+    setObjectName(QStringLiteral("FrmMain"));
+    setWindowTitle(QStringLiteral("Quarle"));
+    Build(*this);
+    ConnectShell();
+    folderList_ = std::make_unique<ModelFolderList>(FileList);
+    animations_ = std::make_unique<AnimationsPage>(state_, services_, *this, *folderList_, *this);
+    modelFiles_ = std::make_unique<ModelFilesPage>(state_, services_, *this, *folderList_,
+                                                   *animations_, *this);
+    commands_ = std::make_unique<DocumentCommands>(state_, services_, *this, WorkFolder,
+                                                   *folderList_, *modelFiles_, *animations_, *this);
+    ConnectAssistant();
+    ConnectDesktop();
+    platform::SetWidthTwips(this, DesignWidth);
+    platform::SetHeightTwips(this, DesignHeight);
+    // Larger, yes; smaller than designed, no.
+    setMinimumSize(platform::ToPixels(DesignWidth), platform::ToPixels(DesignHeight));
+}
+
+void FrmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    using platform::TwipsPerPixel;
+    PlaceControls(std::max(0, width() * TwipsPerPixel - DesignWidth),
+                  std::max(0, height() * TwipsPerPixel - DesignHeight));
+}
+
+// The parts go before the controls they work on: members before the bases.
+FrmMain::~FrmMain() = default;
 
 // ---------------------------------------------------------------------------
 // Start and stop

@@ -6,12 +6,12 @@
 // the dialogs and wizards of its menus and holds the assistant. The rest is
 // done by parts it owns, each with its own header, which work on the
 // controls and reach each other through references given at construction:
-//   FrmMain.cpp             start and stop, the language editor
-//   FrmMainControls.cpp     the control tree and the menu tree
+//   FrmMain.cpp             start and stop
 //   FrmMainDialogs.cpp      the dialogs and wizards opened from the menus
 //   FrmMainDesktop.cpp      drops on the window, the title's refresh, the session
 //   FrmMainAssistant.cpp    the mascot and its speech box
 //   FrmMainAccess.cpp       what the dialogs reach (MainWindowAccess)
+//   MainWindowControls      the control tree and the menu tree
 //   ModelFilesPage          the path fields, LstFiles, page "Modeldateien"
 //   AnimationsPage          page "Animationsdateien"
 //   DocumentCommands        new, open, save, compile, recent files, unsaved changes
@@ -187,12 +187,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void BuildControls();
-    // The top-level controls, at their designed places plus the room a
-    // larger window gives (in twips).
-    void PlaceControls(int extraWidth, int extraHeight);
-    void BuildMenus();
-    void BuildAssistant();
     void ConnectShell();
     void ConnectAssistant();
     void ConnectDesktop();

@@ -1,8 +1,10 @@
-// The controls of the main window, in the order they are registered. The
-// window builds them (FrmMainControls.cpp) and holds them; its parts (the two
-// pages, the document commands, the reader host) work on them through a
-// reference to this table, so that none of them needs the window's header.
-// Tests and the language files find the controls by these names.
+// The controls of the main window, in the order they are registered, and the
+// building of them as designed: German captions and tool tips (a language file
+// replaces them), initial states, and the places of the top-level controls in
+// twips. The window derives from this table; its parts (the two pages, the
+// document commands, the reader host) work on the controls through a
+// reference to it, so that none of them needs the window's header. Tests and
+// the language files find the controls by these names.
 #pragma once
 
 #include <QList>
@@ -16,6 +18,7 @@ class QFrame;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QMainWindow;
 class QListWidget;
 class QMenu;
 class QPlainTextEdit;
@@ -27,6 +30,16 @@ class QTimer;
 namespace quarle::ui {
 
 struct MainWindowControls {
+    // The window's designed size in twips; it may grow, not shrink.
+    static constexpr int DesignWidth = 7650;
+    static constexpr int DesignHeight = 6420;
+
+    // Builds every control and menu on window, which becomes their parent.
+    void Build(QMainWindow& window);
+    // The top-level controls, at their designed places plus the room a
+    // larger window gives (in twips).
+    void PlaceControls(int extraWidth, int extraHeight);
+
     QPushButton* CmdLocalise = nullptr;
     QPushButton* CmdModeleinst = nullptr;
     QPushButton* CmdCompile = nullptr;
@@ -119,6 +132,11 @@ struct MainWindowControls {
     std::array<QAction*, 4> MnuDateiLast() const {
         return {MnuDateiLast1, MnuDateiLast2, MnuDateiLast3, MnuDateiLast4};
     }
+
+private:
+    void BuildControls(QMainWindow& window);
+    void BuildAssistant(QMainWindow& window);
+    void BuildMenus(QMainWindow& window);
 };
 
 } // namespace quarle::ui
