@@ -37,7 +37,7 @@ void ShootCompile(FrmMain& form, const QString& folder, const QString& name) {
         shot = true;
         QTest::mouseClick(dialog->OKButton, Qt::LeftButton);
     });
-    form.CmdCompile_Click();
+    form.Commands().CmdCompile_Click();
     if (!shot) {
         Fail(QStringLiteral("no picture of %1").arg(name));
     }

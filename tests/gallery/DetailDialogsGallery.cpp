@@ -59,7 +59,7 @@ void DetailDialogsGallery(const QString& folder, const char* languageFile) {
                  .toUtf8());
     qc.close();
     form.WorkFolder = model.path(); // loadbuffer.dat goes there
-    form.OpenQcFile(script.toStdString());
+    form.Commands().OpenQcFile(script.toStdString());
     form.TabSmd->setCurrentIndex(1);
     form.LstAnimations->setCurrentRow(1);
 

@@ -6,7 +6,11 @@
 #include "AppState.h"
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
+#include "ui/mainwindow/AnimationsPage.h"
+#include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/mainwindow/ModelFolderList.h"
 
 #include <QString>
 #include <memory>

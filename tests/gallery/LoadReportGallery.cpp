@@ -31,7 +31,8 @@ void LoadReportGallery(const QString& folder, const char* languageFile) {
         }
     }
     window.Services.QueueMsgBox(quarle::platform::Answer::Ok);
-    form.OpenQcFile(QDir(models.path()).filePath(QStringLiteral("barney.qc")).toStdString());
+    form.Commands().OpenQcFile(
+        QDir(models.path()).filePath(QStringLiteral("barney.qc")).toStdString());
     const auto& prompts = window.Services.Prompts();
     if (prompts.size() != 1) {
         Fail(QStringLiteral("LoadReport: %1 prompts instead of one").arg(prompts.size()));

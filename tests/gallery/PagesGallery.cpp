@@ -61,7 +61,7 @@ void PagesGallery(const QString& folder, const char* languageFile) {
     SelectFiles(form.LstFiles, {"robot_ref"});
     form.CmdAdd->click();
     form.CmdNewGroup->click();
-    DlgName* name = form.OpenDlgName();
+    DlgName* name = form.ModelFiles().OpenDlgName();
     name->TxtName->setText(QStringLiteral("head"));
     Save(name, folder, QStringLiteral("DlgName"));
     name->CmdOK->click();
@@ -112,8 +112,8 @@ void PagesGallery(const QString& folder, const char* languageFile) {
             Fail(QStringLiteral("cannot copy %1").arg(move.To));
         }
     }
-    form.NewDocument();
-    form.SetModelFolder(tree.path()); // as the folder chooser sets it
+    form.Commands().NewDocument();
+    form.ModelFiles().SetModelFolder(tree.path()); // as the folder chooser sets it
     form.TabSmd->setCurrentIndex(0);
     SelectFiles(form.LstFiles, {"meshes/robot_ref"});
     form.CmdAdd->click();

@@ -52,7 +52,7 @@ void PreviewGallery(const QString& folder, const char* languageFile) {
         doc.Anims[0][s].Name = doc.Anims[0][s].SmdFile = anims[s];
     }
     form.Update();
-    form.TxtAnimNr_Change();
+    form.Animations().TxtAnimNr_Change();
     form.LstAnimations->setCurrentRow(0);
 
     form.MnuDateiPreview->trigger();
@@ -74,7 +74,7 @@ void PreviewGallery(const QString& folder, const char* languageFile) {
     // The robot fallen over at the end of its death, framed with F: centred
     // in its pose and filling most of the view.
     doc.Anims[0][3].Name = doc.Anims[0][3].SmdFile = "die_back";
-    form.TxtAnimNr_Change();
+    form.Animations().TxtAnimNr_Change();
     form.LstAnimations->setCurrentRow(3);
     preview->TmrTick_Timer();
     preview->SldFrame->setValue(preview->SldFrame->maximum());

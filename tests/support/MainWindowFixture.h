@@ -14,7 +14,11 @@
 #include "support/ScriptedServices.h"
 #include "support/TempSettings.h"
 #include "ui/compile/DlgCompile.h"
+#include "ui/mainwindow/AnimationsPage.h"
+#include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/mainwindow/ModelFolderList.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -121,7 +125,7 @@ protected:
         state->Doc.ModelPath = models.path().toStdString();
         form->Update();
         // As a load would leave it: no unsaved change to ask about.
-        form->MarkSaved();
+        form->Commands().MarkSaved();
         ASSERT_EQ(form->LstFiles->count(), 3);
     }
 

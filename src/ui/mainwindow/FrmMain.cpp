@@ -1,6 +1,4 @@
-// Start and stop of the program, the refresh of the window from the
-// document, the folder question of the script reader, the new document, the
-// recent files and the two path fields.
+// Start and stop of the program, and what the window hands on to its parts.
 #include "ui/mainwindow/FrmMain.h"
 
 #include "document/InputFile.h"
@@ -12,6 +10,10 @@
 #include "platform/Twips.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
+#include "ui/mainwindow/AnimationsPage.h"
+#include "ui/mainwindow/DocumentCommands.h"
+#include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/mainwindow/ModelFolderList.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
@@ -44,6 +46,40 @@ QString Doc(const std::string& s) {
 } // namespace
 
 // ---------------------------------------------------------------------------
+// The window and its parts
+
+FrmMain::FrmMain(AppState& state, platform::Services& services, platform::SettingsStore& settings,
+                 QWidget* parent)
+    : QMainWindow(parent), state_(state), services_(services), settings_(settings) {
+    setObjectName(QStringLiteral("FrmMain"));
+    setWindowTitle(QStringLiteral("Quarle"));
+    Build(*this);
+    ConnectShell();
+    folderList_ = std::make_unique<ModelFolderList>(FileList);
+    animations_ = std::make_unique<AnimationsPage>(state_, services_, *this, *folderList_, *this);
+    modelFiles_ = std::make_unique<ModelFilesPage>(state_, services_, *this, *folderList_,
+                                                   *animations_, *this);
+    commands_ = std::make_unique<DocumentCommands>(state_, services_, *this, WorkFolder,
+                                                   *folderList_, *modelFiles_, *animations_, *this);
+    ConnectAssistant();
+    ConnectDesktop();
+    platform::SetWidthTwips(this, DesignWidth);
+    platform::SetHeightTwips(this, DesignHeight);
+    // Larger, yes; smaller than designed, no.
+    setMinimumSize(platform::ToPixels(DesignWidth), platform::ToPixels(DesignHeight));
+}
+
+void FrmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    using platform::TwipsPerPixel;
+    PlaceControls(std::max(0, width() * TwipsPerPixel - DesignWidth),
+                  std::max(0, height() * TwipsPerPixel - DesignHeight));
+}
+
+// The parts go before the controls they work on: members before the bases.
+FrmMain::~FrmMain() = default;
+
+// ---------------------------------------------------------------------------
 // Start and stop
 
 void FrmMain::Form_Load() {
@@ -70,23 +106,23 @@ void FrmMain::Form_Load() {
         MnuDateiView->setEnabled(true);
     }
     ReadRecentFiles(settings_, tools);
-    ShowRecentFiles();
+    commands_->ShowRecentFiles();
 
     platform::SetWidthTwips(this, 7650);
     platform::SetWidthTwips(FrmModelfiles, 7215);
     platform::SetHeightTwips(this, 6420);
     platform::SetHeightTwips(FrmModelfiles, 4575);
 
-    NewDocument();
+    commands_->NewDocument();
 
     FillIdsNames(state_.IdsNames);
     ApplyLanguage(state_, services_, this);
     if (state_.LocalisationMode) {
         CmdLocalise->setVisible(true);
     }
-    MarkSaved();
+    commands_->MarkSaved();
 
-    RemoveLeftovers();
+    commands_->RemoveLeftovers();
 
     // Settings that cannot be kept are said at once, not lost at the end.
     if (const std::error_code error = settings_.WriteError()) {
@@ -110,19 +146,6 @@ void FrmMain::Form_Load() {
     }
 }
 
-void FrmMain::RemoveLeftovers() {
-    // A run that was killed may have left a save's temporary file beside a
-    // script it worked on, and the working file of a load.
-    for (const std::string& file : state_.Settings.RecentFiles) {
-        if (file != EmptyRecentFile && !file.empty()) {
-            RemoveWriteLeftovers(paths::ToFsPath(file));
-        }
-    }
-    if (WorkFolder.isEmpty()) {
-        QFile::remove(QDir(LoadWorkFolder()).filePath(QLatin1String(WorkFileName)));
-    }
-}
-
 void FrmMain::Form_Unload() {
     if (stopped_) {
         return;
@@ -139,7 +162,7 @@ void FrmMain::Form_Unload() {
 
 void FrmMain::closeEvent(QCloseEvent* event) {
     // Unsaved changes are saved or let go first; Cancel keeps the program.
-    if (!stopped_ && !SaveChangesFirst()) {
+    if (!stopped_ && !commands_->SaveChangesFirst()) {
         event->ignore();
         return;
     }
@@ -155,241 +178,33 @@ void FrmMain::MnuDateiBeenden_Click() {
     close();
 }
 
+QString FrmMain::IdsText(int key) const {
+    return Text(state_.IdsTexts[static_cast<std::size_t>(key)]);
+}
+
 // ---------------------------------------------------------------------------
-// Document
+// The parts
 
-void FrmMain::MnuDateiNeu_Click() {
-    if (SaveChangesFirst()) {
-        NewDocument();
-    }
-}
-
-void FrmMain::NewDocument() {
-    LstAnimations->clear();
-    InitVars();
-    MarkSaved();
-}
-
-void FrmMain::InitVars() {
-    quarle::InitVars(state_.Doc);
-    LstParts->clear();
-    Update();
+FrmMainReaderHost& FrmMain::ScriptReaderHost() {
+    return commands_->ScriptReaderHost();
 }
 
 void FrmMain::Update() {
-    const Document& doc = state_.Doc;
-    TxtTexturepath->setText(Doc(doc.TexturePath));
-    // A real change of the text runs TxtModelpath_Change before we go on.
-    TxtModelpath->setText(Doc(doc.ModelPath));
-
-    {
-        const QSignalBlocker blockParts(LstParts);
-        const QSignalBlocker blockGroups(CmbBodyGroup);
-        LstParts->clear();
-        CmbBodyGroup->clear();
-        const int count = std::min<int>(doc.BodyGroupCount, limits::LastBodyGroup);
-        for (int g = 1; g <= count; ++g) {
-            CmbBodyGroup->addItem(Doc(doc.BodyGroups[static_cast<std::size_t>(g)].Name));
-        }
-        CmbBodyGroup->setCurrentIndex(-1);
-    }
-    // Selecting the first group shows its parts. Without a group there is
-    // nothing to select.
-    if (CmbBodyGroup->count() > 0) {
-        CmbBodyGroup->setCurrentIndex(0);
-    }
+    modelFiles_->Update();
 }
 
-std::string FrmMain::NewDir(const std::string& oldDir, const std::string& extra) {
-    const auto& ids = state_.IdsTexts;
-    const QString message = Text(extra) + QStringLiteral(": ") +
-                            Text(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Doc(oldDir) + QStringLiteral("\" ") +
-                            Text(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-    const platform::Answer answer =
-        services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
-                         Text(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
-    if (answer != platform::Answer::Ok) {
-        return "0";
-    }
-    const std::optional<QString> folder = PickFolder(Text(ids[IDS_OPEN]), QString());
-    if (!folder) {
-        return "0";
-    }
-    // A folder the script's text cannot name is refused like a cancel.
-    return TypedText(state_, services_, *folder).value_or("0");
+void FrmMain::OpenGivenScript(const QString& path) {
+    commands_->OpenGivenScript(path);
 }
 
-// ---------------------------------------------------------------------------
-// Recent files
-
-void FrmMain::PushRecentFile() {
-    auto& recent = state_.Settings.RecentFiles;
-    const std::string& file = state_.Doc.QcFile;
-    if (std::find(recent.begin(), recent.end(), file) != recent.end()) {
-        return;
-    }
-    std::move_backward(recent.begin(), recent.end() - 1, recent.end());
-    recent[0] = file;
-    ShowRecentFiles();
-}
-
-void FrmMain::ShowRecentFiles() {
-    const auto entries = MnuDateiLast();
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i]->setText(Doc(state_.Settings.RecentFiles[i]));
-    }
-}
-
-// ---------------------------------------------------------------------------
-// Paths
-
-std::optional<QString> FrmMain::PickFolder(const QString& title, const QString& current) {
-    // The chooser opens at the folder in use, else near the script.
-    const QString start =
-        !current.isEmpty() && QFileInfo(current).isDir() ? current : DialogFolder();
-    const std::optional<QString> folder = services_.ShowFolder(title, start);
-    if (!folder || folder->isEmpty()) {
-        return std::nullopt;
-    }
-    return folder;
-}
-
-void FrmMain::CmdBrowseTexture_Click() {
-    if (const std::optional<QString> folder =
-            PickFolder(Text(state_.IdsTexts[IDS_TEXTUREPATH]), TxtTexturepath->text())) {
-        SetTextureFolder(*folder);
-    }
-}
-
-void FrmMain::CmdBrowseModel_Click() {
-    if (const std::optional<QString> folder =
-            PickFolder(Text(state_.IdsTexts[IDS_MODELFILEPATH]), TxtModelpath->text())) {
-        SetModelFolder(*folder);
-    }
-}
-
-bool FrmMain::SetTextureFolder(const QString& folder) {
-    const std::optional<std::string> path = TypedText(state_, services_, folder);
-    if (!path) {
-        return false;
-    }
-    state_.Doc.TexturePath = *path;
-    TxtTexturepath->setText(folder);
-    ShowTextureFolderNote();
-    return true;
-}
-
-bool FrmMain::SetModelFolder(const QString& folder) {
-    const std::optional<std::string> path = TypedText(state_, services_, folder);
-    if (!path) {
-        return false;
-    }
-    state_.Doc.ModelPath = *path;
-    TxtModelpath->setText(folder);
-    // The same folder again leaves the text as it was; the frame and the
-    // file list follow the choice all the same.
-    if (!TxtModelpath->text().isEmpty()) {
-        SetModelFolderKnown(true);
-        SetFileListPath(TxtModelpath->text());
-        RefillLstFiles();
-    } else {
-        SetModelFolderKnown(false);
-    }
-    return true;
-}
-
-void FrmMain::TxtPath_Commit(QLineEdit* field) {
-    if (!field->isModified()) {
-        return;
-    }
-    const QString typed = field->text().trimmed();
-    const QFileInfo info(typed);
-    if (!typed.isEmpty() && info.isDir()) {
-        QString folder = QDir::toNativeSeparators(QDir::cleanPath(info.absoluteFilePath()));
-        if (folder.size() > 1 &&
-            (folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))) {
-            folder.chop(1);
-        }
-        field->setModified(false);
-        if (field == TxtTexturepath ? SetTextureFolder(folder) : SetModelFolder(folder)) {
-            return;
-        }
-    }
-    // Not a folder (or one the script cannot name): the field shows the
-    // folder in use again.
-    QApplication::beep();
-    field->setText(Doc(field == TxtTexturepath ? state_.Doc.TexturePath : state_.Doc.ModelPath));
-    field->setModified(false);
-}
-
-void FrmMain::ShowTextureFolderNote() {
-    // A folder without bitmaps can be chosen (they may come later); the
-    // field says that it holds none yet.
-    const std::string& folder = state_.Doc.TexturePath;
-    const bool empty =
-        !folder.empty() && paths::FolderExists(folder) && paths::ListFiles(folder, ".bmp").empty();
-    if (TxtTexturepathNote == nullptr) {
-        TxtTexturepathNote = new QAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
-                                         QString(), TxtTexturepath);
-        TxtTexturepath->addAction(TxtTexturepathNote, QLineEdit::TrailingPosition);
-    }
-    TxtTexturepathNote->setToolTip(
-        MessageText(state_, MSG_TEXTURE_FOLDER_EMPTY, {TxtTexturepath->text()}));
-    TxtTexturepathNote->setVisible(empty);
-}
-
-void FrmMain::TxtModelpath_Change() {
-    // A folder being typed counts once it is committed (TxtPath_Commit).
-    if (TxtModelpath->isModified()) {
-        return;
-    }
-    const QString folder = TxtModelpath->text();
-    if (folder.isEmpty()) {
-        // The files of the old folder stay listed.
-        SetModelFolderKnown(false);
-        return;
-    }
-    SetModelFolderKnown(true);
-    SetFileListPath(folder);
-    RefillLstFiles();
-}
-
-void FrmMain::TxtModelpath_KeyPress(int keyAscii) {
-    // A folder being typed is taken by TxtPath_Commit right after.
-    if (keyAscii == 13 && !TxtModelpath->isModified() && !TxtModelpath->text().isEmpty()) {
-        SetFileListPath(TxtModelpath->text());
-    }
-}
-
-void FrmMain::SetModelFolderKnown(bool known) {
-    FrmModelfiles->setEnabled(known);
-    MnuWizardsAnimWiz->setEnabled(known);
-}
-
-// ---------------------------------------------------------------------------
-// The hidden file list
-
-bool FrmMain::SetFileListPath(const QString& folder) {
-    if (folder.isEmpty() || !QDir(folder).exists()) {
-        return false;
-    }
-    fileListPath_ = folder;
-    FileListRefresh();
-    return true;
-}
-
-void FrmMain::FileListRefresh() {
-    FileList->clear();
-    if (fileListPath_.isEmpty()) {
-        return;
-    }
-    // Scripts and models come from Windows, where "*.smd" matches any case.
-    // Files in subfolders are listed by their names below the folder
-    // ("meshes/body.smd"), as scripts name them.
-    for (const std::string& name :
-         paths::ListFilesBelow(platform::ToCp1252Marked(fileListPath_), ".smd")) {
-        FileList->addItem(Doc(name));
+void FrmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    // Back in the window, perhaps from the file manager: the list shows
+    // what the folder holds now. Unchanged files are not read again.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() &&
+        FrmModelfiles->isEnabled() && !folderList_->FileListPath().isEmpty()) {
+        folderList_->FileListRefresh();
+        modelFiles_->RefillLstFiles();
     }
 }
 
@@ -397,15 +212,6 @@ void FrmMain::FileListRefresh() {
 // Wiring of the controls handled here
 
 void FrmMain::ConnectShell() {
-    connect(CmdBrowseTexture, &QPushButton::clicked, this, &FrmMain::CmdBrowseTexture_Click);
-    connect(CmdBrowseModel, &QPushButton::clicked, this, &FrmMain::CmdBrowseModel_Click);
-    connect(TxtModelpath, &QLineEdit::textChanged, this, &FrmMain::TxtModelpath_Change);
-    connect(TxtModelpath, &QLineEdit::returnPressed, this, [this] { TxtModelpath_KeyPress(13); });
-    connect(TxtModelpath, &QLineEdit::editingFinished, this,
-            [this] { TxtPath_Commit(TxtModelpath); });
-    connect(TxtTexturepath, &QLineEdit::editingFinished, this,
-            [this] { TxtPath_Commit(TxtTexturepath); });
-    connect(MnuDateiNeu, &QAction::triggered, this, &FrmMain::MnuDateiNeu_Click);
     connect(MnuDateiBeenden, &QAction::triggered, this, &FrmMain::MnuDateiBeenden_Click);
     connect(CmdModeleinst, &QPushButton::clicked, this, &FrmMain::CmdModeleinst_Click);
     connect(MnuEinstModel, &QAction::triggered, this, &FrmMain::MnuEinstModel_Click);
@@ -414,6 +220,8 @@ void FrmMain::ConnectShell() {
     connect(MnuWizardsAnimWiz, &QAction::triggered, this, &FrmMain::MnuWizardsAnimWiz_Click);
     connect(MnuHilfeUeber, &QAction::triggered, this, &FrmMain::MnuHilfeUeber_Click);
     connect(CmdLocalise, &QPushButton::clicked, this, &FrmMain::CmdLocalise_Click);
+    connect(MnuDateiPreview, &QAction::triggered, this, &FrmMain::MnuDateiPreview_Click);
+    connect(MnuDateiOpenCompiled, &QAction::triggered, this, &FrmMain::MnuDateiOpenCompiled_Click);
 }
 
 } // namespace quarle::ui

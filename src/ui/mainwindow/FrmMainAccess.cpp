@@ -1,45 +1,51 @@
 // What the dialogs, the wizards, the preview and the settings reach of the
-// window through MainWindowAccess, beyond the pages' own operations.
+// window through MainWindowAccess: the pages answer for their lists, the
+// window for its own controls.
 #include "ui/localisation/ApplyLanguage.h"
+#include "ui/mainwindow/AnimationsPage.h"
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/ModelFilesPage.h"
 
 #include <QAction>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QTabWidget>
 
 namespace quarle::ui {
 
+std::optional<int> FrmMain::AnimGroup() const {
+    return animations_->AnimGroup();
+}
+
+AnimRec* FrmMain::CurrentAnim() {
+    return animations_->CurrentAnim();
+}
+
 int FrmMain::AnimationRowCount() const {
-    return LstAnimations->count();
+    return animations_->AnimationRowCount();
 }
 
 void FrmMain::AppendAnimationRow(const QString& name) {
-    // The new entry is not selected.
-    const QSignalBlocker block(LstAnimations);
-    LstAnimations->addItem(name);
+    animations_->AppendAnimationRow(name);
+}
+
+std::optional<std::pair<int, int>> FrmMain::PreviewAnimation() const {
+    return animations_->PreviewAnimation();
 }
 
 QStringList FrmMain::ModelFileNames() const {
-    QStringList names;
-    for (int i = 0; i < LstFiles->count(); ++i) {
-        names.append(LstFiles->item(i)->text());
-    }
-    return names;
+    return modelFiles_->ModelFileNames();
 }
 
 void FrmMain::AppendPartRow(const QString& name) {
-    LstParts->addItem(name);
+    modelFiles_->AppendPartRow(name);
 }
 
 void FrmMain::ShowPaths(const QString& texturePath, const QString& modelPath) {
-    TxtTexturepath->setText(texturePath);
-    // The change of the box opens the model files and the animation wizard
-    // and lists the folder's files.
-    TxtModelpath->setText(modelPath);
-    SetFileListPath(modelPath);
+    modelFiles_->ShowPaths(texturePath, modelPath);
+}
+
+std::vector<int> FrmMain::PreviewParts() const {
+    return modelFiles_->PreviewParts();
 }
 
 void FrmMain::ShowLanguage() {

@@ -1,20 +1,9 @@
-// The main window on the desktop: whether the document differs from what was
-// last loaded or saved, the question before such changes would be lost, the
-// title bar that names the script, scripts dropped on the window or named on
-// the command line, and the end of the desktop session.
-//
-// The forms write into the document directly and tell nobody, so a change is
-// found by comparison: the document is rendered as the writer would save it
-// and compared with the rendering of the last load, save or new document.
-// Only what a save would write counts; a selection or a page shown does not.
-// The rendering takes a few milliseconds even on the largest scripts, and it
-// runs only when asked (the questions) and shortly after the user's input
-// (the title bar), never on a timer of its own.
-#include "document/Paths.h"
-#include "document/QcWriter.h"
-#include "platform/Cp1252Text.h"
+// The main window on the desktop: scripts dropped on the window, the title
+// bar's refresh shortly after the user's input, and the end of the desktop
+// session. What the title says and the question about unsaved changes are
+// the document commands'.
 #include "platform/Reflection.h"
-#include "ui/localisation/Messages.h"
+#include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/FrmMain.h"
 
 #include <QApplication>
@@ -24,7 +13,6 @@
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
-#include <sstream>
 
 #ifndef QT_NO_SESSIONMANAGER
 #include <QSessionManager>
@@ -32,12 +20,6 @@
 
 namespace quarle::ui {
 namespace {
-
-std::string Rendered(const Document& doc) {
-    std::ostringstream out;
-    WriteQcScript(doc, out, '.');
-    return std::move(out).str();
-}
 
 // The one local script of a drag, or nothing: several files, a folder, a
 // file of another kind or a remote address are refused.
@@ -70,87 +52,16 @@ void FrmMain::ConnectDesktop() {
     titleCheck_ = new QTimer(this);
     titleCheck_->setSingleShot(true);
     titleCheck_->setInterval(150);
-    connect(titleCheck_, &QTimer::timeout, this, &FrmMain::ShowTitle);
+    connect(titleCheck_, &QTimer::timeout, commands_.get(), &DocumentCommands::ShowTitle);
     qApp->installEventFilter(this);
-    MarkSaved();
+    commands_->MarkSaved();
 #ifndef QT_NO_SESSIONMANAGER
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
-        if (!SessionEnding(manager.allowsInteraction())) {
+        if (!commands_->SessionEnding(manager.allowsInteraction())) {
             manager.cancel();
         }
     });
 #endif
-}
-
-// ---------------------------------------------------------------------------
-// Changes and the question
-
-void FrmMain::MarkSaved() {
-    savedText_ = Rendered(state_.Doc);
-    ShowTitle();
-}
-
-bool FrmMain::DocumentChanged() const {
-    return Rendered(state_.Doc) != savedText_;
-}
-
-QString FrmMain::ScriptTitle() const {
-    const std::string& file = state_.Doc.QcFile;
-    return file.empty() ? MessageText(state_, MSG_UNTITLED)
-                        : platform::FromCp1252(paths::FileNameOf(file));
-}
-
-void FrmMain::ShowTitle() {
-    const QString title = ScriptTitle() + (DocumentChanged() ? QStringLiteral("*") : QString()) +
-                          QStringLiteral(" \u2014 ") +
-                          property(platform::CaptionProperty).toString();
-    if (windowTitle() != title) {
-        setWindowTitle(title);
-    }
-}
-
-bool FrmMain::SaveChangesFirst() {
-    if (!DocumentChanged()) {
-        return true;
-    }
-    const platform::Answer answer = services_.MsgBox(
-        MessageText(state_, MSG_UNSAVED_CHANGES, {ScriptTitle()}), platform::Buttons::YesNoCancel,
-        platform::Icon::Exclamation, property(platform::CaptionProperty).toString());
-    switch (answer) {
-    case platform::Answer::Yes:
-        // A cancelled save dialog or a failed write keeps the document.
-        return SaveQcFile();
-    case platform::Answer::No:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool FrmMain::SessionEnding(bool mayAsk) {
-    if (mayAsk && !SaveChangesFirst()) {
-        return false;
-    }
-    // The process may end without a close of the window: the settings are
-    // written now.
-    WriteSettingsNow();
-    return true;
-}
-
-// ---------------------------------------------------------------------------
-// Scripts from the desktop
-
-void FrmMain::OpenGivenScript(const QString& path) {
-    const QString full = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
-    if (const std::optional<std::string> typed = TypedText(state_, services_, full)) {
-        OpenQcFile(*typed);
-    }
-}
-
-void FrmMain::OpenDroppedScript(const QString& path) {
-    if (SaveChangesFirst()) {
-        OpenGivenScript(path);
-    }
 }
 
 bool FrmMain::TakeDrag(QDropEvent* event) {
@@ -167,7 +78,7 @@ bool FrmMain::TakeDrag(QDropEvent* event) {
     if (event->type() == QEvent::Drop) {
         // The file manager waits for the drop to end; the questions of the
         // open come after.
-        QTimer::singleShot(0, this, [this, path = *script] { OpenDroppedScript(path); });
+        QTimer::singleShot(0, this, [this, path = *script] { commands_->OpenDroppedScript(path); });
     }
     return true;
 }
@@ -203,8 +114,9 @@ bool FrmMain::event(QEvent* event) {
     // The language's caption (through reflection) is shown behind the name.
     if (event->type() == QEvent::DynamicPropertyChange &&
         static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() ==
-            platform::CaptionProperty) {
-        ShowTitle();
+            platform::CaptionProperty &&
+        commands_ != nullptr) {
+        commands_->ShowTitle();
     }
     return QMainWindow::event(event);
 }

@@ -8,6 +8,7 @@
 #include "ui/localisation/DlgSettings.h"
 #include "ui/localisation/Messages.h"
 #include "ui/localisation/frmAbout.h"
+#include "ui/mainwindow/DocumentCommands.h"
 #include "ui/mainwindow/FrmMain.h"
 #include "ui/preview/FrmCompiledModel.h"
 #include "ui/preview/FrmPreview.h"
@@ -46,7 +47,7 @@ void FrmMain::MnuEinstAllg_Click() {
 
 void FrmMain::MnuWizardsGrWiz_Click() {
     // The wizard sets up a new model over what is open.
-    if (!SaveChangesFirst()) {
+    if (!commands_->SaveChangesFirst()) {
         return;
     }
     WizardChain chain(this, [this](LocalisedDialog& page) {
@@ -138,31 +139,6 @@ void FrmMain::ShowCompiledModel(const std::string& path) {
 
 FrmCompiledModel* FrmMain::OpenFrmCompiledModel() const {
     return compiledModel_;
-}
-
-std::optional<std::pair<int, int>> FrmMain::PreviewAnimation() const {
-    const std::optional<int> g = AnimGroup();
-    if (!g) {
-        return std::nullopt;
-    }
-    const int row = LstAnimations->currentRow();
-    if (row >= 0 && row <= limits::LastAnimSlot && LstAnimations->item(row)->isSelected()) {
-        return std::pair{*g, row};
-    }
-    if (LstAnimations->count() > 0) {
-        return std::pair{*g, 0};
-    }
-    return std::nullopt;
-}
-
-std::vector<int> FrmMain::PreviewParts() const {
-    std::vector<int> parts(state_.Doc.BodyGroupCount, 0);
-    const std::optional<int> k = SelectedBodyGroup();
-    const int row = LstParts->currentRow();
-    if (k && std::size_t(*k) < parts.size() && row >= 0 && LstParts->item(row)->isSelected()) {
-        parts[std::size_t(*k)] = row;
-    }
-    return parts;
 }
 
 void FrmMain::Localise(QWidget* obj) {

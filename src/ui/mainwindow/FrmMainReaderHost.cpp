@@ -5,7 +5,11 @@
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/AnimationsPage.h"
+#include "ui/mainwindow/DialogFolder.h"
+#include "ui/mainwindow/DocumentCommands.h"
+#include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/mainwindow/ModelFolderList.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -28,13 +32,37 @@ QString Doc(const std::string& s) {
 } // namespace
 
 std::string FrmMainReaderHost::Text(Ids key) {
-    return form_.state_.IdsTexts[static_cast<std::size_t>(key)];
+    return state_.IdsTexts[static_cast<std::size_t>(key)];
 }
 
 std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra,
                                       FolderQuestion /*what*/) {
     Pause();
-    return form_.NewDir(oldDir, extra);
+    return NewDir(oldDir, extra);
+}
+
+bool FrmMainReaderHost::AskToLookFor(const std::string& missing, const std::string& extra) {
+    const auto& ids = state_.IdsTexts;
+    const QString message = Q(extra) + QStringLiteral(": ") +
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
+                            Doc(missing) + QStringLiteral("\" ") +
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
+    return services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
+                            Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL])) == platform::Answer::Ok;
+}
+
+std::string FrmMainReaderHost::NewDir(const std::string& oldDir, const std::string& extra) {
+    if (!AskToLookFor(oldDir, extra)) {
+        return "0";
+    }
+    const auto& ids = state_.IdsTexts;
+    const std::optional<QString> folder =
+        PickFolder(services_, state_.Doc, Q(ids[IDS_OPEN]), QString());
+    if (!folder) {
+        return "0";
+    }
+    // A folder the script's text cannot name is refused like a cancel.
+    return TypedText(state_, services_, *folder).value_or("0");
 }
 
 std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
@@ -42,33 +70,26 @@ std::string FrmMainReaderHost::PickPartFile(const std::string& missingFile,
                                             const std::string& modelPath) {
     Pause();
     // The same question as for a folder, but the pick is the part's own file.
-    const auto& ids = form_.state_.IdsTexts;
-    const QString message = Q(extra) + QStringLiteral(": ") +
-                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART1]) + QStringLiteral(" \"") +
-                            Doc(missingFile) + QStringLiteral("\" ") +
-                            Q(ids[IDS_MSGBOX_CANTFINDPATH_PART2]);
-    const platform::Answer answer =
-        form_.services_.MsgBox(message, platform::Buttons::OkCancel, platform::Icon::Question,
-                               Q(ids[IDS_MSGBOX_CANTFINDPATH_TITEL]));
-    if (answer != platform::Answer::Ok) {
+    if (!AskToLookFor(missingFile, extra)) {
         return Refused;
     }
+    const auto& ids = state_.IdsTexts;
     const std::optional<std::string> startIn = paths::Resolve(modelPath);
-    const std::optional<platform::FilePick> pick = form_.services_.ShowOpen(
+    const std::optional<platform::FilePick> pick = services_.ShowOpen(
         Q(ids[IDS_OPEN]), QStringLiteral("Model|*.smd"), startIn ? Doc(*startIn) : QString());
     if (!pick || pick->FileName.isEmpty()) {
         return Refused;
     }
     // A file the script's text cannot name is refused like a cancel.
-    return TypedText(form_.state_, form_.services_, pick->FileName).value_or(Refused);
+    return TypedText(state_, services_, pick->FileName).value_or(Refused);
 }
 
 void FrmMainReaderHost::NewDocument() {
-    form_.NewDocument();
+    commands_.NewDocument();
 }
 
 void FrmMainReaderHost::AddAnimation(const std::string& name) {
-    form_.LstAnimations->addItem(Doc(name));
+    c_.LstAnimations->addItem(Doc(name));
 }
 
 void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
@@ -76,36 +97,36 @@ void FrmMainReaderHost::Problem(ReadProblem kind, const std::string& detail) {
     const bool loadEnds = kind == ReadProblem::ScriptUnreadable ||
                           kind == ReadProblem::WorkFileUnwritable ||
                           kind == ReadProblem::BinaryFile || kind == ReadProblem::Utf16Text;
-    form_.services_.MsgBox(Q(DescribeProblem(kind, Cp1252ToUtf8(detail), form_.state_.MsgTexts)),
-                           platform::Buttons::Ok,
-                           loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,
-                           Q(form_.state_.IdsTexts[IDS_ERROR]));
+    services_.MsgBox(Q(DescribeProblem(kind, Cp1252ToUtf8(detail), state_.MsgTexts)),
+                     platform::Buttons::Ok,
+                     loadEnds ? platform::Icon::Critical : platform::Icon::Exclamation,
+                     Q(state_.IdsTexts[IDS_ERROR]));
 }
 
 void FrmMainReaderHost::FileProblem(ReadProblem kind, const OpenProblem& problem) {
     Pause();
     // The file and why it is not read, in the active language.
-    form_.services_.MsgBox(Q(DescribeProblem(kind, {}, form_.state_.MsgTexts)) +
-                               QStringLiteral("\n\n") + OpenProblemText(form_.state_, problem),
-                           platform::Buttons::Ok,
-                           kind == ReadProblem::ScriptUnreadable ? platform::Icon::Critical
-                                                                 : platform::Icon::Exclamation,
-                           Q(form_.state_.IdsTexts[IDS_ERROR]));
+    services_.MsgBox(Q(DescribeProblem(kind, {}, state_.MsgTexts)) + QStringLiteral("\n\n") +
+                         OpenProblemText(state_, problem),
+                     platform::Buttons::Ok,
+                     kind == ReadProblem::ScriptUnreadable ? platform::Icon::Critical
+                                                           : platform::Icon::Exclamation,
+                     Q(state_.IdsTexts[IDS_ERROR]));
 }
 
 void FrmMainReaderHost::BeginLoad(const std::string& script) {
     script_ = script;
     busy_ = false;
-    started_ = form_.services_.Milliseconds();
+    started_ = services_.Milliseconds();
 }
 
 void FrmMainReaderHost::Pause() {
     if (busy_) {
-        form_.services_.EndProgress();
-        form_.services_.SetBusyCursor(false);
+        services_.EndProgress();
+        services_.SetBusyCursor(false);
         busy_ = false;
     }
-    started_ = form_.services_.Milliseconds();
+    started_ = services_.Milliseconds();
 }
 
 void FrmMainReaderHost::EndLoad() {
@@ -113,7 +134,7 @@ void FrmMainReaderHost::EndLoad() {
 }
 
 bool FrmMainReaderHost::Progress(std::size_t done, std::size_t total) {
-    platform::Services& services = form_.services_;
+    platform::Services& services = services_;
     if (!busy_) {
         if (services.Milliseconds() - started_ <= BusyAfterMs) {
             return true;
@@ -121,7 +142,7 @@ bool FrmMainReaderHost::Progress(std::size_t done, std::size_t total) {
         busy_ = true;
         services.SetBusyCursor(true);
     }
-    const auto& texts = form_.state_.MsgTexts;
+    const auto& texts = state_.MsgTexts;
     return services.ShowProgress(
         Q(texts[MSG_LOAD_PROGRESS_TITLE]),
         Q(FormatMessage(texts[MSG_LOAD_PROGRESS], {Cp1252ToUtf8(paths::FileNameOf(script_))})),
@@ -130,29 +151,29 @@ bool FrmMainReaderHost::Progress(std::size_t done, std::size_t total) {
 
 void FrmMainReaderHost::LoadFinished() {
     Pause();
-    form_.FrmModelfiles->setEnabled(true);
+    c_.FrmModelfiles->setEnabled(true);
     // The folder as it is spelt on the disk: scripts from Windows may write
     // it in other capitals.
     // A model tree may keep every file in subfolders. The list is read anew
     // also for the folder on show before: files may have gone or come since.
-    const bool sameFolder = form_.TxtModelpath->text() == Doc(form_.state_.Doc.ModelPath);
-    if (const std::optional<std::string> folder = paths::Resolve(form_.state_.Doc.ModelPath);
+    const bool sameFolder = c_.TxtModelpath->text() == Doc(state_.Doc.ModelPath);
+    if (const std::optional<std::string> folder = paths::Resolve(state_.Doc.ModelPath);
         folder && paths::FolderExists(*folder)) {
-        form_.SetFileListPath(Doc(*folder));
+        folder_.SetFileListPath(Doc(*folder));
     }
-    form_.Update();
-    if (sameFolder && !form_.TxtModelpath->text().isEmpty()) {
-        form_.RefillLstFiles();
+    modelFiles_.Update();
+    if (sameFolder && !c_.TxtModelpath->text().isEmpty()) {
+        modelFiles_.RefillLstFiles();
     }
-    form_.MnuWizardsAnimWiz->setEnabled(true);
+    c_.MnuWizardsAnimWiz->setEnabled(true);
     // The number of the group on show stays; the reader listed group 0, so
     // another group is listed anew, or the page would add to and delete from
     // another group than it shows. A box left empty stands for group 0.
-    const std::optional<int> group = form_.AnimGroup();
+    const std::optional<int> group = animations_.AnimGroup();
     if (!group) {
-        form_.TxtAnimNr->setText(QStringLiteral("0"));
+        c_.TxtAnimNr->setText(QStringLiteral("0"));
     } else if (*group != 0) {
-        form_.TxtAnimNr_Change();
+        animations_.TxtAnimNr_Change();
     }
 }
 

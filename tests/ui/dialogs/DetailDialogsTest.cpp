@@ -551,7 +551,7 @@ TEST_F(DetailDialogsTest, ModelSettingsReachTheHeadLines) {
     bool byMenu = true;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        form->NewDocument();
+        form->Commands().NewDocument();
         c.before(Doc());
         Drive<DlgModeleinstellungen>(
             [&] {

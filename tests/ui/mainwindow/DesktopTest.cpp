@@ -167,7 +167,7 @@ TEST_F(DesktopTest, TheModelFilesListReachesIntoSubfolders) {
     // A file moved away is gone from the list once the script is opened
     // again, although the folder is the same.
     ASSERT_TRUE(QFile::rename(InModels("meshes/Head.SMD"), InModels("Head.txt")));
-    form->OpenQcFile(InModels("robot.qc").toStdString());
+    form->Commands().OpenQcFile(InModels("robot.qc").toStdString());
     EXPECT_EQ(Items(form->LstFiles), (QStringList{"a/b/c/deep", "meshes/body", "ref"}));
     EXPECT_EQ(Items(form->LstParts), QStringList{"meshes/body"});
 }
@@ -201,7 +201,7 @@ TEST_F(DesktopTest, UnsavedChangesAreAskedAboutBeforeTheyAreLost) {
          [&] { return QcFile() == other; }, true},
         {"recent", [&](bool) { form->MnuDateiLast1->trigger(); }, [&] { return QcFile() == other; },
          true},
-        {"drop", [&](bool) { form->OpenDroppedScript(other); }, [&] { return QcFile() == other; },
+        {"drop", [&](bool) { form->Commands().OpenDroppedScript(other); }, [&] { return QcFile() == other; },
          true},
         {"base wizard",
          [&](bool) {
@@ -211,7 +211,7 @@ TEST_F(DesktopTest, UnsavedChangesAreAskedAboutBeforeTheyAreLost) {
          [&] { return wizard->Ran(); }, false},
         {"close box", [&](bool) { form->close(); }, [&] { return ends == 1; }, false},
         {"exit", [&](bool) { form->MnuDateiBeenden->trigger(); }, [&] { return ends == 1; }, false},
-        {"session end", [&](bool) { sessionGoesOn = !form->SessionEnding(true); },
+        {"session end", [&](bool) { sessionGoesOn = !form->Commands().SessionEnding(true); },
          [&] { return !sessionGoesOn; }, false},
     };
     for (const Command& command : commands) {
@@ -224,9 +224,9 @@ TEST_F(DesktopTest, UnsavedChangesAreAskedAboutBeforeTheyAreLost) {
             ends = 0;
             Start(Texts::Keys);
             state->Settings.RecentFiles[0] = other.toStdString();
-            form->ShowRecentFiles();
+            form->Commands().ShowRecentFiles();
             WriteFile(qc, saved);
-            form->OpenQcFile(qc.toStdString());
+            form->Commands().OpenQcFile(qc.toStdString());
             EXPECT_EQ(form->windowTitle(), QStringLiteral("robot.qc \u2014 Quarle"));
 
             // An animation renamed as the user does it; the title marks it.

@@ -58,7 +58,7 @@ TEST_F(DocumentCommandsTest, SaveAsAddsTheExtensionAndPutsTheModelBesideTheScrip
     // lower case counts as the extension.
     for (const auto& [picked, script] : {std::pair{"robot.qc", "robot"}, {"loud.QC", "loud.QC"}}) {
         services.QueueSave(Pick(InModels(picked)));
-        form->MnuDateiSpeichernunter_Click();
+        form->Commands().MnuDateiSpeichernunter_Click();
         EXPECT_EQ(QcFile(), InModels(script) + ".qc");
         EXPECT_EQ(ModelName(), InModels(script) + ".mdl");
     }
@@ -76,7 +76,7 @@ TEST_F(DocumentCommandsTest, SaveAsAddsTheExtensionAndPutsTheModelBesideTheScrip
     // the document stays with its file.
     services.QueueSave(Pick(InModels("say \"hi\"")));
     services.QueueMsgBox(Answer::Ok);
-    form->MnuDateiSpeichernunter_Click();
+    form->Commands().MnuDateiSpeichernunter_Click();
     EXPECT_EQ(services.Prompts().last().Text,
               ui::MessageText(*state, MSG_SAVE_NAME_QUOTE, {InModels("say \"hi\"")}));
     EXPECT_EQ(QcFile(), InModels("loud.QC.qc"));
@@ -109,12 +109,12 @@ TEST_F(DocumentCommandsTest, TheDesktopKeysOpenSaveAndSaveAs) {
 
 TEST_F(DocumentCommandsTest, CancelledDialogsChangeNothing) {
     Doc().ModelName = "keep.mdl";
-    form->MarkSaved(); // as loaded: no question about changes
+    form->Commands().MarkSaved(); // as loaded: no question about changes
     // Save on a document without a file asks for one.
     services.QueueSave(std::nullopt);
-    form->MnuDateiSpeichern_Click();
+    form->Commands().MnuDateiSpeichern_Click();
     services.QueueSave(FilePick{}); // a dialog that reports no file chose nothing
-    form->MnuDateiSpeichernunter_Click();
+    form->Commands().MnuDateiSpeichernunter_Click();
     EXPECT_EQ(Doc().QcFile, "");
     EXPECT_EQ(Doc().ModelName, "keep.mdl");
     EXPECT_EQ(state->Settings.RecentFiles, (Recent{"...", "...", "...", "..."}));
@@ -125,7 +125,7 @@ TEST_F(DocumentCommandsTest, CancelledDialogsChangeNothing) {
     {
         const auto script = ExpectCompile(seen);
         services.QueueSave(std::nullopt);
-        form->MnuDateiComp_Click();
+        form->Commands().MnuDateiComp_Click();
         EXPECT_FALSE(script->Ran());
     }
     EXPECT_EQ(services.Prompts().size(), 3);
@@ -147,7 +147,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     ASSERT_TRUE(QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::ReadUser));
     Doc().QcFile = locked.toStdString();
     services.QueueMsgBox(Answer::Ok);
-    form->MnuDateiSpeichern_Click();
+    form->Commands().MnuDateiSpeichern_Click();
     ASSERT_EQ(services.Prompts().size(), 1);
     EXPECT_EQ(services.Prompts()[0].Icon, Icon::Critical);
     EXPECT_TRUE(services.Prompts()[0].Text.contains(locked));
@@ -164,7 +164,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     {
         const auto script = ExpectCompile(seen);
         services.QueueMsgBox(Answer::Ok);
-        form->CmdCompile_Click();
+        form->Commands().CmdCompile_Click();
         EXPECT_FALSE(script->Ran());
     }
 
@@ -172,7 +172,7 @@ TEST_F(DocumentCommandsTest, FailedSaveReportsAndLosesNothing) {
     Doc().ModelName = InModels("locked.mdl").toStdString();
     services.QueueSave(Pick(InModels("gone/robot")));
     services.QueueMsgBox(Answer::Ok);
-    form->MnuDateiSpeichernunter_Click();
+    form->Commands().MnuDateiSpeichernunter_Click();
     EXPECT_EQ(QcFile(), locked);
     EXPECT_EQ(ModelName(), InModels("locked.mdl"));
     EXPECT_TRUE(services.Prompts().last().Text.contains(InModels("gone/robot.qc")));
@@ -194,9 +194,9 @@ TEST_F(DocumentCommandsTest, RecentEntryOfADeletedFileReportsOnceAndBecomesAGap)
     WriteFile(last, "$modelname \"last.mdl\"\r\n");
     state->Settings.RecentFiles = {first.toStdString(), gone.toStdString(), "...",
                                    last.toStdString()};
-    form->ShowRecentFiles();
+    form->Commands().ShowRecentFiles();
     Doc().ModelName = "keep.mdl";
-    form->MarkSaved();
+    form->Commands().MarkSaved();
 
     // A gap does nothing.
     form->MnuDateiLast3->trigger();
@@ -231,7 +231,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     // The folder the window knows is not the script's: the load brings it.
     Doc().ModelPath.clear();
     form->Update();
-    form->MarkSaved();
+    form->Commands().MarkSaved();
     form->LstAnimations->addItem("left over");
     form->TxtAnimNr->setText("1");
     const QString qc = InModels("robot.qc");
@@ -273,7 +273,7 @@ TEST_F(DocumentCommandsTest, OpenAsksForAMissingFolderAndFillsTheWindow) {
     services.QueueFolder(models.path());
     services.QueueMsgBox(Answer::Ok);
     form->MnuDateiOeffnen->trigger();
-    EXPECT_EQ(form->WorkingFolder(), own);
+    EXPECT_EQ(form->Commands().WorkingFolder(), own);
     QDir::setCurrent(before);
     EXPECT_FALSE(QFileInfo::exists(QDir(own).filePath("loadbuffer.dat")));
     EXPECT_EQ(services.Prompts().size(), 8) << "the same questions, and no failure";
@@ -394,7 +394,7 @@ TEST_F(DocumentCommandsTest, EditorShowsTheScriptAsLastSaved) {
     // With the file on disk the command writes nothing.
     const QByteArray saved = ReadFile(qc);
     Doc().ModelScale = 3.0f;
-    form->MnuDateiViewCode_Click();
+    form->Commands().MnuDateiViewCode_Click();
     EXPECT_EQ(ReadFile(qc), saved);
     EXPECT_EQ(services.Starts.size(), 2);
     EXPECT_EQ(services.Prompts().size(), 1);
@@ -402,14 +402,14 @@ TEST_F(DocumentCommandsTest, EditorShowsTheScriptAsLastSaved) {
     // A script deleted since its save is saved under a new name first.
     QFile::remove(qc);
     services.QueueSave(Pick(InModels("again")));
-    form->MnuDateiViewCode_Click();
+    form->Commands().MnuDateiViewCode_Click();
     EXPECT_EQ(services.Starts.last().Arguments, QStringList{InModels("again.qc")});
     EXPECT_TRUE(ReadFile(InModels("again.qc")).contains("\r\n$scale 3\r\n"));
 
     // A cancelled save starts nothing.
     QFile::remove(InModels("again.qc"));
     services.QueueSave(std::nullopt);
-    form->MnuDateiViewCode_Click();
+    form->Commands().MnuDateiViewCode_Click();
     EXPECT_EQ(services.Starts.size(), 3);
 }
 
@@ -419,7 +419,7 @@ TEST_F(DocumentCommandsTest, MissingOrFailingProgramsAreReported) {
     Doc().QcFile = qc.toStdString();
     state->Settings.TextEditorPath = InProgramDir("no-editor").toStdString();
     services.QueueMsgBox(Answer::Ok);
-    form->MnuDateiViewCode_Click();
+    form->Commands().MnuDateiViewCode_Click();
     EXPECT_TRUE(services.Starts.isEmpty());
     ASSERT_EQ(services.Prompts().size(), 1);
     EXPECT_TRUE(services.Prompts()[0].Text.contains(InProgramDir("no-editor")));
@@ -429,7 +429,7 @@ TEST_F(DocumentCommandsTest, MissingOrFailingProgramsAreReported) {
     Doc().ModelName = InModels("robot.mdl").toStdString();
     services.StartResult = false;
     services.QueueMsgBox(Answer::Ok);
-    form->MnuDateiView_Click();
+    form->Commands().MnuDateiView_Click();
     EXPECT_EQ(services.Starts.size(), 1);
     EXPECT_TRUE(services.Prompts().last().Text.contains(InProgramDir("viewer")));
 
@@ -437,7 +437,7 @@ TEST_F(DocumentCommandsTest, MissingOrFailingProgramsAreReported) {
     Doc().ModelName = InModels("never.mdl").toStdString();
     Doc().QcFile.clear();
     services.QueueSave(std::nullopt);
-    form->MnuDateiView_Click();
+    form->Commands().MnuDateiView_Click();
     EXPECT_EQ(services.Starts.size(), 1);
     EXPECT_EQ(services.Prompts().last().Kind, "Save");
 }

@@ -27,7 +27,7 @@ protected:
 
     void NewGroup(const QString& name) {
         form->CmdNewGroup->click();
-        DlgName* dialog = form->OpenDlgName();
+        DlgName* dialog = form->ModelFiles().OpenDlgName();
         ASSERT_NE(dialog, nullptr);
         dialog->TxtName->setText(name);
         dialog->CmdOK->click();
@@ -67,11 +67,11 @@ TEST_F(DocumentTextTest, GermanNamesRoundTripThroughTheScript) {
     EXPECT_EQ(form->TxtAnimName->text(), QStringLiteral("\u00dcbung"));
     services.QueueMsgBox(Answer::Ok);
     form->CmdNewGroup->click();
-    form->OpenDlgName()->TxtName->setText(QStringLiteral("\u0141"));
-    form->OpenDlgName()->CmdOK->click();
+    form->ModelFiles().OpenDlgName()->TxtName->setText(QStringLiteral("\u0141"));
+    form->ModelFiles().OpenDlgName()->CmdOK->click();
     EXPECT_EQ(Doc().BodyGroupCount, 3) << "the refused name adds no group";
-    EXPECT_TRUE(form->OpenDlgName()->isVisible()) << "the dialog stays for another name";
-    form->OpenDlgName()->CmdAbbrechen->click();
+    EXPECT_TRUE(form->ModelFiles().OpenDlgName()->isVisible()) << "the dialog stays for another name";
+    form->ModelFiles().OpenDlgName()->CmdAbbrechen->click();
 
     // The script's own name holds an umlaut too: the file on disk is named
     // in UTF-8, the script's text in cp1252.

@@ -125,7 +125,7 @@ TEST_F(MainWindowTest, RecentFilesTakeOnlyNewFilesOnTop) {
     auto& recent = state->Settings.RecentFiles;
     auto save = [&](const char* file) {
         Doc().QcFile = file;
-        form->PushRecentFile();
+        form->Commands().PushRecentFile();
     };
     save("/m/a.qc");
     save("/m/a.qc");
@@ -148,18 +148,18 @@ TEST_F(MainWindowTest, NewDirAsksThenTakesTheChosenFolder) {
     Start(Texts::Keys);
     services.QueueMsgBox(Answer::Ok);
     services.QueueFolder(QStringLiteral("/home/m/new dir"));
-    EXPECT_EQ(form->NewDir("c:\\old\\dir", "$cd"), "/home/m/new dir");
+    EXPECT_EQ(form->ScriptReaderHost().NewDir("c:\\old\\dir", "$cd"), "/home/m/new dir");
     ASSERT_EQ(services.Prompts().size(), 2);
     EXPECT_EQ(services.Prompts()[0].Buttons, platform::Buttons::OkCancel);
     EXPECT_EQ(services.Prompts()[1].Kind, QStringLiteral("Folder"));
 
     // Giving up answers "0": Cancel (no chooser then), or a cancelled choice.
     services.QueueMsgBox(Answer::Cancel);
-    EXPECT_EQ(form->NewDir("/gone", "ref.smd"), "0");
+    EXPECT_EQ(form->ScriptReaderHost().NewDir("/gone", "ref.smd"), "0");
     EXPECT_EQ(services.Prompts().size(), 3);
     services.QueueMsgBox(Answer::Ok);
     services.QueueFolder(std::nullopt);
-    EXPECT_EQ(form->NewDir("/gone", "ref.smd"), "0");
+    EXPECT_EQ(form->ScriptReaderHost().NewDir("/gone", "ref.smd"), "0");
 }
 
 TEST_F(MainWindowTest, UpdateShowsTheDocumentAndRefillsOnlyOnANewModelFolder) {
@@ -205,7 +205,7 @@ TEST_F(MainWindowTest, UpdateShowsTheDocumentAndRefillsOnlyOnANewModelFolder) {
     Doc().TexturePath = "/m/tex";
     Doc().QcFile = "/m/a.qc";
     form->LstAnimations->addItem(QStringLiteral("run"));
-    form->InitVars();
+    form->Commands().InitVars();
     EXPECT_EQ(form->LstAnimations->count(), 1);
     EXPECT_EQ(Doc().QcFile, "");
     EXPECT_EQ(form->TxtTexturepath->text(), QStringLiteral("/m/tex"));
@@ -267,8 +267,8 @@ TEST_F(MainWindowTest, PathsAreChosenOrTypedAsFolders) {
     EXPECT_EQ(form->TxtModelpath->text(), models.path());
 
     // A folder that is gone is refused and the old list kept.
-    EXPECT_FALSE(form->SetFileListPath(InModels("gone")));
-    EXPECT_EQ(form->FileListPath(), models.path());
+    EXPECT_FALSE(form->FolderList().SetFileListPath(InModels("gone")));
+    EXPECT_EQ(form->FolderList().FileListPath(), models.path());
     EXPECT_EQ(form->FileList->count(), 2);
 }
 

@@ -53,7 +53,7 @@ TEST_F(ModelFilesPage, RefillSortsTheFolderIntoMeshesAndAnimations) {
     ShowPage(1);
     ShowPage(0);
     EXPECT_EQ(Items(form->LstFiles), Meshes + QStringList{"run"});
-    EXPECT_EQ(form->ModelFolderKinds().Entries(), 10u);
+    EXPECT_EQ(form->ModelFiles().ModelFolderKinds().Entries(), 10u);
 }
 
 TEST_F(ModelFilesPage, AddTakesEverySelectedFileInListOrder) {
@@ -197,12 +197,12 @@ TEST_F(ModelFilesPage, DeletingGroupsDownToNoneAndAddingOneBack) {
 TEST_F(ModelFilesPage, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
     Add("robot_ref");
     form->CmdNewGroup->click();
-    QPointer<DlgName> dialog = form->OpenDlgName();
+    QPointer<DlgName> dialog = form->ModelFiles().OpenDlgName();
     ASSERT_FALSE(dialog.isNull());
     EXPECT_FALSE(dialog->isModal());
     EXPECT_TRUE(dialog->isVisible());
     form->CmdNewGroup->click(); // the open dialog comes forward, no second one
-    EXPECT_EQ(form->OpenDlgName(), dialog.data());
+    EXPECT_EQ(form->ModelFiles().OpenDlgName(), dialog.data());
 
     // The window stays usable meanwhile; the slot is the one behind the
     // last group when OK is pressed.
@@ -219,7 +219,7 @@ TEST_F(ModelFilesPage, NewGroupsComeFromTheNameDialogWithoutBlockingTheWindow) {
     // At 32 groups the dialog refuses and stays open for a cancel.
     Doc().BodyGroupCount = 32;
     form->CmdNewGroup->click();
-    dialog = form->OpenDlgName();
+    dialog = form->ModelFiles().OpenDlgName();
     services.QueueMsgBox(Answer::Ok);
     dialog->CmdOK->click();
     EXPECT_EQ(Doc().BodyGroupCount, 32);

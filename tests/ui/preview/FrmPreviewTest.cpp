@@ -22,7 +22,7 @@ protected:
         Doc().Anims[0][0].Name = name;
         Doc().Anims[0][0].SmdFile = file;
         form->Update();
-        form->TxtAnimNr_Change();
+        form->Animations().TxtAnimNr_Change();
         form->MnuDateiPreview->trigger();
         return form->OpenFrmPreview();
     }

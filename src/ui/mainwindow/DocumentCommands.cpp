@@ -1,34 +1,52 @@
-// The commands of the file menu and the compile button: open, save, save
+// The commands of the file menu and the compile button: new, open, save, save
 // under a new name, compile, the viewer and the editor, and the four recent
-// entries. The new document and the end of the program are the shell's
-// (FrmMain.cpp).
+// entries; whether the document differs from what was last loaded or saved,
+// the question before such changes would be lost, the title bar that names
+// the script, and scripts dropped on the window or named on the command line.
+// The end of the program is the shell's (FrmMain.cpp).
 //
 // The commands are thin: they decide the file name and hand over to the
 // script reader, the script writer or the compile dialog. A command that
-// replaces the document asks first about unsaved changes
-// (FrmMainDesktop.cpp).
+// replaces the document asks first about unsaved changes.
+//
+// The forms write into the document directly and tell nobody, so a change is
+// found by comparison: the document is rendered as the writer would save it
+// and compared with the rendering of the last load, save or new document.
+// Only what a save would write counts; a selection or a page shown does not.
+// The rendering takes a few milliseconds even on the largest scripts, and it
+// runs only when asked (the questions) and shortly after the user's input
+// (the title bar), never on a timer of its own.
+#include "ui/mainwindow/DocumentCommands.h"
+
 #include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/QcReader.h"
 #include "document/QcWriter.h"
+#include "document/SafeWrite.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
+#include "platform/Reflection.h"
 #include "ui/compile/DlgCompile.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/DialogFolder.h"
+#include "ui/mainwindow/MainWindowShell.h"
+#include "ui/mainwindow/ModelFilesPage.h"
 #include "ui/mainwindow/ShellSettings.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStringList>
 #include <QTemporaryFile>
+#include <algorithm>
 #include <memory>
+#include <sstream>
 
 namespace quarle::ui {
 namespace {
@@ -41,6 +59,12 @@ QString Text(const std::string& s) {
 // A text of the document: a path or a name.
 QString Doc(const std::string& s) {
     return platform::FromCp1252(s);
+}
+
+std::string Rendered(const Document& doc) {
+    std::ostringstream out;
+    WriteQcScript(doc, out, '.');
+    return std::move(out).str();
 }
 
 QStringList ListRows(const QListWidget* list) {
@@ -93,45 +117,44 @@ Msg SaveFailureMessage(WriteFailure reason) {
 
 } // namespace
 
-void FrmMain::ConnectFileCommands() {
-    connect(MnuDateiOeffnen, &QAction::triggered, this, &FrmMain::MnuDateiOeffnen_Click);
-    connect(MnuDateiSpeichern, &QAction::triggered, this, &FrmMain::MnuDateiSpeichern_Click);
-    connect(MnuDateiSpeichernunter, &QAction::triggered, this,
-            &FrmMain::MnuDateiSpeichernunter_Click);
-    connect(MnuDateiComp, &QAction::triggered, this, &FrmMain::MnuDateiComp_Click);
-    connect(CmdCompile, &QPushButton::clicked, this, &FrmMain::CmdCompile_Click);
-    connect(MnuDateiView, &QAction::triggered, this, &FrmMain::MnuDateiView_Click);
-    connect(MnuDateiViewCode, &QAction::triggered, this, &FrmMain::MnuDateiViewCode_Click);
-    connect(MnuDateiPreview, &QAction::triggered, this, &FrmMain::MnuDateiPreview_Click);
-    connect(MnuDateiOpenCompiled, &QAction::triggered, this,
-            &FrmMain::MnuDateiOpenCompiled_Click);
-    connect(MnuDateiLast1, &QAction::triggered, this, &FrmMain::MnuDateiLast1_Click);
-    connect(MnuDateiLast2, &QAction::triggered, this, &FrmMain::MnuDateiLast2_Click);
-    connect(MnuDateiLast3, &QAction::triggered, this, &FrmMain::MnuDateiLast3_Click);
-    connect(MnuDateiLast4, &QAction::triggered, this, &FrmMain::MnuDateiLast4_Click);
+DocumentCommands::DocumentCommands(AppState& state, platform::Services& services,
+                                   MainWindowControls& controls, const QString& workFolder,
+                                   ModelFolderList& folder, ModelFilesPage& modelFiles,
+                                   AnimationsPage& animations, MainWindowShell& shell)
+    : state_(state), services_(services), c_(controls), workFolder_(workFolder),
+      modelFiles_(modelFiles), shell_(shell), loadReport_(state, services),
+      readerHost_(state, services, controls, folder, modelFiles, animations, *this) {
+    ConnectFileCommands();
 }
 
-QString FrmMain::IdsText(int key) const {
+DocumentCommands::~DocumentCommands() = default;
+
+void DocumentCommands::ConnectFileCommands() {
+    connect(c_.MnuDateiNeu, &QAction::triggered, this, &DocumentCommands::MnuDateiNeu_Click);
+    connect(c_.MnuDateiOeffnen, &QAction::triggered, this,
+            &DocumentCommands::MnuDateiOeffnen_Click);
+    connect(c_.MnuDateiSpeichern, &QAction::triggered, this,
+            &DocumentCommands::MnuDateiSpeichern_Click);
+    connect(c_.MnuDateiSpeichernunter, &QAction::triggered, this,
+            &DocumentCommands::MnuDateiSpeichernunter_Click);
+    connect(c_.MnuDateiComp, &QAction::triggered, this, &DocumentCommands::MnuDateiComp_Click);
+    connect(c_.CmdCompile, &QPushButton::clicked, this, &DocumentCommands::CmdCompile_Click);
+    connect(c_.MnuDateiView, &QAction::triggered, this, &DocumentCommands::MnuDateiView_Click);
+    connect(c_.MnuDateiViewCode, &QAction::triggered, this,
+            &DocumentCommands::MnuDateiViewCode_Click);
+    connect(c_.MnuDateiLast1, &QAction::triggered, this, &DocumentCommands::MnuDateiLast1_Click);
+    connect(c_.MnuDateiLast2, &QAction::triggered, this, &DocumentCommands::MnuDateiLast2_Click);
+    connect(c_.MnuDateiLast3, &QAction::triggered, this, &DocumentCommands::MnuDateiLast3_Click);
+    connect(c_.MnuDateiLast4, &QAction::triggered, this, &DocumentCommands::MnuDateiLast4_Click);
+}
+
+QString DocumentCommands::IdsText(int key) const {
     return Text(state_.IdsTexts[static_cast<std::size_t>(key)]);
 }
 
-QString FrmMain::DialogFolder() const {
-    const Document& doc = state_.Doc;
-    if (!doc.QcFile.empty()) {
-        const std::string folder = paths::FolderOf(doc.QcFile);
-        if (paths::FolderExists(folder)) {
-            return Doc(paths::Resolve(folder).value_or(folder));
-        }
-    }
-    if (paths::FolderExists(doc.ModelPath)) {
-        return Doc(paths::Resolve(doc.ModelPath).value_or(doc.ModelPath));
-    }
-    return {};
-}
-
-QString FrmMain::WorkingFolder() const {
-    if (!WorkFolder.isEmpty()) {
-        return WorkFolder;
+QString DocumentCommands::WorkingFolder() const {
+    if (!workFolder_.isEmpty()) {
+        return workFolder_;
     }
     // Started from a folder that cannot be written (a read-only medium, a
     // system folder): the working files go to a folder of the user's own.
@@ -149,15 +172,29 @@ QString FrmMain::WorkingFolder() const {
     return own;
 }
 
+void DocumentCommands::RemoveLeftovers() {
+    // A run that was killed may have left a save's temporary file beside a
+    // script it worked on, and the working file of a load.
+    for (const std::string& file : state_.Settings.RecentFiles) {
+        if (file != EmptyRecentFile && !file.empty()) {
+            RemoveWriteLeftovers(paths::ToFsPath(file));
+        }
+    }
+    if (workFolder_.isEmpty()) {
+        QFile::remove(QDir(LoadWorkFolder()).filePath(QLatin1String(WorkFileName)));
+    }
+}
+
 // ---------------------------------------------------------------------------
 // Open
 
-void FrmMain::MnuDateiOeffnen_Click() {
+void DocumentCommands::MnuDateiOeffnen_Click() {
     if (!SaveChangesFirst()) {
         return;
     }
-    const std::optional<platform::FilePick> pick = services_.ShowOpen(
-        IdsText(IDS_OPEN) + QStringLiteral("..."), ScriptFilter(IdsText(IDS_FILE)), DialogFolder());
+    const std::optional<platform::FilePick> pick =
+        services_.ShowOpen(IdsText(IDS_OPEN) + QStringLiteral("..."),
+                           ScriptFilter(IdsText(IDS_FILE)), DialogFolder(state_.Doc));
     // A cancelled dialog, or one that reports no file, chose nothing.
     if (!pick || pick->FileName.isEmpty()) {
         return;
@@ -167,9 +204,9 @@ void FrmMain::MnuDateiOeffnen_Click() {
     }
 }
 
-QString FrmMain::LoadWorkFolder() const {
-    if (!WorkFolder.isEmpty()) {
-        return WorkFolder;
+QString DocumentCommands::LoadWorkFolder() const {
+    if (!workFolder_.isEmpty()) {
+        return workFolder_;
     }
     // The working file of a load lives only while the load runs: the user's
     // cache folder, not the folder the program was started in.
@@ -177,14 +214,14 @@ QString FrmMain::LoadWorkFolder() const {
     return !cache.isEmpty() && QDir().mkpath(cache) ? cache : WorkingFolder();
 }
 
-void FrmMain::OpenQcFile(const std::string& path) {
+void DocumentCommands::OpenQcFile(const std::string& path) {
     // A load the user cancels leaves the document as it was.
     const auto before = std::make_unique<Document>(state_.Doc);
-    const QStringList rowsBefore = ListRows(LstAnimations);
-    const int rowBefore = LstAnimations->currentRow();
-    const int groupBefore = CmbBodyGroup->currentIndex();
+    const QStringList rowsBefore = ListRows(c_.LstAnimations);
+    const int rowBefore = c_.LstAnimations->currentRow();
+    const int groupBefore = c_.CmbBodyGroup->currentIndex();
 
-    LstAnimations->clear();
+    c_.LstAnimations->clear();
     InitVars();
     state_.Doc.QcFile = path;
     // A refused question or an unreadable script ends in a new document;
@@ -194,42 +231,42 @@ void FrmMain::OpenQcFile(const std::string& path) {
     const QString work = LoadWorkFolder();
     readerHost_.BeginLoad(path);
     const ReadOutcome outcome = quarle::ReadQcFile(
-        state_.Doc, ScriptReaderHost(), platform::ToCp1252Marked(work), &findings, &noDirective);
+        state_.Doc, readerHost_, platform::ToCp1252Marked(work), &findings, &noDirective);
     readerHost_.EndLoad();
     QFile::remove(QDir(work).filePath(QLatin1String(WorkFileName)));
     if (outcome == ReadOutcome::Cancelled) {
         state_.Doc = *before;
-        LstAnimations->clear();
-        LstAnimations->addItems(rowsBefore);
-        Update();
-        CmbBodyGroup->setCurrentIndex(groupBefore);
-        LstAnimations->setCurrentRow(rowBefore);
+        c_.LstAnimations->clear();
+        c_.LstAnimations->addItems(rowsBefore);
+        modelFiles_.Update();
+        c_.CmbBodyGroup->setCurrentIndex(groupBefore);
+        c_.LstAnimations->setCurrentRow(rowBefore);
         return;
     }
     // The includes a save wrote into the script are told anew for the new one.
-    includesReported_.clear();
+    loadReport_.ForgetIncludesReported();
     MarkSaved();
     // A file that is no script at all: its lines are not worth listing one
     // by one.
     if (noDirective) {
-        ReportNoDirective();
+        loadReport_.ReportNoDirective();
     } else {
-        ReportLoadFindings(findings);
+        loadReport_.ReportLoadFindings(findings);
     }
 }
 
 // ---------------------------------------------------------------------------
 // Save
 
-void FrmMain::MnuDateiSpeichern_Click() {
+void DocumentCommands::MnuDateiSpeichern_Click() {
     SaveQcFile();
 }
 
-void FrmMain::MnuDateiSpeichernunter_Click() {
+void DocumentCommands::MnuDateiSpeichernunter_Click() {
     SaveQcFileAs();
 }
 
-bool FrmMain::SaveQcFile() {
+bool DocumentCommands::SaveQcFile() {
     if (state_.Doc.QcFile.empty()) {
         return SaveQcFileAs();
     }
@@ -237,10 +274,10 @@ bool FrmMain::SaveQcFile() {
     return WriteQcFile();
 }
 
-bool FrmMain::SaveQcFileAs() {
+bool DocumentCommands::SaveQcFileAs() {
     const std::optional<platform::FilePick> pick =
         services_.ShowSave(IdsText(IDS_SAVEAS) + QStringLiteral("..."),
-                           ScriptFilter(IdsText(IDS_FILE)), DialogFolder());
+                           ScriptFilter(IdsText(IDS_FILE)), DialogFolder(state_.Doc));
     if (!pick || pick->FileName.isEmpty()) {
         return false;
     }
@@ -276,8 +313,8 @@ bool FrmMain::SaveQcFileAs() {
     return true;
 }
 
-bool FrmMain::WriteQcFile() {
-    if (!KeepOriginalBeforeSave()) {
+bool DocumentCommands::WriteQcFile() {
+    if (!loadReport_.KeepOriginalBeforeSave()) {
         return false;
     }
     auto& recent = state_.Settings.RecentFiles;
@@ -287,7 +324,7 @@ bool FrmMain::WriteQcFile() {
         quarle::WriteQcFile(state_.Doc, state_.Doc.QcFile, UserDecimalSeparator());
     if (result.Ok) {
         MarkSaved();
-        ReportIncludesWrittenIn(result.IncludesWrittenIn);
+        loadReport_.ReportIncludesWrittenIn(result.IncludesWrittenIn);
         return true;
     }
     // Nothing was written: the list does not take a file that is not there.
@@ -321,7 +358,7 @@ bool FrmMain::WriteQcFile() {
 // ---------------------------------------------------------------------------
 // Compile
 
-void FrmMain::MnuDateiComp_Click() {
+void DocumentCommands::MnuDateiComp_Click() {
     // The compile always works on a script written just before. A cancelled
     // save dialog or a failed write ends the command.
     if (!SaveQcFile() || state_.Doc.QcFile.empty()) {
@@ -329,21 +366,23 @@ void FrmMain::MnuDateiComp_Click() {
     }
     CompileOptions options;
     options.WorkingFolder = WorkingFolder();
-    DlgCompile dialog(state_, services_, LstAnimations->count(), this, options);
-    connect(&dialog, &DlgCompile::LocaliseRequested, this, &FrmMain::Localise);
-    connect(&dialog, &DlgCompile::PreviewRequested, this, &FrmMain::ShowCompiledModel);
+    DlgCompile dialog(state_, services_, c_.LstAnimations->count(), &shell_.Window(), options);
+    connect(&dialog, &DlgCompile::LocaliseRequested, this,
+            [this](QWidget* form) { shell_.Localise(form); });
+    connect(&dialog, &DlgCompile::PreviewRequested, this,
+            [this](const std::string& path) { shell_.ShowCompiledModel(path); });
     dialog.exec();
 }
 
-void FrmMain::CmdCompile_Click() {
+void DocumentCommands::CmdCompile_Click() {
     MnuDateiComp_Click();
 }
 
 // ---------------------------------------------------------------------------
 // The viewer and the editor
 
-void FrmMain::StartWithFile(const std::string& program, const std::string& file, Msg missing,
-                            Msg notStarted) {
+void DocumentCommands::StartWithFile(const std::string& program, const std::string& file,
+                                     Msg missing, Msg notStarted) {
     const QString programText = Doc(program);
     // A file found only in another case is handed over as it is on disk.
     const QString fileText = Doc(paths::Resolve(file).value_or(file));
@@ -360,7 +399,7 @@ void FrmMain::StartWithFile(const std::string& program, const std::string& file,
     }
 }
 
-void FrmMain::MnuDateiView_Click() {
+void DocumentCommands::MnuDateiView_Click() {
     const Document& doc = state_.Doc;
     // The model where the compiler writes it, a relative name taken from
     // the script's folder; a model that was never saved has none yet.
@@ -372,14 +411,14 @@ void FrmMain::MnuDateiView_Click() {
     }
     // No model after the compile (refused, failed, cancelled): nothing more.
     if (!model().empty() && paths::FileExists(model()) && ViewsInPreview(state_.Settings)) {
-        ShowCompiledModel(model());
+        shell_.ShowCompiledModel(model());
     } else if (!model().empty() && paths::FileExists(model())) {
         StartWithFile(state_.Settings.ModelViewerPath, model(), MSG_VIEWER_MISSING,
                       MSG_VIEWER_NOT_STARTED);
     }
 }
 
-void FrmMain::MnuDateiViewCode_Click() {
+void DocumentCommands::MnuDateiViewCode_Click() {
     const Document& doc = state_.Doc;
     // An existing script is shown as last saved; it is not written here.
     if (doc.QcFile.empty() || !paths::FileExists(doc.QcFile)) {
@@ -392,9 +431,124 @@ void FrmMain::MnuDateiViewCode_Click() {
 }
 
 // ---------------------------------------------------------------------------
+// Document
+
+void DocumentCommands::MnuDateiNeu_Click() {
+    if (SaveChangesFirst()) {
+        NewDocument();
+    }
+}
+
+void DocumentCommands::NewDocument() {
+    c_.LstAnimations->clear();
+    InitVars();
+    MarkSaved();
+}
+
+void DocumentCommands::InitVars() {
+    quarle::InitVars(state_.Doc);
+    c_.LstParts->clear();
+    modelFiles_.Update();
+}
+
+// ---------------------------------------------------------------------------
+// Changes and the question
+
+void DocumentCommands::MarkSaved() {
+    savedText_ = Rendered(state_.Doc);
+    ShowTitle();
+}
+
+bool DocumentCommands::DocumentChanged() const {
+    return Rendered(state_.Doc) != savedText_;
+}
+
+QString DocumentCommands::ScriptTitle() const {
+    const std::string& file = state_.Doc.QcFile;
+    return file.empty() ? MessageText(state_, MSG_UNTITLED)
+                        : platform::FromCp1252(paths::FileNameOf(file));
+}
+
+void DocumentCommands::ShowTitle() {
+    QWidget& window = shell_.Window();
+    const QString title = ScriptTitle() + (DocumentChanged() ? QStringLiteral("*") : QString()) +
+                          QStringLiteral(" \u2014 ") +
+                          window.property(platform::CaptionProperty).toString();
+    if (window.windowTitle() != title) {
+        window.setWindowTitle(title);
+    }
+}
+
+bool DocumentCommands::SaveChangesFirst() {
+    if (!DocumentChanged()) {
+        return true;
+    }
+    const platform::Answer answer =
+        services_.MsgBox(MessageText(state_, MSG_UNSAVED_CHANGES, {ScriptTitle()}),
+                         platform::Buttons::YesNoCancel, platform::Icon::Exclamation,
+                         shell_.Window().property(platform::CaptionProperty).toString());
+    switch (answer) {
+    case platform::Answer::Yes:
+        // A cancelled save dialog or a failed write keeps the document.
+        return SaveQcFile();
+    case platform::Answer::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool DocumentCommands::SessionEnding(bool mayAsk) {
+    if (mayAsk && !SaveChangesFirst()) {
+        return false;
+    }
+    // The process may end without a close of the window: the settings are
+    // written now.
+    shell_.WriteSettingsNow();
+    return true;
+}
+
+// ---------------------------------------------------------------------------
+// Scripts from the desktop
+
+void DocumentCommands::OpenGivenScript(const QString& path) {
+    const QString full = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (const std::optional<std::string> typed = TypedText(state_, services_, full)) {
+        OpenQcFile(*typed);
+    }
+}
+
+void DocumentCommands::OpenDroppedScript(const QString& path) {
+    if (SaveChangesFirst()) {
+        OpenGivenScript(path);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Recent files
+
+void DocumentCommands::PushRecentFile() {
+    auto& recent = state_.Settings.RecentFiles;
+    const std::string& file = state_.Doc.QcFile;
+    if (std::find(recent.begin(), recent.end(), file) != recent.end()) {
+        return;
+    }
+    std::move_backward(recent.begin(), recent.end() - 1, recent.end());
+    recent[0] = file;
+    ShowRecentFiles();
+}
+
+void DocumentCommands::ShowRecentFiles() {
+    const auto entries = c_.MnuDateiLast();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i]->setText(Doc(state_.Settings.RecentFiles[i]));
+    }
+}
+
+// ---------------------------------------------------------------------------
 // Recent entries
 
-void FrmMain::MnuDateiLast_Click(int i) {
+void DocumentCommands::MnuDateiLast_Click(int i) {
     auto& recent = state_.Settings.RecentFiles;
     const auto index = static_cast<std::size_t>(i);
     if (index >= recent.size()) {

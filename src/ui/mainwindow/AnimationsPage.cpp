@@ -6,6 +6,8 @@
 // LstAnimations; every handler reads both from the controls again. Entry s of
 // the list stands for slot s of the group, which adding, deleting and moving
 // keep so.
+#include "ui/mainwindow/AnimationsPage.h"
+
 #include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/SmdScan.h"
@@ -13,7 +15,8 @@
 #include "ui/common/LimitMessages.h"
 #include "ui/dialogs/DlgAnimExt.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
+#include "ui/mainwindow/MainWindowShell.h"
+#include "ui/mainwindow/ModelFolderList.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -71,54 +74,62 @@ public:
 
 } // namespace
 
-void FrmMain::ConnectAnimationsPage() {
-    TxtAnimNr->setValidator(new GroupNumberValidator(TxtAnimNr));
-    // The activity is stored as typed: no completion may change the text.
-    TxtAnimID->setCompleter(nullptr);
-    connect(CmdAnimPfeill, &QPushButton::clicked, this, &FrmMain::CmdAnimPfeill_Click);
-    connect(CmdAnimPfeilr, &QPushButton::clicked, this, &FrmMain::CmdAnimPfeilr_Click);
-    connect(TxtAnimNr, &QLineEdit::textChanged, this, &FrmMain::TxtAnimNr_Change);
-    connect(TxtAnimNr, &QLineEdit::editingFinished, this, [this] {
-        if (TxtAnimNr->text().isEmpty()) {
-            TxtAnimNr->setText(QStringLiteral("0"));
-        }
-    });
-    connect(LstAnimations, &QListWidget::itemSelectionChanged, this, &FrmMain::LstAnimations_Click);
-    connect(TxtAnimName, &QLineEdit::textChanged, this, &FrmMain::TxtAnimName_Change);
-    connect(TxtAnimID, &QComboBox::editTextChanged, this, &FrmMain::TxtAnimID_Change);
-    connect(VScrAnim, &QScrollBar::valueChanged, this, &FrmMain::VScrAnim_Change);
-    connect(CmdAnimExt, &QPushButton::clicked, this, &FrmMain::CmdAnimExt_Click);
+AnimationsPage::AnimationsPage(AppState& state, platform::Services& services,
+                               MainWindowControls& controls, const ModelFolderList& folder,
+                               MainWindowShell& shell)
+    : state_(state), services_(services), c_(controls), folder_(folder), shell_(shell) {
+    ConnectAnimationsPage();
 }
 
-std::optional<int> FrmMain::AnimGroup() const {
-    return GroupNumber(TxtAnimNr->text());
+void AnimationsPage::ConnectAnimationsPage() {
+    c_.TxtAnimNr->setValidator(new GroupNumberValidator(c_.TxtAnimNr));
+    // The activity is stored as typed: no completion may change the text.
+    c_.TxtAnimID->setCompleter(nullptr);
+    connect(c_.CmdAnimPfeill, &QPushButton::clicked, this, &AnimationsPage::CmdAnimPfeill_Click);
+    connect(c_.CmdAnimPfeilr, &QPushButton::clicked, this, &AnimationsPage::CmdAnimPfeilr_Click);
+    connect(c_.TxtAnimNr, &QLineEdit::textChanged, this, &AnimationsPage::TxtAnimNr_Change);
+    connect(c_.TxtAnimNr, &QLineEdit::editingFinished, this, [this] {
+        if (c_.TxtAnimNr->text().isEmpty()) {
+            c_.TxtAnimNr->setText(QStringLiteral("0"));
+        }
+    });
+    connect(c_.LstAnimations, &QListWidget::itemSelectionChanged, this,
+            &AnimationsPage::LstAnimations_Click);
+    connect(c_.TxtAnimName, &QLineEdit::textChanged, this, &AnimationsPage::TxtAnimName_Change);
+    connect(c_.TxtAnimID, &QComboBox::editTextChanged, this, &AnimationsPage::TxtAnimID_Change);
+    connect(c_.VScrAnim, &QScrollBar::valueChanged, this, &AnimationsPage::VScrAnim_Change);
+    connect(c_.CmdAnimExt, &QPushButton::clicked, this, &AnimationsPage::CmdAnimExt_Click);
+}
+
+std::optional<int> AnimationsPage::AnimGroup() const {
+    return GroupNumber(c_.TxtAnimNr->text());
 }
 
 // ---------------------------------------------------------------------------
 // The group on show
 
-void FrmMain::CmdAnimPfeill_Click() {
+void AnimationsPage::CmdAnimPfeill_Click() {
     const int g = AnimGroup().value_or(0);
-    TxtAnimNr->setText(QString::number(g <= 0 ? limits::LastSequenceGroup : g - 1));
+    c_.TxtAnimNr->setText(QString::number(g <= 0 ? limits::LastSequenceGroup : g - 1));
 }
 
-void FrmMain::CmdAnimPfeilr_Click() {
+void AnimationsPage::CmdAnimPfeilr_Click() {
     const int g = AnimGroup().value_or(0);
-    TxtAnimNr->setText(QString::number(g < limits::LastSequenceGroup ? g + 1 : 0));
+    c_.TxtAnimNr->setText(QString::number(g < limits::LastSequenceGroup ? g + 1 : 0));
 }
 
-void FrmMain::TxtAnimNr_Change() {
+void AnimationsPage::TxtAnimNr_Change() {
     {
-        const QSignalBlocker block(LstAnimations);
-        LstAnimations->clear();
-        LstAnimations->setCurrentRow(-1);
+        const QSignalBlocker block(c_.LstAnimations);
+        c_.LstAnimations->clear();
+        c_.LstAnimations->setCurrentRow(-1);
     }
     const std::optional<int> g = AnimGroup();
     if (!g) {
         // No group while the box is empty: nothing listed, nothing on show.
-        TxtAnimName->clear();
-        TxtAnimDatei->clear();
-        TxtAnimID->setEditText(QString());
+        c_.TxtAnimName->clear();
+        c_.TxtAnimDatei->clear();
+        c_.TxtAnimID->setEditText(QString());
         return;
     }
     const auto& group = state_.Doc.Anims[Slot(*g)];
@@ -128,22 +139,22 @@ void FrmMain::TxtAnimNr_Change() {
         names.append(platform::FromCp1252(group[Slot(i)].Name));
     }
     {
-        const QSignalBlocker block(LstAnimations);
-        LstAnimations->addItems(names);
+        const QSignalBlocker block(c_.LstAnimations);
+        c_.LstAnimations->addItems(names);
     }
     // The fields show slot 0 although no entry is selected; with no entry
     // selected their change events write nothing.
     const AnimRec& first = group[0];
-    TxtAnimName->setText(platform::FromCp1252(first.Name));
-    TxtAnimDatei->setText(platform::FromCp1252(first.SmdFile) + QStringLiteral(".smd"));
-    TxtAnimID->setEditText(platform::FromCp1252(first.ActivityId));
+    c_.TxtAnimName->setText(platform::FromCp1252(first.Name));
+    c_.TxtAnimDatei->setText(platform::FromCp1252(first.SmdFile) + QStringLiteral(".smd"));
+    c_.TxtAnimID->setEditText(platform::FromCp1252(first.ActivityId));
 }
 
 // ---------------------------------------------------------------------------
 // The animation on show
 
-AnimRec* FrmMain::CurrentAnim() {
-    const int s = LstAnimations->currentRow();
+AnimRec* AnimationsPage::CurrentAnim() {
+    const int s = c_.LstAnimations->currentRow();
     const std::optional<int> g = AnimGroup();
     if (s < 0 || s > limits::LastAnimSlot || !g) {
         return nullptr;
@@ -151,7 +162,7 @@ AnimRec* FrmMain::CurrentAnim() {
     return &state_.Doc.Anims[Slot(*g)][Slot(s)];
 }
 
-void FrmMain::LstAnimations_Click() {
+void AnimationsPage::LstAnimations_Click() {
     const AnimRec* current = CurrentAnim();
     if (current == nullptr) {
         return;
@@ -161,13 +172,13 @@ void FrmMain::LstAnimations_Click() {
     const QString file = platform::FromCp1252(anim.SmdFile);
     const QString name = platform::FromCp1252(anim.Name);
     const QString activity = platform::FromCp1252(anim.ActivityId);
-    TxtAnimDatei->setText(file + QStringLiteral(".smd"));
-    TxtAnimName->setText(name);
-    TxtAnimID->setEditText(activity);
+    c_.TxtAnimDatei->setText(file + QStringLiteral(".smd"));
+    c_.TxtAnimName->setText(name);
+    c_.TxtAnimID->setEditText(activity);
     // The last frame of the animation's file, for the dialogs of the
     // animation. A file that is missing leaves the number as it was; one
     // that is there but is not read (a folder, a pipe, ...) is told.
-    if (const std::optional<std::string> folder = platform::ToCp1252(FileListPath())) {
+    if (const std::optional<std::string> folder = platform::ToCp1252(folder_.FileListPath())) {
         const std::string file = paths::Join(*folder, anim.SmdFile + ".smd");
         if (!TellUnreadFile(state_, services_, InputFile::Open(file, FileKind::Smd).Problem())) {
             ScanSmdFrames(file, state_.Doc.SmdFrameCount);
@@ -175,34 +186,34 @@ void FrmMain::LstAnimations_Click() {
     }
 }
 
-void FrmMain::TxtAnimName_Change() {
+void AnimationsPage::TxtAnimName_Change() {
     AnimRec* current = CurrentAnim();
     if (current == nullptr) {
         return;
     }
     AnimRec& anim = *current;
-    const std::optional<std::string> name = TypedText(state_, services_, TxtAnimName->text());
+    const std::optional<std::string> name = TypedText(state_, services_, c_.TxtAnimName->text());
     if (!name) {
         // Refused: the field goes back to the name the document keeps.
-        const QSignalBlocker block(TxtAnimName);
-        TxtAnimName->setText(platform::FromCp1252(anim.Name));
+        const QSignalBlocker block(c_.TxtAnimName);
+        c_.TxtAnimName->setText(platform::FromCp1252(anim.Name));
         return;
     }
     anim.Name = *name;
-    LstAnimations->currentItem()->setText(TxtAnimName->text());
+    c_.LstAnimations->currentItem()->setText(c_.TxtAnimName->text());
 }
 
-void FrmMain::TxtAnimID_Change() {
+void AnimationsPage::TxtAnimID_Change() {
     AnimRec* current = CurrentAnim();
     if (current == nullptr) {
         return;
     }
     AnimRec& anim = *current;
     const std::optional<std::string> activity =
-        TypedText(state_, services_, TxtAnimID->currentText());
+        TypedText(state_, services_, c_.TxtAnimID->currentText());
     if (!activity) {
-        const QSignalBlocker block(TxtAnimID);
-        TxtAnimID->setEditText(platform::FromCp1252(anim.ActivityId));
+        const QSignalBlocker block(c_.TxtAnimID);
+        c_.TxtAnimID->setEditText(platform::FromCp1252(anim.ActivityId));
         return;
     }
     anim.ActivityId = *activity;
@@ -211,7 +222,7 @@ void FrmMain::TxtAnimID_Change() {
 // ---------------------------------------------------------------------------
 // Adding, deleting and moving animations
 
-void FrmMain::AddAnimationsFromFiles() {
+void AnimationsPage::AddAnimationsFromFiles() {
     const std::optional<int> g = AnimGroup();
     if (!g) {
         return;
@@ -222,16 +233,16 @@ void FrmMain::AddAnimationsFromFiles() {
     constexpr int Limit = limits::LastWrittenAnimSlot + 1;
     int added = 0;
     int leftOut = 0;
-    for (int row = 0; row < LstFiles->count(); ++row) {
-        if (!LstFiles->item(row)->isSelected()) {
+    for (int row = 0; row < c_.LstFiles->count(); ++row) {
+        if (!c_.LstFiles->item(row)->isSelected()) {
             continue;
         }
-        const int s = LstAnimations->count();
+        const int s = c_.LstAnimations->count();
         if (s >= Limit) {
             ++leftOut;
             continue;
         }
-        const QString text = LstFiles->item(row)->text();
+        const QString text = c_.LstFiles->item(row)->text();
         // A file the script's text cannot name is not added.
         const std::optional<std::string> file = TypedText(state_, services_, text);
         if (!file) {
@@ -239,8 +250,8 @@ void FrmMain::AddAnimationsFromFiles() {
         }
         {
             // The new entry is not selected.
-            const QSignalBlocker block(LstAnimations);
-            LstAnimations->addItem(text);
+            const QSignalBlocker block(c_.LstAnimations);
+            c_.LstAnimations->addItem(text);
         }
         group[Slot(s)].Name = *file;
         group[Slot(s)].SmdFile = *file;
@@ -254,45 +265,45 @@ void FrmMain::AddAnimationsFromFiles() {
     }
 }
 
-void FrmMain::DeleteSelectedAnimations() {
+void AnimationsPage::DeleteSelectedAnimations() {
     const std::optional<int> g = AnimGroup();
     if (!g) {
         return;
     }
     auto& group = state_.Doc.Anims[Slot(*g)];
     std::vector<int> rows;
-    for (int i = 0; i < LstAnimations->count(); ++i) {
-        if (LstAnimations->item(i)->isSelected()) {
+    for (int i = 0; i < c_.LstAnimations->count(); ++i) {
+        if (c_.LstAnimations->item(i)->isSelected()) {
             rows.push_back(i);
         }
     }
-    const QSignalBlocker block(LstAnimations);
+    const QSignalBlocker block(c_.LstAnimations);
     // From the last to the first, so that the rows still to come keep their
     // places. The records behind the entry move up a slot, whole with their
     // events, up to the slot of the list's count: the free slot behind the
     // last entry comes onto it. Slots further on are not the list's and stay.
     // Where the table ends, its last slot falls free.
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        const int last = std::min(LstAnimations->count(), limits::LastAnimSlot);
+        const int last = std::min(c_.LstAnimations->count(), limits::LastAnimSlot);
         for (int j = *row; j <= last; ++j) {
             group[Slot(j)] = j < limits::LastAnimSlot ? group[Slot(j + 1)] : AnimRec{};
         }
-        delete LstAnimations->takeItem(*row);
+        delete c_.LstAnimations->takeItem(*row);
     }
     // The fields keep their text; no entry is selected.
-    LstAnimations->clearSelection();
-    LstAnimations->setCurrentRow(-1);
+    c_.LstAnimations->clearSelection();
+    c_.LstAnimations->setCurrentRow(-1);
 }
 
-void FrmMain::VScrAnim_Change() {
+void AnimationsPage::VScrAnim_Change() {
     // A two-way button: -1 moves the selected animation up, 1 down; the bar
     // then goes back to 0.
-    const int step = VScrAnim->value();
-    LstAnimations->setFocus();
-    const int s = LstAnimations->currentRow();
-    const int count = LstAnimations->count();
+    const int step = c_.VScrAnim->value();
+    c_.LstAnimations->setFocus();
+    const int s = c_.LstAnimations->currentRow();
+    const int count = c_.LstAnimations->count();
     const std::optional<int> g = AnimGroup();
-    const bool moves = g && s >= 0 && LstAnimations->item(s)->isSelected() &&
+    const bool moves = g && s >= 0 && c_.LstAnimations->item(s)->isSelected() &&
                        ((step < 0 && s > 0) || (step > 0 && s < count - 1)) &&
                        s + step <= limits::LastAnimSlot;
     if (!moves) {
@@ -300,24 +311,53 @@ void FrmMain::VScrAnim_Change() {
     }
     auto& group = state_.Doc.Anims[Slot(*g)];
     std::swap(group[Slot(s)], group[Slot(s + step)]);
-    QListWidgetItem* here = LstAnimations->item(s);
-    QListWidgetItem* there = LstAnimations->item(s + step);
+    QListWidgetItem* here = c_.LstAnimations->item(s);
+    QListWidgetItem* there = c_.LstAnimations->item(s + step);
     const QString text = here->text();
     here->setText(there->text());
     there->setText(text);
     // The moved entry stays selected; its fields and frames are shown again.
-    LstAnimations->setCurrentRow(s + step);
-    VScrAnim->setValue(0);
-    LstAnimations->update();
+    c_.LstAnimations->setCurrentRow(s + step);
+    c_.VScrAnim->setValue(0);
+    c_.LstAnimations->update();
 }
 
-void FrmMain::CmdAnimExt_Click() {
-    if (LstAnimations->currentRow() < 0) {
+void AnimationsPage::CmdAnimExt_Click() {
+    if (c_.LstAnimations->currentRow() < 0) {
         return;
     }
-    DlgAnimExt dialog(state_, services_, *this, this);
-    connect(&dialog, &LocalisedDialog::LocaliseRequested, this, &FrmMain::Localise);
+    DlgAnimExt dialog(state_, services_, shell_, &shell_.Window());
+    connect(&dialog, &LocalisedDialog::LocaliseRequested, this,
+            [this](QWidget* form) { shell_.Localise(form); });
     dialog.exec();
+}
+
+// ---------------------------------------------------------------------------
+// What the preview and the wizards reach of the page
+
+std::optional<std::pair<int, int>> AnimationsPage::PreviewAnimation() const {
+    const std::optional<int> g = AnimGroup();
+    if (!g) {
+        return std::nullopt;
+    }
+    const int row = c_.LstAnimations->currentRow();
+    if (row >= 0 && row <= limits::LastAnimSlot && c_.LstAnimations->item(row)->isSelected()) {
+        return std::pair{*g, row};
+    }
+    if (c_.LstAnimations->count() > 0) {
+        return std::pair{*g, 0};
+    }
+    return std::nullopt;
+}
+
+int AnimationsPage::AnimationRowCount() const {
+    return c_.LstAnimations->count();
+}
+
+void AnimationsPage::AppendAnimationRow(const QString& name) {
+    // The new entry is not selected.
+    const QSignalBlocker block(c_.LstAnimations);
+    c_.LstAnimations->addItem(name);
 }
 
 } // namespace quarle::ui

@@ -2,12 +2,13 @@
 // whether a save changes what the compiler reads and names the places worth
 // knowing, and the copy of the original that the first save over such a
 // script keeps beside it.
+#include "ui/mainwindow/LoadReport.h"
+
 #include "document/LoadFindings.h"
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
 #include "platform/Cp1252Text.h"
 #include "ui/localisation/Messages.h"
-#include "ui/mainwindow/FrmMain.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -52,7 +53,7 @@ QString Place(const AppState& state, const LoadFinding& finding) {
 
 } // namespace
 
-void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
+void LoadReport::ReportLoadFindings(const LoadFindings& findings) {
     const std::string& script = state_.Doc.QcFile;
     if (findings.empty() || script.empty()) {
         return;
@@ -87,7 +88,11 @@ void FrmMain::ReportLoadFindings(const LoadFindings& findings) {
                      platform::Icon::Exclamation, MessageText(state_, MSG_FINDINGS_TITLE));
 }
 
-void FrmMain::ReportIncludesWrittenIn(const std::vector<std::string>& includes) {
+void LoadReport::ForgetIncludesReported() {
+    includesReported_.clear();
+}
+
+void LoadReport::ReportIncludesWrittenIn(const std::vector<std::string>& includes) {
     QStringList names;
     for (const std::string& include : includes) {
         if (std::find(includesReported_.begin(), includesReported_.end(), include) ==
@@ -99,25 +104,26 @@ void FrmMain::ReportIncludesWrittenIn(const std::vector<std::string>& includes) 
     if (names.isEmpty()) {
         return;
     }
-    services_.MsgBox(MessageText(state_, MSG_INCLUDES_WRITTEN_IN, {names.join(QStringLiteral(", "))}),
-                     platform::Buttons::Ok, platform::Icon::Information,
-                     MessageText(state_, MSG_FINDINGS_TITLE));
+    services_.MsgBox(
+        MessageText(state_, MSG_INCLUDES_WRITTEN_IN, {names.join(QStringLiteral(", "))}),
+        platform::Buttons::Ok, platform::Icon::Information,
+        MessageText(state_, MSG_FINDINGS_TITLE));
 }
 
-void FrmMain::KeepOriginalOnFirstSave(const std::string& script) {
+void LoadReport::KeepOriginalOnFirstSave(const std::string& script) {
     if (std::none_of(originalsToKeep_.begin(), originalsToKeep_.end(),
                      [&](const std::string& kept) { return SameScript(kept, script); })) {
         originalsToKeep_.push_back(script);
     }
 }
 
-void FrmMain::ReportNoDirective() {
+void LoadReport::ReportNoDirective() {
     const std::string& script = state_.Doc.QcFile;
     if (script.empty()) {
         return;
     }
-    QStringList paragraphs{MessageText(
-        state_, MSG_NO_DIRECTIVE, {platform::FromCp1252(paths::FileNameOf(script))})};
+    QStringList paragraphs{
+        MessageText(state_, MSG_NO_DIRECTIVE, {platform::FromCp1252(paths::FileNameOf(script))})};
     // An empty file has nothing in it worth keeping.
     std::error_code ec;
     const auto size =
@@ -132,7 +138,7 @@ void FrmMain::ReportNoDirective() {
                      platform::Icon::Exclamation, MessageText(state_, MSG_FINDINGS_TITLE));
 }
 
-bool FrmMain::KeepOriginalBeforeSave() {
+bool LoadReport::KeepOriginalBeforeSave() {
     const std::string& script = state_.Doc.QcFile;
     const auto pending =
         std::find_if(originalsToKeep_.begin(), originalsToKeep_.end(),

@@ -3,21 +3,24 @@
 // and the places of the top-level controls in twips. Inside the two frames
 // and on the pages, layouts keep the controls aligned whatever the length
 // of the captions of a language.
+#include "ui/mainwindow/MainWindowControls.h"
+
 #include "platform/Reflection.h"
 #include "platform/Twips.h"
 #include "ui/common/ActivityIds.h"
-#include "ui/mainwindow/FrmMain.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -26,6 +29,7 @@
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -44,8 +48,7 @@ using platform::SetGeometryTwips;
 namespace {
 
 // Geometry of the form, in twips.
-constexpr int FormWidth = 7650;
-constexpr int FormHeight = 6420;
+constexpr int FormWidth = MainWindowControls::DesignWidth;
 constexpr int Margin = 210;
 constexpr int PathsTop = 60;
 constexpr int PathsWidth = 5100;
@@ -126,35 +129,7 @@ QPushButton* SmallButton(QWidget* parent, const QString& caption, const QString&
 
 } // namespace
 
-FrmMain::FrmMain(AppState& state, platform::Services& services, platform::SettingsStore& settings,
-                 QWidget* parent)
-    : QMainWindow(parent), state_(state), services_(services), settings_(settings) {
-    InitIconResources();
-    setObjectName(QStringLiteral("FrmMain"));
-    setWindowTitle(QStringLiteral("Quarle"));
-    BuildControls();
-    BuildAssistant();
-    BuildMenus();
-    ConnectShell();
-    ConnectModelFilesPage();
-    ConnectAnimationsPage();
-    ConnectFileCommands();
-    ConnectAssistant();
-    ConnectDesktop();
-    platform::SetWidthTwips(this, FormWidth);
-    platform::SetHeightTwips(this, FormHeight);
-    // Larger, yes; smaller than designed, no.
-    setMinimumSize(platform::ToPixels(FormWidth), platform::ToPixels(FormHeight));
-}
-
-void FrmMain::resizeEvent(QResizeEvent* event) {
-    QMainWindow::resizeEvent(event);
-    using platform::TwipsPerPixel;
-    PlaceControls(std::max(0, width() * TwipsPerPixel - FormWidth),
-                  std::max(0, height() * TwipsPerPixel - FormHeight));
-}
-
-void FrmMain::PlaceControls(int extraWidth, int extraHeight) {
+void MainWindowControls::PlaceControls(int extraWidth, int extraHeight) {
     SetGeometryTwips(CmdModeleinst, ButtonsLeft + extraWidth, ButtonsTop, ButtonsWidth,
                      ButtonHeight);
     SetGeometryTwips(CmdCompile, ButtonsLeft + extraWidth, ButtonsTop + ButtonHeight + ButtonGap,
@@ -164,19 +139,24 @@ void FrmMain::PlaceControls(int extraWidth, int extraHeight) {
                      ModelfilesHeight + extraHeight);
 }
 
-FrmMain::~FrmMain() = default;
+void MainWindowControls::Build(QMainWindow& window) {
+    InitIconResources();
+    BuildControls(window);
+    BuildAssistant(window);
+    BuildMenus(window);
+}
 
-void FrmMain::BuildControls() {
-    auto* form = new QWidget(this);
+void MainWindowControls::BuildControls(QMainWindow& window) {
+    auto* form = new QWidget(&window);
     form->setObjectName(QStringLiteral("FrmMainClient"));
-    setCentralWidget(form);
+    window.setCentralWidget(form);
 
     // The localise button sits at the right end of the menu bar, out of the
     // way of the form's own controls; it shows only in localisation mode.
-    CmdLocalise = Control(PictureButton(menuBar(), "localise", platform::ToPixels(390), 21),
+    CmdLocalise = Control(PictureButton(window.menuBar(), "localise", platform::ToPixels(390), 21),
                           QStringLiteral("CmdLocalise"));
     CmdLocalise->setFlat(true);
-    menuBar()->setCornerWidget(CmdLocalise, Qt::TopRightCorner);
+    window.menuBar()->setCornerWidget(CmdLocalise, Qt::TopRightCorner);
     CmdLocalise->setVisible(false);
 
     CmdModeleinst = Control(new QPushButton(QStringLiteral("Modelleinstellungen"), form),
@@ -193,7 +173,7 @@ void FrmMain::BuildControls() {
 
     LblTexturepath = Control(new QLabel(QStringLiteral("Texturenpfad:"), FrmPaths),
                              QStringLiteral("LblTexturepath"));
-    // Both path fields take a typed folder (FrmMain::TxtPath_Commit).
+    // Both path fields take a typed folder (ModelFilesPage::TxtPath_Commit).
     TxtTexturepath = Control(new QLineEdit(FrmPaths), QStringLiteral("TxtTexturepath"));
     TxtTexturepath->setToolTip(
         QStringLiteral("($cdtextures) - Pfad in dem die Texturen des Modells gespeichert sind"));
@@ -402,8 +382,8 @@ void FrmMain::BuildControls() {
     animLayout->addLayout(fields);
 }
 
-void FrmMain::BuildAssistant() {
-    QWidget* form = centralWidget();
+void MainWindowControls::BuildAssistant(QMainWindow& window) {
+    QWidget* form = window.centralWidget();
 
     // The speech box's shadow stands behind the box, so it is made first.
     TxtWizSayShadow = Control(new QPlainTextEdit(form), QStringLiteral("TxtWizSayShadow"));
@@ -432,7 +412,7 @@ void FrmMain::BuildAssistant() {
     TxtWizSay->setReadOnly(true);
     TxtWizSay->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     SetGeometryTwips(TxtWizSay, 120, 195, 3015, 750);
-    QFont small = font();
+    QFont small = window.font();
     small.setPixelSize(10);
     TxtWizSay->setFont(small);
     CmdWizBack = Control(new QPushButton(QStringLiteral("Zur\u00fcck"), FrmWizSay),
@@ -452,30 +432,31 @@ void FrmMain::BuildAssistant() {
     SetGeometryTwips(PicWiz, 720, 3360, 1500, 1500);
     PicWiz->setVisible(false);
 
-    TmrAnim = Control(new QTimer(this), QStringLiteral("TmrAnim"));
+    TmrAnim = Control(new QTimer(&window), QStringLiteral("TmrAnim"));
     TmrAnim->setInterval(500);
-    TmrPlayAnim = Control(new QTimer(this), QStringLiteral("TmrPlayAnim"));
+    TmrPlayAnim = Control(new QTimer(&window), QStringLiteral("TmrPlayAnim"));
     TmrPlayAnim->setInterval(200);
 }
 
-void FrmMain::BuildMenus() {
-    auto entry = [this](QMenu* menu, const QString& name, const QString& caption) {
-        auto* action = Control(new QAction(caption, this), name);
+void MainWindowControls::BuildMenus(QMainWindow& window) {
+    auto entry = [&window](QMenu* menu, const QString& name, const QString& caption) {
+        auto* action = Control(new QAction(caption, &window), name);
         menu->addAction(action);
         return action;
     };
     // A separator is a line in the menu: it has no text (a style would draw
     // one beside the line), and to the language files it is a line, which has
     // neither caption nor tool tip.
-    auto separator = [this](QMenu* menu, const QString& name) {
-        auto* action = Control(new QAction(this), name);
+    auto separator = [&window](QMenu* menu, const QString& name) {
+        auto* action = Control(new QAction(&window), name);
         action->setSeparator(true);
         platform::SetControlKind(action, platform::ControlKind::Line);
         menu->addAction(action);
         return action;
     };
 
-    MnuDatei = Control(menuBar()->addMenu(QStringLiteral("&Datei")), QStringLiteral("MnuDatei"));
+    MnuDatei =
+        Control(window.menuBar()->addMenu(QStringLiteral("&Datei")), QStringLiteral("MnuDatei"));
     MnuDateiNeu = entry(MnuDatei, QStringLiteral("MnuDateiNeu"), QStringLiteral("&Neu"));
     MnuDateiOeffnen =
         entry(MnuDatei, QStringLiteral("MnuDateiOeffnen"), QStringLiteral("&\u00d6ffnen"));
@@ -509,15 +490,15 @@ void FrmMain::BuildMenus() {
     MnuDateiSpeichern->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
     MnuDateiSpeichernunter->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
 
-    MnuEinstellungen = Control(menuBar()->addMenu(QStringLiteral("&Einstellungen")),
+    MnuEinstellungen = Control(window.menuBar()->addMenu(QStringLiteral("&Einstellungen")),
                                QStringLiteral("MnuEinstellungen"));
     MnuEinstModel = entry(MnuEinstellungen, QStringLiteral("MnuEinstModel"),
                           QStringLiteral("&Modeleinstellungen"));
     MnuEinstAllg = entry(MnuEinstellungen, QStringLiteral("MnuEinstAllg"),
                          QStringLiteral("&Allgemeine Einstellungen"));
 
-    MnuWizards =
-        Control(menuBar()->addMenu(QStringLiteral("&Wizards")), QStringLiteral("MnuWizards"));
+    MnuWizards = Control(window.menuBar()->addMenu(QStringLiteral("&Wizards")),
+                         QStringLiteral("MnuWizards"));
     MnuWizardsWizAn =
         entry(MnuWizards, QStringLiteral("MnuWizardsWizAn"), QStringLiteral("&Wizard an"));
     MnuWizardsWizAn->setCheckable(true);
@@ -527,7 +508,8 @@ void FrmMain::BuildMenus() {
                               QStringLiteral("&Animationen Wizard"));
     MnuWizardsAnimWiz->setEnabled(false);
 
-    MnuHilfe = Control(menuBar()->addMenu(QStringLiteral("&Hilfe")), QStringLiteral("MnuHilfe"));
+    MnuHilfe =
+        Control(window.menuBar()->addMenu(QStringLiteral("&Hilfe")), QStringLiteral("MnuHilfe"));
     MnuHilfeUeber = entry(MnuHilfe, QStringLiteral("MnuHilfeUeber"), QStringLiteral("&\u00dcber"));
 }
 
