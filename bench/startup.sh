@@ -5,7 +5,9 @@
 # settings, no caches of its own) and polls `xdotool search --onlyvisible
 # --pid` until a top-level window of the process is mapped. The two programs
 # take turns, RUNS runs each; it prints the best and the median of each and
-# their ratios, with the machine's load before and after.
+# their ratios, with the machine's load before and after. The bare window
+# with one caption is timed too: it shows what any window with text pays
+# before the editor's own work starts (fonts, accessibility).
 #
 #   bench/startup.sh            (BUILD=build RUNS=9 to change)
 #
@@ -103,6 +105,7 @@ startup "$quarle" >/dev/null
 startup "$bare" >/dev/null
 quarle_us=()
 bare_us=()
+caption_us=()
 base_us=()
 for ((i = 0; i < runs; i++)); do
     # Who goes first changes, so that neither always follows the other.
@@ -113,10 +116,13 @@ for ((i = 0; i < runs; i++)); do
         bare_us+=("$(startup "$bare")")
         quarle_us+=("$(startup "$quarle")")
     fi
+    caption_us+=("$(startup "$bare" --caption)")
     if [ -n "${BASELINE:-}" ]; then
         base_us+=("$(startup "$BASELINE")")
     fi
 done
+cb=$(best "${caption_us[@]}")
+cm=$(median "${caption_us[@]}")
 qb=$(best "${quarle_us[@]}")
 qm=$(median "${quarle_us[@]}")
 bb=$(best "${bare_us[@]}")
@@ -128,12 +134,15 @@ if [ -n "${BASELINE:-}" ]; then
     am=$(median "${base_us[@]}")
 fi
 awk -v r="$runs" -v qb="$qb" -v qm="$qm" -v bb="$bb" -v bm="$bm" -v ab="$ab" -v am="$am" \
+    -v cb="$cb" -v cm="$cm" \
     -v l0="$before" -v l1="$(load)" 'BEGIN {
     printf "time to the first visible window, %d runs each, load %s before, %s after\n", r, l0, l1
     printf "                    best       median\n"
     printf "bare Qt window  %8.1f ms  %8.1f ms\n", bb / 1000, bm / 1000
+    printf "with a caption  %8.1f ms  %8.1f ms\n", cb / 1000, cm / 1000
     printf "quarle          %8.1f ms  %8.1f ms\n", qb / 1000, qm / 1000
     if (ab > 0) printf "baseline        %8.1f ms  %8.1f ms\n", ab / 1000, am / 1000
     printf "ratio quarle/bare   %6.2f      %6.2f\n", qb / bb, qm / bm
     if (ab > 0) printf "ratio baseline/bare %6.2f      %6.2f\n", ab / bb, am / bm
+    printf "ratio quarle/caption%6.2f      %6.2f\n", qb / cb, qm / cm
 }'

@@ -1,6 +1,7 @@
 // Wires the tiers together and hands over to the main window, whose load is
 // the start of the program and whose close is its end.
 #include "AppState.h"
+#include "platform/FontWarmUp.h"
 #include "platform/QtServices.h"
 #include "platform/SettingsStore.h"
 #include "ui/mainwindow/FrmMain.h"
@@ -12,6 +13,7 @@
 #include <memory>
 
 int main(int argc, char** argv) {
+    quarle::platform::FontWarmUp fonts;
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quarle"));
     QApplication::setApplicationVersion(QStringLiteral(QUARLE_VERSION));
@@ -34,6 +36,7 @@ int main(int argc, char** argv) {
     quarle::platform::QtServices services;
     quarle::platform::SettingsStore settings;
 
+    fonts.Wait();
     quarle::ui::FrmMain window(*state, services, settings);
     services.SetDialogParent(&window);
     window.EndProcess = [] { QCoreApplication::exit(0); };

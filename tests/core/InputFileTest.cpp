@@ -7,6 +7,7 @@
 #include "document/SmdReader.h"
 #include "document/SmdScan.h"
 #include "localisation/LanguageFile.h"
+#include "studio/StudioModel.h"
 
 #include <filesystem>
 #include <fstream>
@@ -43,6 +44,12 @@ std::vector<std::pair<const char*, std::function<bool(const std::string&)>>> Rea
          }},
         {"smd reader", [](const std::string& p) { return ReadSmdFile(p).Readable; }},
         {"bitmap", [](const std::string& p) { return ReadBmpFile(p).Readable; }},
+        {"compiled model",
+         [](const std::string& p) {
+             // Read, although what it holds is no model.
+             const studio::StudioLoad load = studio::ReadStudioFile(p);
+             return !load.Error || !load.Error->Unread;
+         }},
         {"language",
          [](const std::string& p) { return ReadLanguageLines(fs::path(p)).has_value(); }},
         {"skeleton",

@@ -262,5 +262,17 @@ TEST(QcWriterFile, ASaveKilledBeforeItsRenameLeavesTheOldScriptAndTheNextSaveCle
 #endif
 }
 
+TEST(QcWriterFile, AWorkingFileOfAGivenNameIsWrittenOverThenRenamed) {
+    // A language file's "temp.lng", left half written by a killed run.
+    TempDir dir;
+    dir.Write("temp.lng", std::string(5000, 'z'));
+    const std::string target = dir.Write("english.lng", "old");
+    SafeWriteOptions options;
+    options.Temporary = fs::path("temp.lng");
+    ASSERT_TRUE(WriteFileSafely(target, [](std::ostream& out) { out << "new"; }, options));
+    EXPECT_EQ(ReadFile(target), "new");
+    EXPECT_EQ(Entries(dir), std::vector<std::string>{"english.lng"});
+}
+
 } // namespace
 } // namespace quarle

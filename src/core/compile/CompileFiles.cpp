@@ -1,9 +1,9 @@
 #include "compile/CompileFiles.h"
 
 #include "document/Paths.h"
+#include "document/SafeWrite.h"
 #include "localisation/Cp1252.h"
 
-#include <atomic>
 #include <charconv>
 #include <chrono>
 #include <cmath>
@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <system_error>
 
 namespace quarle::compile {
@@ -171,31 +172,29 @@ ScriptLaunch LaunchForScript(ScriptStyle style) {
 }
 
 std::string WriteFileReplacing(const std::string& path, std::string_view bytes) {
-    static std::atomic<unsigned> counter{0};
     const fs::path target = PathOf(path);
-    fs::path temp = target;
-    temp += ".tmp" + Num(static_cast<long long>(counter++));
-    {
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            return "the file cannot be written in its folder.";
-        }
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.close();
-        if (!out) {
-            std::error_code ignored;
-            fs::remove(temp, ignored);
-            return "writing the file failed.";
-        }
+    SafeWriteOptions options;
+    std::error_code ignored;
+    if (const fs::file_status old = fs::status(target, ignored); fs::is_regular_file(old)) {
+        options.Permissions = old.permissions(); // a script keeps what the user set
     }
-    std::error_code ec;
-    fs::rename(temp, target, ec);
-    if (ec) {
-        std::error_code ignored;
-        fs::remove(temp, ignored);
-        return "the file cannot be replaced (" + ec.message() + ").";
+    const SafeWriteResult written = WriteFileSafely(
+        target,
+        [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); },
+        options);
+    switch (written.Step) {
+    case SafeWriteStep::Done:
+        return {};
+    case SafeWriteStep::NoTemporary:
+    case SafeWriteStep::Create:
+        return "the file cannot be written in its folder.";
+    case SafeWriteStep::Write:
+        return "writing the file failed.";
+    case SafeWriteStep::Replace:
+    case SafeWriteStep::Exists:
+        break;
     }
-    return {};
+    return "the file cannot be replaced (" + written.System.message() + ").";
 }
 
 std::string AppendScriptLine(const std::string& path, const std::string& line) {

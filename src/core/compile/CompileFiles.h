@@ -56,8 +56,9 @@ ScriptLaunch LaunchForScript(ScriptStyle style);
 // has ended. False when no shell could be started.
 bool RunScriptAndWait(const std::string& folder, ScriptStyle style);
 
-// Writes bytes to path through a temporary file in the same folder, renamed
-// over the target. "" on success, else what went wrong.
+// Writes bytes to path as a script is saved (a temporary file beside it,
+// synced, then renamed over it; a replaced file keeps its permissions).
+// "" on success, else what went wrong.
 std::string WriteFileReplacing(const std::string& path, std::string_view bytes);
 
 // Appends line and CR LF to the file at path, through a temporary file in

@@ -109,6 +109,9 @@ std::uint64_t SizeLimit(FileKind kind) {
         return 256 * MiB;
     case FileKind::Language:
         return 16 * MiB;
+    case FileKind::Model:
+        // The compiler writes each file of a model from a 16 MiB buffer.
+        return 64 * MiB;
     }
     return 0;
 }

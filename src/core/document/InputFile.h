@@ -32,6 +32,7 @@ enum class FileKind {
     Smd,      // a mesh or an animation
     Bitmap,   // a texture
     Language, // a .lng file
+    Model,    // a compiled model (.mdl) and its texture and sequence files
 };
 
 // The largest file of a kind that is read, in bytes.

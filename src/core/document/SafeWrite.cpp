@@ -72,6 +72,12 @@ int CreateExclusive(const fs::path& path) {
                       _SH_DENYRW, _S_IREAD | _S_IWRITE);
     return fd;
 }
+int CreateReplacing(const fs::path& path) {
+    int fd = -1;
+    errno = _wsopen_s(&fd, path.c_str(), _O_CREAT | _O_TRUNC | _O_WRONLY | _O_BINARY | _O_NOINHERIT,
+                      _SH_DENYRW, _S_IREAD | _S_IWRITE);
+    return fd;
+}
 long long WriteSome(int fd, const char* data, std::size_t size) {
     return _write(fd, data, static_cast<unsigned>(std::min<std::size_t>(size, 1u << 30)));
 }
@@ -90,6 +96,9 @@ int CreateExclusive(const fs::path& path) {
         ::flock(fd, LOCK_EX | LOCK_NB);
     }
     return fd;
+}
+int CreateReplacing(const fs::path& path) {
+    return ::open(path.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC | O_NOFOLLOW, 0666);
 }
 long long WriteSome(int fd, const char* data, std::size_t size) {
     long long done;
@@ -241,6 +250,13 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
     std::mt19937 random(device());
     fs::path temporary;
     int fd = -1;
+    if (options.Temporary) {
+        temporary = folder / *options.Temporary;
+        fd = CreateReplacing(temporary);
+        if (fd < 0) {
+            return {SafeWriteStep::Create, LastError()};
+        }
+    }
     for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
         fs::path::string_type name = TemporaryStem(namedAfter);
         std::uint32_t bits = random();

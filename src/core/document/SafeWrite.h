@@ -43,6 +43,10 @@ struct SafeWriteOptions {
     // copy kept beside a script (NAME.qc.orig) is then swept with the
     // script's own leftovers.
     std::optional<std::filesystem::path> TemporaryOf;
+    // A working file of a name the format gives (a language file's
+    // "temp.lng", beside the target), used instead of a made-up name; what
+    // a killed write left under that name is written over.
+    std::optional<std::filesystem::path> Temporary;
 };
 
 // Writes target through a temporary file as told above: write fills the

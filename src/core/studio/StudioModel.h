@@ -14,6 +14,7 @@
 // bytes handed in.
 #pragma once
 
+#include "document/InputFile.h"
 #include "localisation/MessageTexts.h"
 
 #include <array>
@@ -211,6 +212,8 @@ struct StudioModel {
 struct StudioProblem {
     Msg Message = MSG_MDL_UNREADABLE;
     std::vector<std::string> Args;
+    // Why the model file itself was not read, when that was the problem.
+    std::optional<OpenProblem> Unread{};
 };
 std::string ProblemText(const StudioProblem& problem,
                         const MessageTexts& texts = EnglishMessageTexts());

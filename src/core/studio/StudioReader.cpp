@@ -1,6 +1,5 @@
 #include "document/NumberText.h"
 #include "document/Paths.h"
-#include "document/QcInclude.h"
 #include "studio/StudioModel.h"
 
 #include <algorithm>
@@ -695,6 +694,9 @@ std::size_t Model::TriangleCount() const {
 }
 
 std::string ProblemText(const StudioProblem& problem, const MessageTexts& texts) {
+    if (problem.Unread) {
+        return DescribeOpenProblem(*problem.Unread, texts);
+    }
     return FormatMessage(texts[std::size_t(problem.Message)], problem.Args);
 }
 
@@ -727,9 +729,10 @@ StudioLoad ReadStudioModel(std::string_view bytes, const SideFiles& side) {
 StudioLoad ReadStudioFile(const std::string& path) {
     std::string bytes;
     const std::optional<std::string> found = paths::Resolve(path);
-    if (!found || !ReadWholeFile(*found, bytes)) {
+    InputFile file = InputFile::Open(found.value_or(path), FileKind::Model);
+    if (!file.ReadAll(bytes)) {
         StudioLoad load;
-        load.Error = StudioProblem{MSG_MDL_UNREADABLE, {}};
+        load.Error = StudioProblem{MSG_MDL_UNREADABLE, {}, file.Problem()};
         return load;
     }
     SideFiles side;
@@ -738,12 +741,8 @@ StudioLoad ReadStudioFile(const std::string& path) {
     side.Stem = dot == std::string::npos ? name : name.substr(0, dot);
     const std::string folder = paths::FolderOf(*found);
     side.Read = [folder](const std::string& file) -> std::optional<std::string> {
-        std::string text;
         const std::optional<std::string> at = paths::Resolve(paths::Join(folder, file));
-        if (!at || !ReadWholeFile(*at, text)) {
-            return std::nullopt;
-        }
-        return text;
+        return at ? ReadFileText(*at, FileKind::Model) : std::nullopt;
     };
     return ReadStudioModel(bytes, side);
 }

@@ -1,14 +1,15 @@
 #include "ui/localisation/LanguageWrite.h"
 
 #include "document/InputFile.h"
+#include "document/SafeWrite.h"
 #include "platform/LanguageFolders.h"
 #include "ui/localisation/ApplyLanguage.h"
 #include "ui/localisation/Messages.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <filesystem>
+#include <ostream>
 #include <system_error>
 
 namespace quarle::ui {
@@ -55,23 +56,22 @@ bool WriteLanguageFile(const AppState& state, platform::Services& services, cons
                QDir::toNativeSeparators(user.isEmpty() ? services.ProgramFolder() : user));
         return false;
     }
-    const QString temp = QDir(folder).filePath(QStringLiteral("temp.lng"));
-    QFile file(temp);
-    const auto size = static_cast<qint64>(bytes.size());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        file.write(bytes.data(), size) != size || !file.flush()) {
-        const QString reason = file.errorString();
-        file.close();
-        QFile::remove(temp);
-        Refuse(state, services, fileName, reason);
-        return false;
+    const std::filesystem::path target = FsPath(QDir(folder).filePath(fileName));
+    SafeWriteOptions options;
+    options.Temporary = std::filesystem::path("temp.lng");
+    std::error_code ignored;
+    if (const auto old = std::filesystem::status(target, ignored);
+        std::filesystem::is_regular_file(old)) {
+        options.Permissions = old.permissions(); // as the user set them
     }
-    file.close();
-    std::error_code error;
-    std::filesystem::rename(FsPath(temp), FsPath(QDir(folder).filePath(fileName)), error);
-    if (error) {
-        QFile::remove(temp);
-        Refuse(state, services, fileName, QString::fromLocal8Bit(error.message().c_str()));
+    const SafeWriteResult written = WriteFileSafely(
+        target,
+        [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); },
+        options);
+    if (!written) {
+        Refuse(state, services, fileName,
+               written.System ? QString::fromStdString(SystemReasonText(written.System, state.MsgTexts))
+                              : QDir::toNativeSeparators(folder));
         return false;
     }
     return true;

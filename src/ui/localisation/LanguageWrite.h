@@ -18,9 +18,9 @@ namespace quarle::ui {
 std::optional<QByteArray> ReadLanguageBytes(const AppState& state, platform::Services& services,
                                             const QString& fileName);
 
-// Writes "temp.lng" completely in the folder fileName is written to,
-// then renames it over fileName there. A failure leaves the old file whole,
-// removes the working file and says so in a message box.
+// Writes "temp.lng" completely in the folder fileName is written to, syncs
+// it to the disk and renames it over fileName there. A failure leaves the
+// old file whole, removes the working file and says so in a message box.
 bool WriteLanguageFile(const AppState& state, platform::Services& services, const QString& fileName,
                        const std::string& bytes);
 

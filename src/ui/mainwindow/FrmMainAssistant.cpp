@@ -14,6 +14,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -22,6 +23,7 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <cmath>
 #include <cstdlib>
 
@@ -31,22 +33,44 @@ namespace {
 
 // The frames and the close box's pictures stand beside the program in
 // "assistant"; a picture that is missing leaves its list empty, and the
-// mascot then stays hidden.
-void LoadAssistantPictures(const QString& programFolder, QList<QPixmap>& frames,
-                           QList<QPixmap>& closeBox) {
-    const QDir folder(QDir(programFolder).filePath(QStringLiteral("assistant")));
-    if (frames.isEmpty()) {
-        QList<QPixmap> loaded;
-        for (int n = 0; n < 10; ++n) {
-            QPixmap frame(folder.filePath(QStringLiteral("quarle%1.png").arg(n)));
-            if (frame.isNull()) {
-                return;
-            }
-            loaded.append(frame);
-        }
-        frames = loaded;
+// mascot then stays hidden. At the start the files are only looked for:
+// each frame is read when it is first shown, and the rest once the window
+// is up, so the first window waits for one frame.
+QDir AssistantFolder(const QString& programFolder) {
+    return QDir(QDir(programFolder).filePath(QStringLiteral("assistant")));
+}
+
+QString FramePath(const QDir& folder, int n) {
+    return folder.filePath(QStringLiteral("quarle%1.png").arg(n));
+}
+
+void FindAssistantPictures(const QString& programFolder, QList<QPixmap>& frames) {
+    if (!frames.isEmpty()) {
+        return;
     }
+    const QDir folder = AssistantFolder(programFolder);
+    for (int n = 0; n < 10; ++n) {
+        if (!QFileInfo(FramePath(folder, n)).isFile()) {
+            return;
+        }
+    }
+    frames = QList<QPixmap>(10);
+}
+
+// Whether frame n can be shown; reads it when it has not been read.
+bool ReadFrame(const QString& programFolder, QList<QPixmap>& frames, int n) {
+    if (n < 0 || n >= frames.size()) {
+        return false;
+    }
+    if (frames[n].isNull()) {
+        frames[n] = QPixmap(FramePath(AssistantFolder(programFolder), n));
+    }
+    return !frames[n].isNull();
+}
+
+void ReadCloseBox(const QString& programFolder, QList<QPixmap>& closeBox) {
     if (closeBox.isEmpty()) {
+        const QDir folder = AssistantFolder(programFolder);
         const QPixmap up(folder.filePath(QStringLiteral("close_up.png")));
         const QPixmap down(folder.filePath(QStringLiteral("close_down.png")));
         if (!up.isNull() && !down.isNull()) {
@@ -200,10 +224,16 @@ void FrmMain::SetWizardAnim(int anim) {
     TmrPlayAnim->stop();
     HideWizard();
     if (ImgLstWizAnims.isEmpty()) {
-        LoadAssistantPictures(services_.ProgramFolder(), ImgLstWizAnims, ImgLstMain);
+        FindAssistantPictures(services_.ProgramFolder(), ImgLstWizAnims);
+        ReadCloseBox(services_.ProgramFolder(), ImgLstMain);
         if (!ImgLstMain.isEmpty()) {
             PicWizClose->setPixmap(ImgLstMain[0]);
         }
+        QTimer::singleShot(0, this, [this] {
+            for (int n = 0; n < ImgLstWizAnims.size(); ++n) {
+                ReadFrame(services_.ProgramFolder(), ImgLstWizAnims, n);
+            }
+        });
     }
     // Without the mascot's pictures there is nothing to show, and an empty
     // picture box on top of the pages would only catch their clicks.
@@ -219,7 +249,7 @@ void FrmMain::SetWizardAnim(int anim) {
 
 void FrmMain::ShowWizardFrame(int anim) {
     HideWizard();
-    if (anim < 0 || anim >= ImgLstWizAnims.size()) {
+    if (!ReadFrame(services_.ProgramFolder(), ImgLstWizAnims, anim)) {
         return;
     }
     // The shape resizes the box; the mascot keeps its place.
