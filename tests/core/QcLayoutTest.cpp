@@ -1,8 +1,11 @@
 // What a load followed by a save does to a script: nothing but what the user
 // changed, each change at its place, and new records where their kind stands.
 #include "ScriptTestSupport.h"
+#include "document/NumberText.h"
 #include "document/Paths.h"
+#include "document/SequenceNumbers.h"
 
+#include <cctype>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -153,6 +156,51 @@ TEST(QcLayout, ASaveIntoAnotherFolderNamesTheScriptsFilesAnew) {
     m.Doc->QcFile = m.Dir / "copy/model.qc";
     EXPECT_EQ(m.Written(), "$cd \"" + m.M() + "\"\n$include \"" + m.Dir / "shared.qci" +
                                "\"\n$sequence walk walk\n");
+}
+
+// Each numeric option of a sequence, whatever its row: read in any case,
+// its number kept as the script wrote it while the value stands, written
+// anew when changed, and a file of its name written behind "animation".
+TEST(QcLayout, EveryNumericSequenceOptionTravelsThroughLoadAndSave) {
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        const SequenceNumber& option = SequenceNumbers[row];
+        const std::string keyword(option.Keyword);
+        std::string shouted = keyword;
+        for (char& c : shouted) {
+            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        }
+        SCOPED_TRACE(keyword);
+        Model m;
+        ASSERT_EQ(m.Load(m.Paths() + "$sequence a walk " + shouted + " 07\n"), ReadOutcome::Loaded);
+        AnimRec& anim = m.Doc->Anims[0][0];
+        EXPECT_EQ(SequenceNumberValue(anim, row), 7.0);
+        EXPECT_EQ(anim.SmdFile, "walk");
+
+        anim.Loop = 1; // the line is written anew, its number as written
+        EXPECT_NE(LinesOf(m.Written(), "$sequence").find(" " + keyword + " 07"), std::string::npos);
+        SetSequenceNumber(anim, row, 3);
+        EXPECT_NE(LinesOf(m.Written(), "$sequence").find(" " + keyword + " 3"), std::string::npos);
+        // Given with its default value, it stays (the compiler takes it over
+        // the model's settings).
+        const std::string fallback = FloatToPointText(static_cast<f32>(SequenceNumberDefault(row)));
+        Model again;
+        ASSERT_EQ(again.Load(again.Paths() + "$sequence a walk " + keyword + " " + fallback + "\n"),
+                  ReadOutcome::Loaded);
+        again.Doc->Anims[0][0].Loop = 1;
+        EXPECT_NE(LinesOf(again.Written(), "$sequence").find(" " + keyword + " " + fallback),
+                  std::string::npos);
+
+        // A new record writes it only off its default, unless always.
+        Model fresh;
+        AnimRec& added = fresh.Doc->Anims[0][0];
+        added.Name = "b";
+        added.SmdFile = keyword; // a file that reads as the option word
+        const std::string line = LinesOf(fresh.Written(), "$sequence");
+        EXPECT_NE(line.find("animation \"" + keyword + "\""), std::string::npos) << line;
+        EXPECT_EQ(line.find(" " + keyword + " ") != std::string::npos, option.Always) << line;
+        ASSERT_EQ(fresh.Load(fresh.Paths() + line), ReadOutcome::Loaded);
+        EXPECT_EQ(fresh.Doc->Anims[0][0].SmdFile, keyword);
+    }
 }
 
 TEST(QcLayout, ADecimalCommaIsCutOnTheNextLoadAndTheScriptKept) {

@@ -146,6 +146,29 @@ TEST(RoundtripCommand, RefusalsAndUnusableFilesGiveTheirExitStatus) {
     EXPECT_FALSE(std::filesystem::exists(out));
 }
 
+// check, skeleton and compile take one script and their own options; any
+// other argument ends the run with the command's usage, before a file is read.
+TEST(ScriptCommands, ArgumentsTheyDoNotTakeGiveTheUsage) {
+    TempDir dir;
+    const std::string in = dir.Write("in.qc", "$gamma 2\n");
+    const std::vector<std::vector<std::string>> refused = {
+        {"check"},
+        {"check", in, "--language"},
+        {"check", in, in},
+        {"check", in, "--compiler", "studiomdl"},
+        {"skeleton", in, "--for", "bone"},
+        {"skeleton", in, "--for", "bone", "--for", "attachment"},
+        {"skeleton", "--for", "controller"},
+        {"compile", in, "--ignore-checks", "--studiomdl", "studiomdl"},
+        {"compile", "--ignore-checks", in, "--compiler"},
+    };
+    for (const std::vector<std::string>& args : refused) {
+        const ToolRun run = RunTool(args, dir.Path());
+        EXPECT_EQ(run.Status, 2) << args.size();
+        EXPECT_EQ(run.Err.rfind("usage: quarle-qc " + args[0], 0), 0u) << run.Err;
+    }
+}
+
 TEST(RoundtripCommand, NumbersTakeAPointWhateverTheLocaleSays) {
     TempDir dir;
     const std::string in = dir.Write("in.qc", "$eyeposition 1.5 0 0\n$gamma 2.5\n"

@@ -36,6 +36,7 @@ DATA = ROOT / "data"
 FORM_TEXTS = ROOT / "tools" / "lng" / "forms.tsv"
 KEY_TABLE = ROOT / "src" / "core" / "localisation" / "GlobalStrings.h"
 MESSAGE_TABLE = ROOT / "src" / "core" / "localisation" / "MessageTexts.h"
+SEQUENCE_NUMBERS = ROOT / "src" / "core" / "document" / "SequenceNumbers.h"
 MESSAGES_LINE = "Quarle Messages"
 
 VERSION = "0.8.4"
@@ -81,6 +82,28 @@ LIMIT_TIP = ("How many degrees it can turn about the axis (e.g. so that a head c
              "all the way round)")
 LX_TIP = ("($sequence - LX) - Keeps the model from being put back to its starting position "
           "after the animation")
+
+
+def sequence_numbers():
+    """The English of the animation dialog's numeric options, in their
+    table's order: each row's label, and its text box where that has a tool
+    tip. The table (SequenceNumbers.h) holds both languages of each row."""
+    text = SEQUENCE_NUMBERS.read_text(encoding="utf-8")
+    start = text.index("SequenceNumbers{")
+    table = text[start:text.index("};", start)]
+    literal = r'((?:\s*"(?:[^"\\]|\\.)*")+)'
+    controls = re.findall(r'\.(Label|Box) = \{"(\w+)",' + literal + "," + literal + r"\}", table)
+    if len(controls) != 2 * table.count("SequenceNumber{"):
+        sys.exit(f"generate.py: {SEQUENCE_NUMBERS.name}: each row needs its .Label and .Box "
+                 'as {"name", "German", "English"}')
+    entries = []
+    for kind, name, _, pieces in controls:
+        english = re.sub(r"\\(.)", r"\1", "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', pieces)))
+        if kind == "Label":
+            entries.append(C(name, english))
+        elif english:
+            entries.append(T(name, english))
+    return entries
 
 
 def axes():
@@ -419,10 +442,7 @@ FORMS = {
         C("CmdOK", "OK"),
     ]),
     "DlgAnimExt": ("Advanced animation properties", [
-        C("Label6", "Fps:"),
-        T("Text6", "($sequence ... fps) - Speed at which the animation is played"),
-        C("Label7", "Rotation:"),
-        C("Label2", "Scale:"),
+        *sequence_numbers(),
         C("Check1", "Loop", "($sequence ... loop) - The animation repeats over and over"),
         C("ChkLX", "LX", LX_TIP),
         C("ChkLY", "LY", LX_TIP),

@@ -31,28 +31,18 @@ int Usage() {
 } // namespace
 
 int RunCheck(const Args& args) {
-    std::string in;
-    std::string language;
+    std::optional<std::string> language;
     std::optional<std::string> studioMdl;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--language" && i + 1 < args.size()) {
-            language = args[++i];
-        } else if (arg == "--studiomdl" && i + 1 < args.size()) {
-            studioMdl = args[++i];
-        } else if (arg.starts_with("--") || !in.empty()) {
-            return Usage();
-        } else {
-            in = arg;
-        }
-    }
-    if (in.empty()) {
+    const std::optional<std::string> script =
+        ScriptAndOptions(args, {{"--language", &language}, {"--studiomdl", &studioMdl}});
+    if (!script || script->empty()) {
         return Usage();
     }
+    const std::string& in = *script;
 
     compile::IdsTextTable texts{};
     MessageTexts messages = DefaultMessageTexts();
-    if (!LoadTexts(language, texts, messages)) {
+    if (!LoadTexts(language.value_or(""), texts, messages)) {
         return 2;
     }
 

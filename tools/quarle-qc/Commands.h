@@ -2,12 +2,31 @@
 // the command word and returns the exit status.
 #pragma once
 
+#include <initializer_list>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quarle::qc {
 
 using Args = std::vector<std::string>;
+
+// An option of a command: "--name VALUE" when it has a Value to fill (one
+// of Choices, where it names any), "--name" alone when it sets a Flag.
+struct Option {
+    std::string_view Name;
+    std::optional<std::string>* Value = nullptr;
+    bool* Flag = nullptr;
+    std::span<const std::string_view> Choices{};
+};
+
+// The one script a command names, its options read on the way (a later one
+// of the same name wins); nothing when no script is named or an argument is
+// not understood: an unknown option, one without its value, a second script.
+std::optional<std::string> ScriptAndOptions(const Args& args,
+                                            std::initializer_list<Option> options);
 
 int RunScan(const Args& args);      // scan DIR
 int RunRoundtrip(const Args& args); // roundtrip IN.qc OUT.qc [--missing=keep|refuse]

@@ -84,31 +84,21 @@ std::string CompilerOnSearchPath() {
 } // namespace
 
 int RunCompile(const Args& args) {
-    std::string in;
-    std::string language;
+    std::optional<std::string> language;
     std::optional<std::string> compiler;
     bool ignoreChecks = false;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--language" && i + 1 < args.size()) {
-            language = args[++i];
-        } else if (arg == "--compiler" && i + 1 < args.size()) {
-            compiler = args[++i];
-        } else if (arg == "--ignore-checks") {
-            ignoreChecks = true;
-        } else if (arg.starts_with("--") || !in.empty()) {
-            return Usage();
-        } else {
-            in = arg;
-        }
-    }
-    if (in.empty()) {
+    const std::optional<std::string> script =
+        ScriptAndOptions(args, {{"--language", &language},
+                                {"--compiler", &compiler},
+                                {"--ignore-checks", nullptr, &ignoreChecks}});
+    if (!script || script->empty()) {
         return Usage();
     }
+    const std::string& in = *script;
 
     compile::IdsTextTable texts{};
     MessageTexts messages = DefaultMessageTexts();
-    if (!LoadTexts(language, texts, messages)) {
+    if (!LoadTexts(language.value_or(""), texts, messages)) {
         return 2;
     }
     const std::string studioMdl = compiler ? *compiler : CompilerOnSearchPath();

@@ -30,28 +30,16 @@ int Usage() {
 } // namespace
 
 int RunSkeleton(const Args& args) {
-    std::string in;
-    SkeletonVariant variant = SkeletonVariant::Attachment;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--for" && i + 1 < args.size()) {
-            const std::string& which = args[++i];
-            if (which == "attachment") {
-                variant = SkeletonVariant::Attachment;
-            } else if (which == "controller") {
-                variant = SkeletonVariant::Controller;
-            } else {
-                return Usage();
-            }
-        } else if (arg.starts_with("--") || !in.empty()) {
-            return Usage();
-        } else {
-            in = arg;
-        }
-    }
-    if (in.empty()) {
+    static constexpr std::string_view Variants[] = {"attachment", "controller"};
+    std::optional<std::string> which;
+    const std::optional<std::string> script =
+        ScriptAndOptions(args, {{"--for", &which, nullptr, Variants}});
+    if (!script || script->empty()) {
         return Usage();
     }
+    const std::string& in = *script;
+    const SkeletonVariant variant =
+        which == "controller" ? SkeletonVariant::Controller : SkeletonVariant::Attachment;
 
     const LoadedScript loaded = LoadScript(in, Missing::Keep);
     if (loaded.Status != 0) {

@@ -154,18 +154,6 @@ bool StartsWithNumber(std::string_view s) {
     return j < s.size() && s[j] >= '0' && s[j] <= '9';
 }
 
-bool EqualsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (Fold(a[i]) != Fold(b[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool PrefixNoCase(std::string_view word, std::string_view token, std::size_t n) {
     for (std::size_t i = 0; i < n; ++i) {
         const char a = i < word.size() ? Fold(word[i]) : '\0';

@@ -3,6 +3,8 @@
 // "C" locale, and its case-blind comparisons of ASCII letters.
 #pragma once
 
+#include "document/Paths.h"
+
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -27,7 +29,8 @@ int Atoi(std::string_view s);
 // Whether the text starts with a number atoi reads (after blanks).
 bool StartsWithNumber(std::string_view s);
 
-bool EqualsNoCase(std::string_view a, std::string_view b);
+// stricmp(a, b) == 0: the same text, ignoring the case of ASCII letters.
+using paths::EqualsNoCase;
 // strnicmp(word, token, n) == 0: the first n characters agree, ignoring
 // case; a shorter token agrees only when it ends where the word does.
 bool PrefixNoCase(std::string_view word, std::string_view token, std::size_t n);

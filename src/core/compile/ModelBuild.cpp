@@ -53,19 +53,15 @@ Matrix AngleMatrix(const Vec3& degrees) {
     return m;
 }
 
-Matrix AngleInverse(const Vec3& degrees) {
-    const Trig t = Angles(degrees);
-    Matrix m{};
-    m[0][0] = t.Cp * t.Cy;
-    m[0][1] = t.Cp * t.Sy;
-    m[0][2] = -t.Sp;
-    m[1][0] = t.Sr * t.Sp * t.Cy + t.Cr * -t.Sy;
-    m[1][1] = t.Sr * t.Sp * t.Sy + t.Cr * t.Cy;
-    m[1][2] = t.Sr * t.Cp;
-    m[2][0] = t.Cr * t.Sp * t.Cy + -t.Sr * -t.Sy;
-    m[2][1] = t.Cr * t.Sp * t.Sy + -t.Sr * t.Cy;
-    m[2][2] = t.Cr * t.Cp;
-    return m;
+// The inverse of a rotation (no translation) is its transpose.
+Matrix RotationInverse(const Matrix& m) {
+    Matrix t{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t j = 0; j < 3; ++j) {
+            t[i][j] = m[j][i];
+        }
+    }
+    return t;
 }
 
 Matrix Concat(const Matrix& a, const Matrix& b) {
@@ -275,15 +271,16 @@ void BuildBoneFrames(const ReferenceSmd& part, std::vector<BoneFrame>& frames) {
         }
         BoneFrame& f = frames[static_cast<std::size_t>(i)];
         const int parent = part.Nodes[static_cast<std::size_t>(i)].Parent;
+        const Matrix turn = AngleMatrix(degrees);
         if (parent == -1 || parent < 0 || parent >= MaxSourceBones) {
-            f.M = AngleMatrix(degrees);
-            f.IM = AngleInverse(degrees);
+            f.M = turn;
+            f.IM = RotationInverse(turn);
             f.WorldOrg = pose.Pos;
             continue;
         }
         const BoneFrame p = frames[static_cast<std::size_t>(parent)];
-        f.M = Concat(p.M, AngleMatrix(degrees));
-        f.IM = Concat(AngleInverse(degrees), p.IM);
+        f.M = Concat(p.M, turn);
+        f.IM = Concat(RotationInverse(turn), p.IM);
         const Vec3 at = Transform(pose.Pos, p.M);
         for (std::size_t k = 0; k < 3; ++k) {
             f.WorldOrg[k] = at[k] + p.WorldOrg[k];

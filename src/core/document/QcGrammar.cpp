@@ -1,5 +1,7 @@
 #include "document/QcGrammar.h"
 
+#include "document/SequenceNumbers.h"
+
 #include <algorithm>
 #include <array>
 #include <cfloat>
@@ -164,8 +166,10 @@ bool IsMotionWord(std::string_view word) {
 }
 
 bool IsFileWord(std::string_view word) {
-    for (const std::string_view exact :
-         {"{", "}", "deform", "event", "pivot", "fps", "origin", "rotate", "scale", "animation"}) {
+    if (SequenceNumberOf(word) >= 0) {
+        return false;
+    }
+    for (const std::string_view exact : {"{", "}", "deform", "event", "pivot", "origin", "animation"}) {
         if (EqualNoCase(word, exact)) {
             return false;
         }

@@ -2,6 +2,7 @@
 
 #include "document/NumberText.h"
 #include "document/QcGrammar.h"
+#include "document/SequenceNumbers.h"
 
 #include <algorithm>
 #include <charconv>
@@ -76,13 +77,42 @@ std::string SequenceLine(const AnimRec& a, char separator) {
     const SequenceValues* r = src != nullptr ? &src->Values : nullptr;
     const NumberTexts* numbers = src != nullptr ? &src->Numbers : nullptr;
     const auto number = [&](f32 value, f32 SequenceValues::*field, int id) {
-        return FloatText(value, r != nullptr ? &(r->*field) : nullptr, numbers, id, true, separator);
+        return FloatText(value, r != nullptr ? &(r->*field) : nullptr, numbers, id, true,
+                         separator);
     };
     const auto whole = [&](std::string& line, i16 value, i16 SequenceValues::*field, int id) {
         AppendWhole(line, value, r != nullptr ? &(r->*field) : nullptr, numbers, id);
     };
-
     std::string line;
+    // The numeric options that stand at one place of the line, in the
+    // table's order.
+    const auto numbersAt = [&](SequenceNumberPlace place) {
+        for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+            const SequenceNumber& option = SequenceNumbers[row];
+            if (option.Place != place) {
+                continue;
+            }
+            const double value = SequenceNumberValue(a, row);
+            const bool given = src != nullptr && src->Given[row] && r->Numbers[row] == value;
+            if (!option.Always && value == SequenceNumberDefault(row) && !given) {
+                continue;
+            }
+            line += ' ';
+            line += option.Keyword;
+            line += ' ';
+            const int id = fields::SequenceNumber(row);
+            if (option.Kind == SequenceNumberKind::Count) {
+                const i16 before = r != nullptr ? static_cast<i16>(r->Numbers[row]) : i16{0};
+                AppendWhole(line, static_cast<i16>(value), r != nullptr ? &before : nullptr,
+                            numbers, id);
+            } else {
+                const f32 before = r != nullptr ? static_cast<f32>(r->Numbers[row]) : 0.0f;
+                line += FloatText(static_cast<f32>(value), r != nullptr ? &before : nullptr,
+                                  numbers, id, true, separator);
+            }
+        }
+    };
+
     line.reserve(256 + 48 * static_cast<std::size_t>(a.EventCount)); // with room for its events
     line += "$sequence ";
     line += TokenOf(a.Name);
@@ -96,8 +126,7 @@ std::string SequenceLine(const AnimRec& a, char separator) {
         line += ' ';
         line += token;
     }
-    line += " fps ";
-    whole(line, a.Fps, &SequenceValues::Fps, fields::Fps);
+    numbersAt(SequenceNumberPlace::BehindFiles);
     if (a.Loop == 1) {
         line += " loop";
     }
@@ -115,11 +144,7 @@ std::string SequenceLine(const AnimRec& a, char separator) {
         line += ' ';
         whole(line, a.OriginZ, &SequenceValues::OriginZ, fields::OriginZ);
     }
-    // A rotate 0 or scale 1 that the script gave stays: the compiler takes
-    // it over the model's $origin and $scale.
-    if (a.Rotate != 0.0f || (src != nullptr && src->Rotate && r->Rotate == a.Rotate)) {
-        line += " rotate " + number(a.Rotate, &SequenceValues::Rotate, fields::Rotate);
-    }
+    numbersAt(SequenceNumberPlace::BehindOrigin);
     line += ' '; // the blank stands even without an activity
     line += a.ActivityId;
     if (a.LX == 1) {
@@ -131,9 +156,7 @@ std::string SequenceLine(const AnimRec& a, char separator) {
     if (a.LZ == 1) {
         line += " LZ";
     }
-    if (a.Scale != 1.0f || (src != nullptr && src->Scale && r->Scale == a.Scale)) {
-        line += " scale " + number(a.Scale, &SequenceValues::Scale, fields::Scale);
-    }
+    numbersAt(SequenceNumberPlace::BehindMotion);
     if (a.BlendOn == 1) {
         line += " blend ";
         line += AxisWord(a.BlendAxis);
@@ -147,8 +170,9 @@ std::string SequenceLine(const AnimRec& a, char separator) {
     for (int e = 1; e <= a.EventCount; ++e) {
         const AnimEventRec& event = a.Events[e];
         const SequenceValues::Event* before =
-            r != nullptr && e <= static_cast<int>(r->Events.size()) ? &r->Events[static_cast<std::size_t>(e - 1)]
-                                                                    : nullptr;
+            r != nullptr && e <= static_cast<int>(r->Events.size())
+                ? &r->Events[static_cast<std::size_t>(e - 1)]
+                : nullptr;
         line += " { event ";
         AppendWhole(line, event.EventId, before ? &before->EventId : nullptr, numbers,
                     fields::EventId(e));
@@ -188,7 +212,8 @@ std::vector<std::string> BodyGroupLines(const BodyGroupRec& group) {
     }
     std::vector<std::string> lines{"$bodygroup " + name, "{"};
     for (int p = 1; p <= parts; ++p) {
-        lines.push_back(group.Parts[Index(p)] == Blank ? std::string("blank") : "studio " + part(p));
+        lines.push_back(group.Parts[Index(p)] == Blank ? std::string("blank")
+                                                       : "studio " + part(p));
     }
     lines.emplace_back("}");
     return lines;
@@ -202,8 +227,9 @@ std::string AttachmentLine(const Document& doc, int slot, const AttachmentRead* 
         return FloatText(value, held ? &(read->Values.*field) : nullptr, numbers, id, false, '.');
     };
     return "$attachment " + (held ? read->IndexText : IntToText(slot)) + " " +
-           TokenOf(doc.AttachmentBones[Index(slot)]) + " " + number(a.X, &AttachmentRec::X, fields::X) +
-           " " + number(a.Y, &AttachmentRec::Y, fields::Y) + " " +
+           TokenOf(doc.AttachmentBones[Index(slot)]) + " " +
+           number(a.X, &AttachmentRec::X, fields::X) + " " +
+           number(a.Y, &AttachmentRec::Y, fields::Y) + " " +
            number(a.Z, &AttachmentRec::Z, fields::Z);
 }
 
@@ -213,7 +239,8 @@ std::string ControllerLine(const Document& doc, int slot, const ControllerRead* 
     const bool held = read != nullptr && read->Read;
     const NumberTexts* numbers = held ? &read->Numbers : nullptr;
     const auto number = [&](f32 value, f32 ControllerRec::*field, int id) {
-        return FloatText(value, held ? &(read->Values.*field) : nullptr, numbers, id, true, separator);
+        return FloatText(value, held ? &(read->Values.*field) : nullptr, numbers, id, true,
+                         separator);
     };
     const std::string axis =
         held && read->Values.Axis == c.Axis ? read->AxisText : std::string(AxisWord(c.Axis));

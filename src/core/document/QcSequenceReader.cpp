@@ -1,6 +1,7 @@
 #include "document/QcSequenceReader.h"
 
 #include "document/NumberText.h"
+#include "document/SequenceNumbers.h"
 
 #include <array>
 #include <charconv>
@@ -23,10 +24,8 @@ enum class Option {
     Deform,
     Event,
     Pivot,
-    Fps,
+    Number, // a row of SequenceNumbers
     Origin,
-    Rotate,
-    Scale,
     Loop,
     Frame,
     Blend,
@@ -40,9 +39,14 @@ enum class Option {
 
 // Most tokens of a sequence are numbers, names and events: their first
 // letter tells most of them apart before a word is compared.
+// The numeric options are compared whole, so they come ahead of the words
+// told apart by their first letters.
 Option OptionOf(std::string_view t) {
     if (t.empty()) {
         return Option::File;
+    }
+    if (SequenceNumberOf(t) >= 0) {
+        return Option::Number;
     }
     switch (Lower(t.front())) {
     case '{':
@@ -56,19 +60,11 @@ Option OptionOf(std::string_view t) {
     case 'p':
         return EqualNoCase(t, "pivot") ? Option::Pivot : Option::File;
     case 'f':
-        if (EqualNoCase(t, "fps")) {
-            return Option::Fps;
-        }
         return StartsNoCase(t, "frame") ? Option::Frame : Option::File;
     case 'o':
         return EqualNoCase(t, "origin") ? Option::Origin : Option::File;
     case 'r':
-        if (EqualNoCase(t, "rotate")) {
-            return Option::Rotate;
-        }
         return StartsNoCase(t, "rtra") ? Option::Transition : Option::File;
-    case 's':
-        return EqualNoCase(t, "scale") ? Option::Scale : Option::File;
     case 'l':
         if (StartsNoCase(t, "loop")) {
             return Option::Loop;
@@ -122,14 +118,12 @@ struct BlendWords {
 // What the tokens of a sequence said, before it becomes a record.
 struct SequenceWords {
     std::vector<Word> Files;
-    std::optional<Word> Fps;
+    std::array<std::optional<Word>, SequenceNumberCount> Numbers{};
     bool Loop = false;
     std::optional<Word> FrameStart;
     std::optional<Word> FrameEnd;
     bool Origin = false;
     std::array<Word, 3> OriginXyz{};
-    std::optional<Word> Rotate;
-    std::optional<Word> Scale;
     std::optional<Word> Activity;
     std::optional<Word> Weight;
     bool LX = false;
@@ -228,17 +222,11 @@ private:
         case Option::Pivot:
             Keep(3);
             break;
-        case Option::Fps:
-            Set(words_.Fps);
+        case Option::Number:
+            Set(words_.Numbers[static_cast<std::size_t>(SequenceNumberOf(cursor_.Text()))]);
             break;
         case Option::Origin:
             Origin();
-            break;
-        case Option::Rotate:
-            Set(words_.Rotate);
-            break;
-        case Option::Scale:
-            Set(words_.Scale);
             break;
         case Option::Loop:
             words_.Loop = true;
@@ -446,10 +434,22 @@ SequenceResult SequenceReader::Read(ScriptCursor& cursor, AnimRec& anim, Sequenc
         anim.KeptFiles.push_back(IsFileWord(kept.Text) ? std::string(kept.Raw)
                                                        : "animation " + std::string(kept.Raw));
     }
-    if (w.Fps) {
-        // The compiler keeps fractions here; the field holds the nearest.
-        anim.Fps = WholeField(CompilerFloat(w.Fps->Text));
-        KeepText(numbers, fields::Fps, IntToText(anim.Fps), w.Fps->Text);
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        if (const std::optional<Word>& read = w.Numbers[row]) {
+            source.Given[row] = true;
+            const double number = CompilerFloat(read->Text);
+            const int field = fields::SequenceNumber(row);
+            if (SequenceNumbers[row].Kind == SequenceNumberKind::Count) {
+                // The compiler keeps fractions here; the field holds the nearest.
+                const i16 whole = WholeField(number);
+                SetSequenceNumber(anim, row, whole);
+                KeepText(numbers, field, IntToText(whole), read->Text);
+            } else {
+                const f32 real = FloatField(number);
+                SetSequenceNumber(anim, row, real);
+                KeepText(numbers, field, FloatToPointText(real), read->Text);
+            }
+        }
     }
     anim.Loop = w.Loop ? 1 : 0;
     if (w.FrameStart) {
@@ -465,16 +465,6 @@ SequenceResult SequenceReader::Read(ScriptCursor& cursor, AnimRec& anim, Sequenc
             *xyz[i] = WholeField(CompilerFloat(read.Text));
             KeepText(numbers, fields::OriginX + i, IntToText(*xyz[i]), read.Text);
         }
-    }
-    source.Rotate = w.Rotate.has_value();
-    source.Scale = w.Scale.has_value();
-    if (w.Rotate) {
-        anim.Rotate = FloatField(CompilerFloat(w.Rotate->Text));
-        KeepText(numbers, fields::Rotate, FloatToPointText(anim.Rotate), w.Rotate->Text);
-    }
-    if (w.Scale) {
-        anim.Scale = FloatField(CompilerFloat(w.Scale->Text));
-        KeepText(numbers, fields::Scale, FloatToPointText(anim.Scale), w.Scale->Text);
     }
     if (w.Activity) {
         anim.ActivityId = FormText(*w.Activity);
@@ -505,7 +495,9 @@ SequenceResult SequenceReader::Read(ScriptCursor& cursor, AnimRec& anim, Sequenc
 
     // The values as read, their texts where they stand in the script.
     SequenceValues& v = source.Values;
-    v.Fps = anim.Fps;
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        v.Numbers[row] = SequenceNumberValue(anim, row);
+    }
     v.Loop = anim.Loop;
     v.FrameLimit = anim.FrameLimit;
     v.FrameStart = anim.FrameStart;
@@ -517,7 +509,6 @@ SequenceResult SequenceReader::Read(ScriptCursor& cursor, AnimRec& anim, Sequenc
     v.LX = anim.LX;
     v.LY = anim.LY;
     v.LZ = anim.LZ;
-    v.Scale = anim.Scale;
     v.SmdFile = w.Files.empty() ? std::string_view() : w.Files[0].Text;
     v.BlendOn = anim.BlendOn;
     v.BlendFile = anim.BlendOn == 1 ? w.Files[1].Text : std::string_view();
@@ -526,28 +517,31 @@ SequenceResult SequenceReader::Read(ScriptCursor& cursor, AnimRec& anim, Sequenc
     v.BlendMax = anim.BlendMax;
     v.Name = name;
     v.ActivityId = anim.ActivityId;
-    v.Rotate = anim.Rotate;
     v.KeptFiles = anim.KeptFiles;
     v.KeptOptions = anim.KeptOptions;
     v.Events.reserve(static_cast<std::size_t>(stored));
     for (int e = 1; e <= stored; ++e) {
         const EventWords& read = w.Events[static_cast<std::size_t>(e - 1)];
         const AnimEventRec& event = anim.Events[e];
-        v.Events.push_back({event.Frame, event.EventId,
-                            read.Options ? read.Options->Text : std::string_view()});
+        v.Events.push_back(
+            {event.Frame, event.EventId, read.Options ? read.Options->Text : std::string_view()});
     }
     return result;
 }
 
 bool SequenceValues::Same(const AnimRec& a) const {
-    if (a.Fps != Fps || a.Loop != Loop || a.FrameLimit != FrameLimit || a.FrameStart != FrameStart ||
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        if (SequenceNumberValue(a, row) != Numbers[row]) {
+            return false;
+        }
+    }
+    if (a.Loop != Loop || a.FrameLimit != FrameLimit || a.FrameStart != FrameStart ||
         a.FrameEnd != FrameEnd || a.OriginOn != OriginOn || a.OriginX != OriginX ||
         a.OriginY != OriginY || a.OriginZ != OriginZ || a.LX != LX || a.LY != LY || a.LZ != LZ ||
-        a.Scale != Scale || a.BlendOn != BlendOn || a.BlendAxis != BlendAxis ||
-        a.BlendMin != BlendMin || a.BlendMax != BlendMax || a.Rotate != Rotate ||
-        a.Name != Name || a.SmdFile != SmdFile || a.BlendFile != BlendFile ||
-        a.ActivityId != ActivityId || a.KeptFiles != KeptFiles || a.KeptOptions != KeptOptions ||
-        a.EventCount != Events.size()) {
+        a.BlendOn != BlendOn || a.BlendAxis != BlendAxis || a.BlendMin != BlendMin ||
+        a.BlendMax != BlendMax || a.Name != Name || a.SmdFile != SmdFile ||
+        a.BlendFile != BlendFile || a.ActivityId != ActivityId || a.KeptFiles != KeptFiles ||
+        a.KeptOptions != KeptOptions || a.EventCount != Events.size()) {
         return false;
     }
     for (std::size_t e = 0; e < Events.size(); ++e) {

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "document/SequenceNumbers.h"
 
 #include <array>
 #include <cstddef>
@@ -77,18 +78,17 @@ inline const std::string* FindNumberText(const NumberTexts& texts, int field) {
     return nullptr;
 }
 
-// The fields whose numbers are kept so. Events count two fields each from
-// FirstEventField on: the event number, then its frame.
+// The fields whose numbers are kept so: first the rows of SequenceNumbers,
+// then the others. Events count two fields each from FirstEventField on: the
+// event number, then its frame.
 namespace fields {
 enum : std::uint16_t {
-    Fps,
-    FrameStart,
+    FirstSequenceNumber,
+    FrameStart = FirstSequenceNumber + SequenceNumberCount,
     FrameEnd,
     OriginX,
     OriginY,
     OriginZ,
-    Rotate,
-    Scale,
     BlendMin,
     BlendMax,
     ModelScale,
@@ -104,6 +104,9 @@ enum : std::uint16_t {
     LimitMax,
     FirstEventField,
 };
+inline constexpr int SequenceNumber(std::size_t row) {
+    return FirstSequenceNumber + static_cast<int>(row);
+}
 inline constexpr int EventId(int e) { return FirstEventField + 2 * (e - 1); }
 inline constexpr int EventFrame(int e) { return FirstEventField + 2 * (e - 1) + 1; }
 } // namespace fields
@@ -116,7 +119,8 @@ struct SequenceValues {
         i16 EventId = 0;
         std::string_view Parameter;
     };
-    i16 Fps = 30;
+    // The rows of SequenceNumbers, as SequenceNumberValue gives them.
+    std::array<double, SequenceNumberCount> Numbers{};
     flag Loop = 0;
     flag FrameLimit = 0;
     i16 FrameStart = 0;
@@ -128,7 +132,6 @@ struct SequenceValues {
     flag LX = 0;
     flag LY = 0;
     flag LZ = 0;
-    f32 Scale = 1.0f;
     std::string_view SmdFile;
     std::vector<Event> Events; // the first event first
     std::string_view BlendFile;
@@ -138,7 +141,6 @@ struct SequenceValues {
     f32 BlendMax = 0.0f;
     std::string_view Name;
     std::string ActivityId;
-    f32 Rotate = 0.0f;
     std::vector<std::string> KeptFiles;
     std::vector<std::string> KeptOptions;
 
@@ -162,10 +164,10 @@ struct SequenceSource {
     std::shared_ptr<const std::string> Text; // the text the values stand in
     SequenceValues Values;
     NumberTexts Numbers;
-    // Options the script gave although their values are the defaults
-    // (rotate 0, scale 1): the compiler takes them over $origin and $scale.
-    bool Rotate = false;
-    bool Scale = false;
+    // The rows of SequenceNumbers the script gave: one whose value is the
+    // default (rotate 0, scale 1) stays, as the compiler takes it over
+    // $origin and $scale.
+    std::array<bool, SequenceNumberCount> Given{};
 };
 
 // Where a body group was read from, and its values then.

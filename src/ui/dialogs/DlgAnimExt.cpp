@@ -1,6 +1,7 @@
 #include "ui/dialogs/DlgAnimExt.h"
 
 #include "document/NumberText.h"
+#include "document/SequenceNumbers.h"
 #include "document/Text.h"
 #include "platform/Cp1252Text.h"
 #include "platform/Reflection.h"
@@ -39,14 +40,41 @@ template <class T> T* Make(QWidget* parent, const QString& text, const char* nam
     return Control(new T(text, parent), QString::fromLatin1(name));
 }
 
-QLineEdit* NumberBox(QWidget* parent, const char* text, const char* name) {
-    auto* box = Make<QLineEdit>(parent, QString::fromLatin1(text), name);
+QLineEdit* SmallBox(QWidget* parent, const QString& text, const QString& name) {
+    auto* box = Control(new QLineEdit(text, parent), name);
     box->setFixedWidth(64);
     return box;
 }
 
+QLineEdit* SmallBox(QWidget* parent, const char* text, const char* name) {
+    return SmallBox(parent, QString::fromLatin1(text), QString::fromLatin1(name));
+}
+
 flag Value(const QCheckBox* box) {
     return box->isChecked() ? 1 : 0;
+}
+
+QString Utf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A row's number as its box shows it.
+std::string NumberShown(double value, SequenceNumberKind kind) {
+    return kind == SequenceNumberKind::Count ? IntToText(static_cast<i16>(value))
+                                             : FloatToText(static_cast<f32>(value));
+}
+
+// The key filter of a row's box: digits, a minus, a point.
+int KeyFlags(SequenceNumberKind kind) {
+    switch (kind) {
+    case SequenceNumberKind::Count:
+        return 0;
+    case SequenceNumberKind::Degrees:
+        return 2;
+    case SequenceNumberKind::Factor:
+        return 3;
+    }
+    return 0;
 }
 
 } // namespace
@@ -57,14 +85,22 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     setObjectName(QStringLiteral("DlgAnimExt"));
     setWindowTitle(QStringLiteral("Erweiterte Animationseigenschaften"));
 
-    Label6 = Make<QLabel>(this, QStringLiteral("Fps:"), "Label6");
-    Text6 = NumberBox(this, "30", "Text6");
-    Text6->setToolTip(QStringLiteral("($sequence...fps) - Gibt die Geschwindigkeit an mit der die "
-                                     "Animation abgespielt wird"));
-    Label7 = Make<QLabel>(this, QStringLiteral("Rotation:"), "Label7");
-    TxtAnimRotate = NumberBox(this, "0", "TxtAnimRotate");
-    Label2 = Make<QLabel>(this, QStringLiteral("Ma\u00dfstab:"), "Label2");
-    TxtScale = NumberBox(this, "1", "TxtScale");
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        const SequenceNumber& option = SequenceNumbers[row];
+        auto* label = Control(new QLabel(Utf8(option.Label.German), this), Utf8(option.Label.Name));
+        // The box shows the record's default, in the point form.
+        const double fresh = SequenceNumberDefault(row);
+        auto* box = SmallBox(this,
+                             Number(option.Kind == SequenceNumberKind::Count
+                                        ? IntToText(static_cast<i16>(fresh))
+                                        : FloatToPointText(static_cast<f32>(fresh))),
+                             Utf8(option.Box.Name));
+        if (!option.Box.German.empty()) {
+            box->setToolTip(Utf8(option.Box.German));
+        }
+        NumberLabels.push_back(label);
+        NumberBoxes.push_back(box);
+    }
     Check1 = Make<QCheckBox>(this, QStringLiteral("Schleife"), "Check1");
     Check1->setToolTip(
         QStringLiteral("($sequence...looped) - Die Animation wird st\u00e4ndig wiederhohlt"));
@@ -79,10 +115,10 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     }
     ChkFrameGrenze = Make<QCheckBox>(this, QStringLiteral("Frames:"), "ChkFrameGrenze");
     ChkFrameGrenze->setToolTip(QStringLiteral("Benutze nur bestimmte Frames der Animation"));
-    TxtMinFrame = NumberBox(this, "0", "TxtMinFrame");
+    TxtMinFrame = SmallBox(this, "0", "TxtMinFrame");
     TxtMinFrame->setToolTip(QStringLiteral("Start"));
     Label8 = Make<QLabel>(this, QStringLiteral("bis"), "Label8");
-    TxtMaxFrame = NumberBox(this, "10", "TxtMaxFrame");
+    TxtMaxFrame = SmallBox(this, "10", "TxtMaxFrame");
     TxtMaxFrame->setToolTip(QStringLiteral("Ende"));
     TxtMinFrame->setEnabled(false);
     TxtMaxFrame->setEnabled(false);
@@ -114,10 +150,10 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     const QString limitTip = QStringLiteral(
         "Um wieviel Grad an der Achse gedreht werden kann (z.B. dass der Kopf nicht einmal um "
         "360 Grad gedreht werden kann)");
-    TxtLimitMin = NumberBox(FrameCtrl, "0", "TxtLimitMin");
+    TxtLimitMin = SmallBox(FrameCtrl, "0", "TxtLimitMin");
     TxtLimitMin->setToolTip(limitTip);
     Label5 = Make<QLabel>(FrameCtrl, QStringLiteral("Max:"), "Label5");
-    TxtLimitMax = NumberBox(FrameCtrl, "0", "TxtLimitMax");
+    TxtLimitMax = SmallBox(FrameCtrl, "0", "TxtLimitMax");
     TxtLimitMax->setToolTip(limitTip);
     FrameCtrl->setEnabled(false);
     OKButton = Make<QPushButton>(this, QStringLiteral("OK"), "OKButton");
@@ -131,12 +167,11 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     // Speed, rotation and scale; loop and motion; the frame range.
     auto* values = new QGridLayout;
     values->setHorizontalSpacing(8);
-    values->addWidget(Label6, 0, 0);
-    values->addWidget(Text6, 0, 1);
-    values->addWidget(Label7, 1, 0);
-    values->addWidget(TxtAnimRotate, 1, 1);
-    values->addWidget(Label2, 2, 0);
-    values->addWidget(TxtScale, 2, 1);
+    const int numbers = static_cast<int>(SequenceNumberCount);
+    for (int row = 0; row < numbers; ++row) {
+        values->addWidget(NumberLabels[static_cast<std::size_t>(row)], row, 0);
+        values->addWidget(NumberBoxes[static_cast<std::size_t>(row)], row, 1);
+    }
     values->addWidget(Check1, 0, 3);
     auto* motion = new QHBoxLayout;
     motion->addWidget(ChkLX);
@@ -153,7 +188,7 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     frames->addSpacing(4);
     frames->addWidget(TxtMaxFrame);
     frames->addStretch(1);
-    values->addLayout(frames, 3, 0, 1, 4);
+    values->addLayout(frames, std::max(numbers, 2), 0, 1, 4);
     auto* detail = new QVBoxLayout;
     detail->addWidget(CmdEvents);
     detail->addWidget(CmdOrigin);
@@ -198,9 +233,10 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     layout->addLayout(bottom);
     CmbBlendFile->setMinimumWidth(200);
 
-    connect(Text6, &QLineEdit::textChanged, this, &DlgAnimExt::Text6_Change);
-    connect(TxtAnimRotate, &QLineEdit::textChanged, this, &DlgAnimExt::TxtAnimRotate_Change);
-    connect(TxtScale, &QLineEdit::textChanged, this, &DlgAnimExt::TxtScale_Change);
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        connect(NumberBoxes[row], &QLineEdit::textChanged, this,
+                [this, row] { NumberBox_Change(row); });
+    }
     connect(TxtMinFrame, &QLineEdit::textChanged, this, &DlgAnimExt::TxtMinFrame_Change);
     connect(TxtMaxFrame, &QLineEdit::textChanged, this, &DlgAnimExt::TxtMaxFrame_Change);
     connect(TxtLimitMin, &QLineEdit::textChanged, this, &DlgAnimExt::TxtLimitMin_Change);
@@ -223,20 +259,31 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
     connect(CmdEvents, &QPushButton::clicked, this, &DlgAnimExt::CmdEvents_Click);
     connect(CmdOrigin, &QPushButton::clicked, this, &DlgAnimExt::CmdOrigin_Click);
     connect(OKButton, &QPushButton::clicked, this, &DlgAnimExt::OKButton_Click);
-    for (QLineEdit* whole : {Text6, TxtMinFrame, TxtMaxFrame}) {
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        FilterKeys(NumberBoxes[row], KeyFlags(SequenceNumbers[row].Kind));
+    }
+    for (QLineEdit* whole : {TxtMinFrame, TxtMaxFrame}) {
         FilterKeys(whole, 0);
     }
-    for (QLineEdit* signedWhole : {TxtAnimRotate, TxtLimitMin, TxtLimitMax}) {
+    for (QLineEdit* signedWhole : {TxtLimitMin, TxtLimitMax}) {
         FilterKeys(signedWhole, 2);
     }
-    FilterKeys(TxtScale, 3);
 }
 
 DlgAnimExt::~DlgAnimExt() = default;
 
-void DlgAnimExt::Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)()) {
+QLineEdit* DlgAnimExt::NumberBox(std::string_view name) const {
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        if (SequenceNumbers[row].Box.Name == name) {
+            return NumberBoxes[row];
+        }
+    }
+    return nullptr;
+}
+
+void DlgAnimExt::Fill(QLineEdit* box, const QString& text, const std::function<void()>& change) {
     if (box->text() == text) {
-        (this->*change)();
+        change();
     } else {
         box->setText(text);
     }
@@ -250,13 +297,15 @@ void DlgAnimExt::Form_Load() {
     }
     // Each box's change event writes its value straight back, through the
     // rules of the event: the frames come down to the file's last frame here.
-    Fill(TxtAnimRotate, Number(FloatToText(anim->Rotate)), &DlgAnimExt::TxtAnimRotate_Change);
-    Fill(TxtScale, Number(FloatToText(anim->Scale)), &DlgAnimExt::TxtScale_Change);
-    Fill(Text6, Number(IntToText(anim->Fps)), &DlgAnimExt::Text6_Change);
+    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
+        Fill(NumberBoxes[row],
+             Number(NumberShown(SequenceNumberValue(*anim, row), SequenceNumbers[row].Kind)),
+             [this, row] { NumberBox_Change(row); });
+    }
     Check1->setChecked(anim->Loop == 1);
     ChkFrameGrenze->setChecked(anim->FrameLimit == 1);
-    Fill(TxtMinFrame, Number(IntToText(anim->FrameStart)), &DlgAnimExt::TxtMinFrame_Change);
-    Fill(TxtMaxFrame, Number(IntToText(anim->FrameEnd)), &DlgAnimExt::TxtMaxFrame_Change);
+    Fill(TxtMinFrame, Number(IntToText(anim->FrameStart)), [this] { TxtMinFrame_Change(); });
+    Fill(TxtMaxFrame, Number(IntToText(anim->FrameEnd)), [this] { TxtMaxFrame_Change(); });
     ChkLX->setChecked(anim->LX == 1);
     ChkLY->setChecked(anim->LY == 1);
     ChkLZ->setChecked(anim->LZ == 1);
@@ -278,46 +327,41 @@ void DlgAnimExt::Form_Load() {
             CtrlAchse[static_cast<std::size_t>(index)]->setChecked(true);
         }
         CtrlAchse_Click(index);
-        Fill(TxtLimitMin, Number(FloatToText(anim->BlendMin)), &DlgAnimExt::TxtLimitMin_Change);
-        Fill(TxtLimitMax, Number(FloatToText(anim->BlendMax)), &DlgAnimExt::TxtLimitMax_Change);
+        Fill(TxtLimitMin, Number(FloatToText(anim->BlendMin)), [this] { TxtLimitMin_Change(); });
+        Fill(TxtLimitMax, Number(FloatToText(anim->BlendMax)), [this] { TxtLimitMax_Change(); });
         CmbBlendFile->setEditText(platform::FromCp1252(anim->BlendFile));
     }
 }
 
-// An empty box falls back to a number shown in it; a text that is no
-// number yet ("-", "1.2.3", above 32767) keeps the last number in the record.
-void DlgAnimExt::Text6_Change() {
-    if (Text6->text().isEmpty()) {
-        Text6->setText(QStringLiteral("0"));
+// An empty box falls back to its row's number, shown in it; a text that is
+// no number yet ("-", "1.2.3", above 32767) keeps the last number in the
+// record, except for degrees, which read the number at the text's start,
+// the user's decimal separator taken as a point.
+void DlgAnimExt::NumberBox_Change(std::size_t row) {
+    const SequenceNumber& option = SequenceNumbers[row];
+    QLineEdit* box = NumberBoxes[row];
+    if (box->text().isEmpty()) {
+        box->setText(Utf8(option.EmptyText));
     }
     AnimRec* anim = main_.CurrentAnim();
     if (anim == nullptr) {
         return;
     }
-    if (const std::optional<i16> fps = StrictToI16(NumberText(Text6->text()))) {
-        anim->Fps = *fps;
-    }
-}
-
-void DlgAnimExt::TxtAnimRotate_Change() {
-    if (TxtAnimRotate->text().isEmpty()) {
-        TxtAnimRotate->setText(QStringLiteral("0"));
-    }
-    if (AnimRec* anim = main_.CurrentAnim()) {
-        anim->Rotate = ToF32(FieldNumber(NumberText(TxtAnimRotate->text())));
-    }
-}
-
-void DlgAnimExt::TxtScale_Change() {
-    if (TxtScale->text().isEmpty()) {
-        TxtScale->setText(QStringLiteral("1"));
-    }
-    AnimRec* anim = main_.CurrentAnim();
-    if (anim == nullptr) {
-        return;
-    }
-    if (const std::optional<f32> scale = StrictToF32(NumberText(TxtScale->text()))) {
-        anim->Scale = *scale;
+    const std::string text = NumberText(box->text());
+    switch (option.Kind) {
+    case SequenceNumberKind::Count:
+        if (const std::optional<i16> whole = StrictToI16(text)) {
+            SetSequenceNumber(*anim, row, *whole);
+        }
+        break;
+    case SequenceNumberKind::Degrees:
+        SetSequenceNumber(*anim, row, ToF32(FieldNumber(text)));
+        break;
+    case SequenceNumberKind::Factor:
+        if (const std::optional<f32> real = StrictToF32(text)) {
+            SetSequenceNumber(*anim, row, *real);
+        }
+        break;
     }
 }
 

@@ -2,12 +2,17 @@
 // range, motion, rotation, scale and blending, and the way to its events and
 // its origin. The animation is the one selected on the main window's page
 // "Animationsdateien", looked up again in every event. Every control writes
-// into it in its own event; OKButton only closes the form.
+// into it in its own event; OKButton only closes the form. The numeric
+// options (speed, rotation, scale, ...) are a label and a text box for each
+// row of SequenceNumbers, built, filled and read by their row.
 #pragma once
 
 #include "ui/localisation/LocalisedDialog.h"
 
 #include <array>
+#include <functional>
+#include <string_view>
+#include <vector>
 
 class QCheckBox;
 class QComboBox;
@@ -28,12 +33,9 @@ public:
                QWidget* parent = nullptr);
     ~DlgAnimExt() override;
 
-    QLabel* Label6 = nullptr;
-    QLineEdit* Text6 = nullptr;
-    QLabel* Label7 = nullptr;
-    QLineEdit* TxtAnimRotate = nullptr;
-    QLabel* Label2 = nullptr;
-    QLineEdit* TxtScale = nullptr;
+    // A row's label and text box, by the row of SequenceNumbers.
+    std::vector<QLabel*> NumberLabels;
+    std::vector<QLineEdit*> NumberBoxes;
     QCheckBox* Check1 = nullptr;
     QCheckBox* ChkLX = nullptr;
     QCheckBox* ChkLY = nullptr;
@@ -56,9 +58,10 @@ public:
     QLineEdit* TxtLimitMax = nullptr;
     QPushButton* OKButton = nullptr;
 
-    void Text6_Change();
-    void TxtAnimRotate_Change();
-    void TxtScale_Change();
+    // The text box of a numeric option by its name ("Text6"); null for none.
+    QLineEdit* NumberBox(std::string_view name) const;
+
+    void NumberBox_Change(std::size_t row);
     void TxtMinFrame_Change();
     void TxtMaxFrame_Change();
     void TxtLimitMin_Change();
@@ -79,7 +82,7 @@ private:
     void Form_Load() override;
     // Sets a text box's text and runs its change event, also when the text
     // does not change.
-    void Fill(QLineEdit* box, const QString& text, void (DlgAnimExt::*change)());
+    void Fill(QLineEdit* box, const QString& text, const std::function<void()>& change);
     void StoreFrame(QLineEdit* box, i16& field);
 
     MainWindowAccess& main_;

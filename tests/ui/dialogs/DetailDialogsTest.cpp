@@ -143,7 +143,7 @@ TEST_F(DetailDialogsTest, AnimationPropertiesReachTheSequenceLine) {
     const Case cases[] = {
         {"typed values; a frame above the file's last comes down at once", 1, none,
          [](DlgAnimExt& d) {
-             Type(d.Text6, "25");
+             Type(d.NumberBox("Text6"), "25");
              d.Check1->click();
              d.ChkLX->click();
              d.ChkLZ->click();
@@ -152,21 +152,21 @@ TEST_F(DetailDialogsTest, AnimationPropertiesReachTheSequenceLine) {
              Type(d.TxtMinFrame, "2");
              Type(d.TxtMaxFrame, "99");
              EXPECT_EQ(d.TxtMaxFrame->text(), "12");
-             Type(d.TxtScale, "1,5"); // the key filter makes the comma a point
-             EXPECT_EQ(d.TxtScale->text(), "1.5");
-             Type(d.TxtAnimRotate, "-9.5"); // no point in a rotation
+             Type(d.NumberBox("TxtScale"), "1,5"); // the key filter makes the comma a point
+             EXPECT_EQ(d.NumberBox("TxtScale")->text(), "1.5");
+             Type(d.NumberBox("TxtAnimRotate"), "-9.5"); // no point in a rotation
              d.OKButton->click();
          },
          R"($sequence "walk" "walk" fps 25 loop frame 2 12 rotate -95  LX LZ scale 1.5)"},
         {"empty boxes fall back or keep; rejected texts keep the last number", 1, none,
          [](DlgAnimExt& d) {
-             Clear(d.Text6);
-             EXPECT_EQ(d.Text6->text(), "0");
-             Type(d.Text6, "40000"); // 4000 fits, 40000 does not
-             Clear(d.TxtScale);
-             EXPECT_EQ(d.TxtScale->text(), "1");
-             Type(d.TxtScale, "1.2.3"); // 1.2 on the way there
-             Type(d.TxtScale, "-");
+             Clear(d.NumberBox("Text6"));
+             EXPECT_EQ(d.NumberBox("Text6")->text(), "0");
+             Type(d.NumberBox("Text6"), "40000"); // 4000 fits, 40000 does not
+             Clear(d.NumberBox("TxtScale"));
+             EXPECT_EQ(d.NumberBox("TxtScale")->text(), "1");
+             Type(d.NumberBox("TxtScale"), "1.2.3"); // 1.2 on the way there
+             Type(d.NumberBox("TxtScale"), "-");
              d.ChkFrameGrenze->click();
              Clear(d.TxtMaxFrame);
              EXPECT_EQ(d.TxtMaxFrame->text(), "");
@@ -622,7 +622,7 @@ TEST_F(DecimalCommaTest, NumbersShownWithACommaComeBackWhole) {
     Drive<DlgAnimExt>([&] { form->CmdAnimExt->click(); },
                       [&](DlgAnimExt& d) {
                           EXPECT_EQ(d.TxtLimitMin->text(), "-12,5");
-                          EXPECT_EQ(d.TxtAnimRotate->text(), "12,5");
+                          EXPECT_EQ(d.NumberBox("TxtAnimRotate")->text(), "12,5");
                           Drive<DlgOrigin>([&] { d.CmdOrigin->click(); },
                                            [&](DlgOrigin& o) {
                                                Enter(o.TxtY,
