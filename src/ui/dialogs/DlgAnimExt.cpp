@@ -32,6 +32,15 @@ using platform::Control;
 
 namespace {
 
+// The row of the numeric option whose box has this name; past the table for none.
+std::size_t NumberRow(std::string_view name) {
+    std::size_t row = 0;
+    while (row < SequenceNumberCount && SequenceNumbers[row].Box.Name != name) {
+        ++row;
+    }
+    return row;
+}
+
 QString Number(const std::string& text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -101,6 +110,9 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
         NumberLabels.push_back(label);
         NumberBoxes.push_back(box);
     }
+    Text6 = NumberBox("Text6");
+    TxtAnimRotate = NumberBox("TxtAnimRotate");
+    TxtScale = NumberBox("TxtScale");
     Check1 = Make<QCheckBox>(this, QStringLiteral("Schleife"), "Check1");
     Check1->setToolTip(
         QStringLiteral("($sequence...looped) - Die Animation wird st\u00e4ndig wiederhohlt"));
@@ -273,12 +285,20 @@ DlgAnimExt::DlgAnimExt(AppState& state, platform::Services& services, MainWindow
 DlgAnimExt::~DlgAnimExt() = default;
 
 QLineEdit* DlgAnimExt::NumberBox(std::string_view name) const {
-    for (std::size_t row = 0; row < SequenceNumberCount; ++row) {
-        if (SequenceNumbers[row].Box.Name == name) {
-            return NumberBoxes[row];
-        }
-    }
-    return nullptr;
+    const std::size_t row = NumberRow(name);
+    return row < NumberBoxes.size() ? NumberBoxes[row] : nullptr;
+}
+
+void DlgAnimExt::Text6_Change() {
+    NumberBox_Change(NumberRow("Text6"));
+}
+
+void DlgAnimExt::TxtAnimRotate_Change() {
+    NumberBox_Change(NumberRow("TxtAnimRotate"));
+}
+
+void DlgAnimExt::TxtScale_Change() {
+    NumberBox_Change(NumberRow("TxtScale"));
 }
 
 void DlgAnimExt::Fill(QLineEdit* box, const QString& text, const std::function<void()>& change) {

@@ -36,6 +36,10 @@ public:
     // A row's label and text box, by the row of SequenceNumbers.
     std::vector<QLabel*> NumberLabels;
     std::vector<QLineEdit*> NumberBoxes;
+    // The boxes of fps, rotate and scale by their own names.
+    QLineEdit* Text6 = nullptr;
+    QLineEdit* TxtAnimRotate = nullptr;
+    QLineEdit* TxtScale = nullptr;
     QCheckBox* Check1 = nullptr;
     QCheckBox* ChkLX = nullptr;
     QCheckBox* ChkLY = nullptr;
@@ -62,6 +66,9 @@ public:
     QLineEdit* NumberBox(std::string_view name) const;
 
     void NumberBox_Change(std::size_t row);
+    void Text6_Change();
+    void TxtAnimRotate_Change();
+    void TxtScale_Change();
     void TxtMinFrame_Change();
     void TxtMaxFrame_Change();
     void TxtLimitMin_Change();
