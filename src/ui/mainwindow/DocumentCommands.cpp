@@ -17,6 +17,7 @@
 // runs only when asked (the questions) and shortly after the user's input
 // (the title bar), never on a timer of its own.
 #include "ui/mainwindow/DocumentCommands.h"
+#include "ui/common/Texts.h"
 
 #include "document/InputFile.h"
 #include "document/Paths.h"
@@ -50,16 +51,6 @@
 
 namespace quarle::ui {
 namespace {
-
-// A text of the language file.
-QString Text(const std::string& s) {
-    return QString::fromStdString(s);
-}
-
-// A text of the document: a path or a name.
-QString Doc(const std::string& s) {
-    return platform::FromCp1252(s);
-}
 
 std::string Rendered(const Document& doc) {
     std::ostringstream out;

@@ -1,5 +1,6 @@
 // Start and stop of the program, and what the window hands on to its parts.
 #include "ui/mainwindow/FrmMain.h"
+#include "ui/common/Texts.h"
 
 #include "document/InputFile.h"
 #include "document/Paths.h"
@@ -31,19 +32,6 @@
 #include <algorithm>
 
 namespace quarle::ui {
-namespace {
-
-// A text of the language file.
-QString Text(const std::string& s) {
-    return QString::fromStdString(s);
-}
-
-// A text of the document.
-QString Doc(const std::string& s) {
-    return platform::FromCp1252(s);
-}
-
-} // namespace
 
 // ---------------------------------------------------------------------------
 // The window and its parts

@@ -1,4 +1,5 @@
 #include "ui/mainwindow/FrmMainReaderHost.h"
+#include "ui/common/Texts.h"
 
 #include "document/Paths.h"
 #include "localisation/Cp1252.h"
@@ -22,11 +23,6 @@ namespace {
 // A text of the language file.
 QString Q(const std::string& s) {
     return QString::fromStdString(s);
-}
-
-// A text of the document: a path or a name.
-QString Doc(const std::string& s) {
-    return platform::FromCp1252(s);
 }
 
 } // namespace

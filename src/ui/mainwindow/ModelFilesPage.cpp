@@ -6,6 +6,7 @@
 // with the part when parts move, so that a part never shows or writes the
 // flag of another; a new part starts without the flag.
 #include "ui/mainwindow/ModelFilesPage.h"
+#include "ui/common/Texts.h"
 
 #include "document/Paths.h"
 #include "localisation/GlobalStrings.h"
@@ -40,16 +41,6 @@ namespace quarle::ui {
 namespace {
 
 constexpr int MeshesTab = 0;
-
-// A text of the language file.
-QString Text(const std::string& s) {
-    return QString::fromStdString(s);
-}
-
-// A text of the document.
-QString Doc(const std::string& s) {
-    return platform::FromCp1252(s);
-}
 
 std::size_t Slot(int i) {
     return static_cast<std::size_t>(i);

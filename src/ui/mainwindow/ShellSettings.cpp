@@ -1,4 +1,5 @@
 #include "ui/mainwindow/ShellSettings.h"
+#include "ui/common/Texts.h"
 
 #include "localisation/LanguageFile.h"
 #include "platform/Cp1252Text.h"
@@ -6,10 +7,6 @@
 
 namespace quarle::ui {
 namespace {
-
-QString Text(const std::string& s) {
-    return QString::fromStdString(s);
-}
 
 QString InProgramFolder(const QString& programFolder, const char* file) {
 #ifdef Q_OS_WIN
