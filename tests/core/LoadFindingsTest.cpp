@@ -1,5 +1,6 @@
 #include "ScriptTestSupport.h"
 #include "document/LoadFindings.h"
+#include "document/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -32,12 +33,14 @@ TEST(LoadFindings, EachKindNamesItsPlaceAndTheHeadWhatASaveChanges) {
     EXPECT_EQ(m.Findings,
               (LoadFindings{{FindingKind::PathAnswered, model, 1, "$cd \"" + m.Dir / "nowhere" + "\"", {}},
                             {FindingKind::IncludeMissing, model, 4, "$include \"gone.qci\"", {}},
-                            {FindingKind::MoreThanTenTextures, model, 0, m.M() + "/many.smd", {}}}));
+                            {FindingKind::MoreThanTenTextures, model, 0,
+                             paths::Join(m.M(), "many.smd"), {}}}));
     EXPECT_EQ(FindingWarning(m.Findings[1]),
               "warning: model.qc, line 4: $include \"gone.qci\" (An included file cannot be "
               "opened: its $include line is kept as it stands, and the compiler will stop there "
               "too)");
-    EXPECT_EQ(FindingPlace(m.Findings[2], EnglishMessageTexts()), "model.qc: " + m.M() + "/many.smd");
+    EXPECT_EQ(FindingPlace(m.Findings[2], EnglishMessageTexts()),
+              "model.qc: " + paths::Join(m.M(), "many.smd"));
     EXPECT_EQ(FindingsHead(m.Findings),
               "A save of this script changes what the compiler reads in 1 place.");
     EXPECT_EQ(FindingsHead({m.Findings[1], m.Findings[2]}),

@@ -1,6 +1,7 @@
 #include "document/QcInclude.h"
 
 #include "ScriptTestSupport.h"
+#include "document/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -158,7 +159,8 @@ TEST(QcInclude, AnIncludeFoundWhereTheUserPointsIsNamedThere) {
     l.Dir.Write("elsewhere/anims.qci", "$sequence walk walk\n");
     l.Host.Answer(l.Dir / "elsewhere");
     l.Load(l.Paths() + "$include \"anims.qci\"\n");
-    EXPECT_EQ(LinesOf(l.Written(), "$include"), "$include \"elsewhere/anims.qci\"\n");
+    EXPECT_EQ(LinesOf(l.Written(), "$include"),
+              "$include \"" + paths::ToStyle("elsewhere/anims.qci") + "\"\n");
     ASSERT_EQ(l.Findings.size(), 1u);
     EXPECT_EQ(l.Findings[0].Kind, FindingKind::PathAnswered);
 
