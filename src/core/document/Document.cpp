@@ -34,15 +34,12 @@ void ResetBodyGroup(BodyGroupRec& group) {
 
 } // namespace
 
-AnimEventRec& EventTable::operator[](int i) {
-    if (i >= static_cast<int>(slots_.size())) {
-        slots_.resize(static_cast<std::size_t>(i) + 1);
-    }
-    return slots_[static_cast<std::size_t>(i)];
+void EventTable::Grow(int i) {
+    slots_.resize(static_cast<std::size_t>(i) + 1);
 }
 
-const AnimEventRec& EventTable::operator[](int i) const {
-    return i < static_cast<int>(slots_.size()) ? slots_[static_cast<std::size_t>(i)] : FreshEvent;
+const AnimEventRec& EventTable::Fresh() {
+    return FreshEvent;
 }
 
 void EventTable::Reset(int first, int last) {

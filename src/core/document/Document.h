@@ -72,9 +72,16 @@ public:
     static constexpr int Size = limits::LastEventSlot + 1;
 
     // Write access: storage grows to hold slot i (0..1024).
-    AnimEventRec& operator[](int i);
+    AnimEventRec& operator[](int i) {
+        if (i >= static_cast<int>(slots_.size())) {
+            Grow(i);
+        }
+        return slots_[static_cast<std::size_t>(i)];
+    }
     // Read access: a slot never written reads as a fresh record.
-    const AnimEventRec& operator[](int i) const;
+    const AnimEventRec& operator[](int i) const {
+        return i < static_cast<int>(slots_.size()) ? slots_[static_cast<std::size_t>(i)] : Fresh();
+    }
 
     // Puts slots first..last back to the reset value; releases storage when
     // nothing above them holds a value.
@@ -87,6 +94,9 @@ public:
     bool operator==(const EventTable& other) const;
 
 private:
+    void Grow(int i);
+    static const AnimEventRec& Fresh();
+
     std::vector<AnimEventRec> slots_;
 };
 

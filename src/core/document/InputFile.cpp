@@ -4,6 +4,7 @@
 #include "document/Paths.h"
 
 #include <algorithm>
+#include <cstring>
 #include <cerrno>
 #include <utility>
 
@@ -230,7 +231,16 @@ bool InputFile::ReadAll(std::string& text) {
     text.resize(used + static_cast<std::size_t>(std::max<std::uint64_t>(size_, 1 << 14)));
     for (;;) {
         if (used == text.size()) {
+            // Full at the size the file had: a small read tells whether it
+            // grew since, so that a file read whole is not copied over.
+            char probe[4096];
+            const std::size_t more = Read(probe, sizeof probe);
+            if (more == 0) {
+                break;
+            }
             text.resize(text.size() + std::max<std::size_t>(text.size() / 2, 1 << 14));
+            std::memcpy(text.data() + used, probe, more);
+            used += more;
         }
         const std::size_t got = Read(text.data() + used, text.size() - used);
         if (got == 0) {

@@ -232,22 +232,10 @@ bool SameTexture(std::string_view a, std::string_view b) {
     return EqualNoCase(TextureKey(a), TextureKey(b));
 }
 
-std::string_view ScriptCursor::Raw() const {
-    const ScriptToken& t = tokens_.Token();
-    const std::string& text = tokens_.SourceText(t.Source);
-    return std::string_view(text).substr(t.Begin, t.End - t.Begin);
-}
-
 void ScriptCursor::StartDirective() {
     const ScriptToken& t = tokens_.Token();
     span_ = {t.Source, t.Begin, t.End};
     straddles_ = false;
-}
-
-void ScriptCursor::QuoteEnds(const ScriptToken& t) {
-    if (t.End - t.Begin < 2 || tokens_.SourceText(t.Source)[t.End - 1] != '"') {
-        stops_ = true;
-    }
 }
 
 bool ScriptCursor::Other(TokenStatus status, bool crossLine) {

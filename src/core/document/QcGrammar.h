@@ -92,7 +92,10 @@ public:
     // the tokens are: it stays valid when the cursor moves on.
     std::string_view Text() const { return tokens_.Token().View; }
     // The token's bytes in its source, quotes included.
-    std::string_view Raw() const;
+    std::string_view Raw() const {
+        const ScriptToken& t = tokens_.Token();
+        return std::string_view(tokens_.SourceText(t.Source)).substr(t.Begin, t.End - t.Begin);
+    }
     const ScriptTokens& Tokens() const { return tokens_; }
 
     // A directive starts at the current token: its bytes run to the end of
@@ -124,7 +127,11 @@ private:
         return true;
     }
     // Whether a quoted token found its closing quote.
-    void QuoteEnds(const ScriptToken& t);
+    void QuoteEnds(const ScriptToken& t) {
+        if (t.End - t.Begin < 2 || tokens_.SourceText(t.Source)[t.End - 1] != '"') {
+            stops_ = true;
+        }
+    }
     // What the tokens said other than a token: the end, a line that ended,
     // an include passed over.
     bool Other(TokenStatus status, bool crossLine);

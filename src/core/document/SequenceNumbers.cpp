@@ -4,7 +4,32 @@
 
 namespace quarle {
 
+namespace {
+
+// The first letters of the keywords, either case: most tokens of a sequence
+// start with none of them.
+struct FirstLetters {
+    bool Has[256] = {};
+    constexpr FirstLetters() {
+        for (const SequenceNumber& row : SequenceNumbers) {
+            const char c = row.Keyword[0];
+            Has[static_cast<unsigned char>(c)] = true;
+            if (c >= 'a' && c <= 'z') {
+                Has[static_cast<unsigned char>(c - 'a' + 'A')] = true;
+            } else if (c >= 'A' && c <= 'Z') {
+                Has[static_cast<unsigned char>(c - 'A' + 'a')] = true;
+            }
+        }
+    }
+};
+constexpr FirstLetters Starts;
+
+} // namespace
+
 int SequenceNumberOf(std::string_view token) {
+    if (token.empty() || !Starts.Has[static_cast<unsigned char>(token.front())]) {
+        return -1;
+    }
     for (std::size_t i = 0; i < SequenceNumberCount; ++i) {
         const std::string_view keyword = SequenceNumbers[i].Keyword;
         if (token.size() == keyword.size() && EqualNoCase(token, keyword)) {
