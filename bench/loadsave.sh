@@ -8,6 +8,10 @@
 # folder is timed as well, as the reference that does what a safe save does.
 #
 #   bench/loadsave.sh [path/to/quarle-qc] [RUNS]
+#
+# BASELINE=path/to/quarle-qc also times another build of the tool in the same
+# runs, so that a change is measured against the code before it under the
+# same load.
 set -euo pipefail
 
 tool="${1:-$(dirname "$0")/../build/bin/quarle-qc}"
@@ -83,7 +87,13 @@ median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 tool_times=()
 cat_times=()
 sync_times=()
+base_times=()
 for _ in $(seq 1 "$runs"); do
+    if [ -n "${BASELINE:-}" ]; then
+        t0=$(now)
+        "$BASELINE" roundtrip "$work/big.qc" "$work/base.qc"
+        base_times+=($(($(now) - t0)))
+    fi
     t0=$(now)
     "$tool" roundtrip "$work/big.qc" "$work/out.qc"
     t1=$(now)
@@ -105,7 +115,12 @@ sequences=$(grep -c '^\$sequence "' "$work/out.qc")
 
 printf 'input: %d lines, %d bytes (4 files); output: %d bytes, %d sequences\n' \
     "$lines" "$bytes" "$out_bytes" "$sequences"
-awk -v runs="$runs" -v t="$tool_ns" -v c="$cat_ns" -v s="$sync_ns" 'BEGIN {
+base_ns=0
+if [ -n "${BASELINE:-}" ]; then
+    base_ns=$(printf '%s\n' "${base_times[@]}" | median)
+fi
+awk -v runs="$runs" -v t="$tool_ns" -v c="$cat_ns" -v s="$sync_ns" -v b="$base_ns" 'BEGIN {
     printf "median of %d runs: roundtrip %.2f ms, cat %.2f ms, ratio %.1f\n", runs, t / 1e6, c / 1e6, t / c
     printf "cat and sync %.2f ms, ratio %.1f\n", s / 1e6, t / s
+    if (b > 0) printf "baseline %.2f ms, ratio %.1f (against cat and sync %.1f)\n", b / 1e6, b / c, b / s
 }'

@@ -1,6 +1,7 @@
 #include "document/ScriptTokens.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace quarle {
@@ -103,8 +104,13 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
             if (end == std::string::npos) {
                 end = s.size();
             }
-            f.Line += static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
-                                                  s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+            // Most quoted tokens hold no line end: looked for a block at a time.
+            const char* const data = s.data();
+            for (const void* p = std::memchr(data + start, '\n', end - start); p != nullptr;
+                 p = std::memchr(static_cast<const char*>(p) + 1, '\n',
+                                 end - (static_cast<const char*>(p) + 1 - data))) {
+                ++f.Line;
+            }
             f.Pos = end < s.size() ? end + 1 : end;
         } else {
             const std::size_t size = s.size();
