@@ -200,6 +200,9 @@ private:
     platform::Services& services_;
     platform::SettingsStore& settings_;
     bool stopped_ = false;
+    // The mascot's pictures are looked for once a run: where they are
+    // missing, the idle poses do not look again at every tick.
+    bool wizardPicturesSought_ = false;
     // Runs shortly after the user's input: the title's mark follows.
     QTimer* titleCheck_ = nullptr;
 

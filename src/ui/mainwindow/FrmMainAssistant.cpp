@@ -223,7 +223,8 @@ void FrmMain::MoveWizard(int x, int y) {
 void FrmMain::SetWizardAnim(int anim) {
     TmrPlayAnim->stop();
     HideWizard();
-    if (ImgLstWizAnims.isEmpty()) {
+    if (!wizardPicturesSought_) {
+        wizardPicturesSought_ = true;
         FindAssistantPictures(services_.ProgramFolder(), ImgLstWizAnims);
         ReadCloseBox(services_.ProgramFolder(), ImgLstMain);
         if (!ImgLstMain.isEmpty()) {
