@@ -5,6 +5,7 @@
 #include "compile/CompilerText.h"
 #include "compile/ModelBuild.h"
 #include "document/BmpHeader.h"
+#include "document/InputFile.h"
 #include "document/Paths.h"
 #include "document/QcInclude.h"
 #include "localisation/Cp1252.h"
@@ -156,8 +157,19 @@ private:
         }
         NoteCase(file.Path, found);
         std::string text;
-        if (!ReadWholeFile(found.Path, text)) {
-            Error(MSG_CHECK_SMD_UNREADABLE, {ShownPath(found.Path)});
+        OpenProblem problem;
+        if (!ReadWholeFile(found.Path, text, &problem)) {
+            if (!missing_.insert(file.Path).second) {
+                return std::nullopt; // said at its first use
+            }
+            // Why, where the open says (a folder, a pipe, too large, denied).
+            problem.Path = ShownPath(found.Path);
+            const std::string why = DescribeOpenProblem(problem, texts_);
+            if (why.empty()) {
+                Error(MSG_CHECK_SMD_UNREADABLE, {problem.Path});
+            } else {
+                add_(why, RowKind::Error);
+            }
             return std::nullopt;
         }
         return text;

@@ -440,6 +440,12 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
          },
          E, "walk"},
         {"a missing part", [](TempDir& t) { std::filesystem::remove(t / "body.smd"); }, E, "body.smd"},
+        {"a part that is a folder",
+         [](TempDir& t) {
+             std::filesystem::remove(t / "body.smd");
+             std::filesystem::create_directory(t / "body.smd");
+         },
+         E, "body.smd\" is a folder"},
         {"a part name of 65 characters",
          [](TempDir& t) {
              const std::string name(65, 'p');
