@@ -173,15 +173,10 @@ ScriptLaunch LaunchForScript(ScriptStyle style) {
 
 std::string WriteFileReplacing(const std::string& path, std::string_view bytes) {
     const fs::path target = PathOf(path);
-    SafeWriteOptions options;
-    std::error_code ignored;
-    if (const fs::file_status old = fs::status(target, ignored); fs::is_regular_file(old)) {
-        options.Permissions = old.permissions(); // a script keeps what the user set
-    }
+    // A script replaced keeps the permissions the user set.
     const SafeWriteResult written = WriteFileSafely(
         target,
-        [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); },
-        options);
+        [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); });
     switch (written.Step) {
     case SafeWriteStep::Done:
         return {};

