@@ -103,9 +103,19 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
             if (end == std::string::npos) {
                 end = s.size();
             }
-            f.Line += static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
-                                                  s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+            const int lines = static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
+                                                          s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+            f.Line += lines;
             f.Pos = end < s.size() ? end + 1 : end;
+            if (lines > 0) {
+                ScriptToken across;
+                across.Quoted = true;
+                across.Source = token_.Source;
+                across.Line = token_.Line;
+                across.Begin = token_.Begin;
+                across.End = f.Pos;
+                acrossLines_.push_back(std::move(across));
+            }
         } else {
             const std::size_t size = s.size();
             const char* const data = s.data();
