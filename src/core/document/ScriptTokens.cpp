@@ -103,11 +103,10 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
             if (end == std::string::npos) {
                 end = s.size();
             }
-            const int lines = static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
-                                                          s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
-            f.Line += lines;
+            f.Line += static_cast<int>(std::count(s.begin() + static_cast<std::ptrdiff_t>(start),
+                                                  s.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
             f.Pos = end < s.size() ? end + 1 : end;
-            if (lines > 0) {
+            if (f.Line > token_.Line) {
                 ScriptToken across;
                 across.Quoted = true;
                 across.Source = token_.Source;
