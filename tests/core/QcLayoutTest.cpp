@@ -279,5 +279,21 @@ TEST(QcLayout, ARecordAddedBesideAQuoteAcrossLinesReadsBack) {
     }
 }
 
+// A number the script wrote in quotes (a blank, nothing) keeps its quotes
+// when its sequence is written anew: bare, it would be no token, and the
+// words behind it would move up into its place.
+TEST(QcLayout, AQuotedNumberIsWrittenAnewInItsQuotes) {
+    for (const std::string frame : {"\" \"", "\"\""}) {
+        Model m;
+        ASSERT_EQ(m.Load(m.Paths() + "$sequence a walk { event 5 " + frame + " opt }\n"),
+                  ReadOutcome::Loaded);
+        m.Doc->Anims[0][0].Fps = 12;
+        Model again;
+        ASSERT_EQ(again.LoadFile(m.Dir.Write("again.qc", m.Written())), ReadOutcome::Loaded);
+        EXPECT_EQ(again.Doc->Anims[0][0].Events[1].Parameter, "opt") << m.Written();
+        EXPECT_EQ(Forms(*again.Doc), Forms(*m.Doc)) << frame;
+    }
+}
+
 } // namespace
 } // namespace quarle
