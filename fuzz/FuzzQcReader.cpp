@@ -102,33 +102,6 @@ bool SameForms(const quarle::Document& a, const quarle::Document& b) {
     return true;
 }
 
-// Whether a quoted token of the text runs across a line end, its quotes
-// paired as the compiler pairs them (comments passed over as it does). A
-// line a save adds behind such a place can end up inside a quote, where
-// the compiler too reads it as part of a name; the reader does not yet
-// flag such a script as one the compiler stops in.
-bool QuoteRunsAcrossLines(const std::string& text) {
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (quoted) {
-            if (c == '\n') {
-                return true;
-            }
-            quoted = c != '"';
-        } else if (c == '"') {
-            quoted = true;
-        } else if (c == ';' || c == '#' || (c == '/' && i + 1 < text.size() && text[i + 1] == '/')) {
-            const std::size_t end = text.find('\n', i);
-            if (end == std::string::npos) {
-                break;
-            }
-            i = end;
-        }
-    }
-    return false;
-}
-
 // A change as the forms make one, chosen by the input: a frame rate, a
 // part's reverse, an attachment's position, a new animation.
 void Change(quarle::Document& doc, std::size_t choice) {
@@ -229,7 +202,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Not where the compiler stops in the script: behind that place it
     // reads nothing as the forms show it, and a record written anew need
     // not read back as it stood (a sequence cut short, braces left open).
-    if (!doc.Layout || doc.Layout->CompilerStops || QuoteRunsAcrossLines(first)) {
+    if (!doc.Layout || doc.Layout->CompilerStops) {
         return 0;
     }
     Change(next, size);

@@ -7,6 +7,7 @@
 
 #include <cctype>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace quarle {
@@ -216,6 +217,82 @@ TEST(QcLayout, ADecimalCommaIsCutOnTheNextLoadAndTheScriptKept) {
     EXPECT_EQ(again.Doc->EyeY, -2.0f);
     EXPECT_EQ(again.Doc->Attachments[0].X, 1.5f);
     EXPECT_EQ(again.Written(), comma);
+}
+
+// A quote that closes on a later line makes the lines between one name to
+// the compiler: the load names the line it opens on, and a record a save
+// adds goes before that line or behind the one it closes on, where it reads
+// back as a record.
+TEST(QcLayout, ARecordAddedBesideAQuoteAcrossLinesReadsBack) {
+    const std::string quote = "$hbox 0 \"Bone\n1\" 0 0 0 1 1 1";
+    const auto newSequence = [](Document& d) {
+        d.Anims[0][1] = d.Anims[0][0];
+        d.Anims[0][0] = AnimRec{};
+        d.Anims[0][0].Name = d.Anims[0][0].SmdFile = "jump";
+    };
+    const auto attachment = [](int slot) {
+        return [slot](Document& d) {
+            d.Attachments[static_cast<std::size_t>(slot)] = {1, 0.5f, 0.0f, 0.0f};
+            d.AttachmentBones[static_cast<std::size_t>(slot)] = "Bone1";
+        };
+    };
+    struct Row {
+        const char* what;
+        std::string script; // behind the folders
+        std::string include;
+        std::function<void(Document&)> change;
+        std::string file; // of the finding
+        int line;
+    };
+    const std::vector<Row> rows{
+        {"before the first sequence, on its line", "$body head head\n" + quote + " $sequence a walk\n",
+         "", newSequence, "model.qc", 4},
+        {"behind the last sequence, on the line of the record before",
+         "$body head head\n$sequence a walk\n$attachment 0 Bone1 1 2 3 " + quote + "\n", "",
+         attachment(1), "model.qc", 5},
+        {"in an include, on the line of the record after",
+         "$body head head\n$include \"INC\"\n$sequence a walk\n",
+         "$attachment 0 Bone1 1 2 3\n" + quote + " $attachment 2 Bone1 1 2 3\n", attachment(1),
+         "inc.qci", 2},
+    };
+    for (const Row& row : rows) {
+        Model m;
+        std::string script = m.Paths() + row.script;
+        if (!row.include.empty()) {
+            script.replace(script.find("INC"), 3, m.Dir.Write("inc.qci", row.include));
+        }
+        ASSERT_EQ(m.Load(script), ReadOutcome::Loaded) << row.what;
+        ASSERT_EQ(m.Findings.size(), 1u) << row.what;
+        EXPECT_EQ(m.Findings[0].Kind, FindingKind::QuoteAcrossLines) << row.what;
+        EXPECT_EQ(paths::FileNameOf(m.Findings[0].File), row.file) << row.what;
+        EXPECT_EQ(m.Findings[0].Line, row.line) << row.what;
+        EXPECT_TRUE(m.Findings[0].Text.ends_with(" 1 2 3 $hbox 0 \"Bone") ||
+                    m.Findings[0].Text == "$hbox 0 \"Bone")
+            << m.Findings[0].Text;
+        EXPECT_EQ(m.Written(), script) << row.what;
+
+        row.change(*m.Doc);
+        Model again;
+        ASSERT_EQ(again.LoadFile(m.Dir.Write("again.qc", m.Written())), ReadOutcome::Loaded)
+            << row.what;
+        EXPECT_EQ(Forms(*again.Doc), Forms(*m.Doc)) << row.what << "\n" << m.Written();
+    }
+}
+
+// A number the script wrote in quotes (a blank, nothing) keeps its quotes
+// when its sequence is written anew: bare, it would be no token, and the
+// words behind it would move up into its place.
+TEST(QcLayout, AQuotedNumberIsWrittenAnewInItsQuotes) {
+    for (const std::string frame : {"\" \"", "\"\""}) {
+        Model m;
+        ASSERT_EQ(m.Load(m.Paths() + "$sequence a walk { event 5 " + frame + " opt }\n"),
+                  ReadOutcome::Loaded);
+        m.Doc->Anims[0][0].Fps = 12;
+        Model again;
+        ASSERT_EQ(again.LoadFile(m.Dir.Write("again.qc", m.Written())), ReadOutcome::Loaded);
+        EXPECT_EQ(again.Doc->Anims[0][0].Events[1].Parameter, "opt") << m.Written();
+        EXPECT_EQ(Forms(*again.Doc), Forms(*m.Doc)) << frame;
+    }
 }
 
 } // namespace

@@ -234,5 +234,22 @@ TEST(QcReader, UnusableFilesEndTheLoadWithAMessage) {
     EXPECT_EQ(w.Doc->Gamma, DefaultGamma);
 }
 
+// A texture group reads words to the brace that closes it; one whose
+// braces never close it (one too many, or none) runs to the end of the
+// script, and a line a save adds behind it would be a word of the block.
+TEST(QcReader, ATextureGroupThatRunsToTheEndIsWhereTheCompilerStops) {
+    const std::vector<std::pair<std::string, bool>> rows{
+        {"$texturegroup skins\n{\n{ a.bmp }\n}\n", false},
+        {"$texturegroup skins\n}\n{ a.bmp }\n", true},
+        {"$texturegroup skins\n", true},
+    };
+    for (const auto& [group, stops] : rows) {
+        Model l;
+        ASSERT_EQ(l.Load(l.Paths() + "$body head head\n" + group), ReadOutcome::Loaded) << group;
+        ASSERT_TRUE(l.Doc->Layout) << group;
+        EXPECT_EQ(l.Doc->Layout->CompilerStops, stops) << group;
+    }
+}
+
 } // namespace
 } // namespace quarle

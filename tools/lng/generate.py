@@ -601,6 +601,10 @@ GERMAN_MESSAGES = {
                                           "übrigen bleiben, wie sie stehen",
     "MSG_FINDING_COMPILER_REFUSES": "Der Modell-Compiler lehnt das Skript an dieser Zeile ab und "
                                     "baut kein Modell; die Zeile bleibt, wie sie steht",
+    "MSG_FINDING_QUOTE_ACROSS_LINES": "Ein Anführungszeichen, das in dieser Zeile beginnt, schließt "
+                                      "erst in einer späteren: der Compiler liest die Zeilen "
+                                      "dazwischen als einen Namen, und das Speichern fügt dort "
+                                      "keine Zeile ein",
     "MSG_FINDING_PLACE": "%1, Zeile %2: %3",
     "MSG_FINDINGS_SAME_MODEL": "Das Speichern dieses Skripts ändert nichts, was der Compiler liest, "
                                "außer dem, was du änderst.",

@@ -28,8 +28,9 @@ enum class FindingKind {
     IncludeNotAScript,   // an included file that is binary or UTF-16: its line stays
     MoreThanTenTextures, // the texture dialogs show the first ten; the others stay as written
     CompilerRefuses,     // the first line the compiler refuses: it stays as it stands
+    QuoteAcrossLines,    // the first quote that closes on a later line: the lines between are one name
 };
-inline constexpr int FindingKinds = static_cast<int>(FindingKind::CompilerRefuses) + 1;
+inline constexpr int FindingKinds = static_cast<int>(FindingKind::QuoteAcrossLines) + 1;
 
 // Whether a save changes the model at such a place; the others stay as the
 // script has them.
@@ -52,7 +53,7 @@ using LoadFindings = std::vector<LoadFinding>;
 
 // The message of a kind: the messages follow the kinds.
 inline Msg FindingMessage(FindingKind kind) {
-    static_assert(MSG_FINDING_COMPILER_REFUSES - MSG_FINDING_PATH_ANSWERED + 1 == FindingKinds,
+    static_assert(MSG_FINDING_QUOTE_ACROSS_LINES - MSG_FINDING_PATH_ANSWERED + 1 == FindingKinds,
                   "one message for each kind of finding, in the same order");
     return static_cast<Msg>(MSG_FINDING_PATH_ANSWERED + static_cast<int>(kind));
 }

@@ -122,6 +122,12 @@ public:
         const std::string folder = paths::FolderOf(doc.QcFile);
         moved_ = folder != layout.Folder;
         scriptFolder_ = folder;
+        for (const TextSpan& quote : layout.QuotesAcrossLines) {
+            if (Index(quote.Source) >= quotes_.size()) {
+                quotes_.resize(Index(quote.Source) + 1);
+            }
+            quotes_[Index(quote.Source)].push_back(quote); // in the order of the text
+        }
     }
 
     void Write(std::vector<std::string>* writtenIn) {
@@ -712,29 +718,70 @@ private:
         pending_.clear();
     }
 
+    // The quote running across lines that holds byte at of a source, if any.
+    const TextSpan* QuoteAt(int source, std::size_t at) const {
+        if (Index(source) >= quotes_.size()) {
+            return nullptr;
+        }
+        const std::vector<TextSpan>& quotes = quotes_[Index(source)];
+        const auto after = std::upper_bound(quotes.begin(), quotes.end(), at,
+                                            [](std::size_t a, const TextSpan& q) { return a < q.Begin; });
+        if (after == quotes.begin() || (after - 1)->End <= at) {
+            return nullptr;
+        }
+        return &*(after - 1);
+    }
+
+    // The first or the last line end of a text (standing at offset in its
+    // source) that no quote holds: where a line of its own can go.
+    std::size_t FreeLineEnd(std::string_view text, int source, std::size_t offset, bool last) const {
+        std::size_t lf = last ? text.rfind('\n') : text.find('\n');
+        while (lf != std::string_view::npos) {
+            const TextSpan* quote = QuoteAt(source, offset + lf);
+            if (quote == nullptr) {
+                break;
+            }
+            if (!last) {
+                lf = text.find('\n', quote->End - offset);
+            } else if (quote->Begin <= offset) {
+                lf = std::string_view::npos;
+            } else {
+                lf = text.rfind('\n', quote->Begin - offset - 1);
+            }
+        }
+        return lf;
+    }
+
     // Text between records: the lines waiting for a line end go behind
     // the first one; the lines for the next record go before its line.
-    void Gap(std::string_view text, const std::vector<Insertion>* next) {
+    // Neither goes inside a quote that runs across lines: they wait for
+    // the line end behind it, or go before the line it opens on.
+    void Gap(const TextSpan& span, const std::vector<Insertion>* next) {
+        std::string_view text = layout_.TextOf(span);
+        std::size_t offset = span.Begin;
         if (eatLineEnd_) {
             eatLineEnd_ = false;
             const std::size_t blank = text.find_first_not_of(" \t");
             const std::string_view rest = text.substr(blank == std::string_view::npos ? text.size() : blank);
+            const std::size_t before = text.size();
             if (rest.starts_with("\r\n")) {
                 text = rest.substr(2);
             } else if (rest.starts_with("\n") || rest.starts_with("\r")) {
                 text = rest.substr(1);
             }
+            offset += before - text.size();
         }
         if (!pending_.empty()) {
-            const std::size_t lf = text.find('\n');
+            const std::size_t lf = FreeLineEnd(text, span.Source, offset, false);
             if (lf != std::string_view::npos) {
                 Raw(text.substr(0, lf + 1));
                 Flush();
                 text = text.substr(lf + 1);
+                offset += lf + 1;
             }
         }
         if (next != nullptr && !next->empty()) {
-            const std::size_t lf = text.rfind('\n');
+            const std::size_t lf = FreeLineEnd(text, span.Source, offset, true);
             if (lf != std::string_view::npos) {
                 Raw(text.substr(0, lf + 1));
                 text = text.substr(lf + 1);
@@ -794,7 +841,7 @@ private:
             const std::vector<Insertion>* next = i + 1 < n_ ? &before_[Index(i + 1)] : nullptr;
             switch (p.Kind) {
             case PieceKind::Text:
-                Gap(layout_.TextOf(p.Span), next);
+                Gap(p.Span, next);
                 break;
             case PieceKind::IncludeStart:
                 if (!changed_[Index(p.Ref)]) {
@@ -849,6 +896,8 @@ private:
     bool moved_ = false;
     std::string scriptFolder_;
 
+    // The quotes that run across lines, by source.
+    std::vector<std::vector<TextSpan>> quotes_;
     std::vector<int> includeStart_;
     std::vector<int> includeEnd_;
     std::vector<bool> changed_;

@@ -193,6 +193,7 @@ public:
         }
         layout_->CompilerStops = stops_ || cursor.CompilerStops();
         NoteRefusal();
+        NoteQuotesAcrossLines();
         // The texture scans of the parts follow, which may read large meshes.
         if (!host_.Progress(scriptSize_, scriptSize_)) {
             cancelled_ = true;
@@ -459,6 +460,23 @@ private:
         }
         Note(FindingKind::CompilerRefuses, source, line,
              begin == std::string_view::npos ? std::string() : std::string(LineAt(source, begin)));
+    }
+
+    // The quotes that run across a line end: kept for the writer, and the
+    // first named, at the line of its opening quote.
+    void NoteQuotesAcrossLines() {
+        const std::vector<ScriptToken>& quotes = tokens_->QuotesAcrossLines();
+        for (const ScriptToken& q : quotes) {
+            layout_->QuotesAcrossLines.push_back({q.Source, q.Begin, q.End});
+        }
+        if (quotes.empty()) {
+            return;
+        }
+        const ScriptToken& first = quotes.front();
+        const std::string_view text(tokens_->SourceText(first.Source));
+        const std::size_t lf = text.rfind('\n', first.Begin);
+        Note(FindingKind::QuoteAcrossLines, first.Source, first.Line,
+             std::string(LineAt(first.Source, lf == std::string_view::npos ? 0 : lf + 1)));
     }
 
     // A finding at the directive being read.
@@ -957,7 +975,9 @@ private:
         int row = 0;
         for (;;) {
             if (!cursor_->NextCross()) {
-                stops_ = stops_ || depth > 0;
+                // The block runs to the end of the script (its braces never
+                // closed it): a line a save adds behind it is a word of the block.
+                stops_ = true;
                 break;
             }
             const std::string_view t = cursor_->Text();

@@ -15,6 +15,12 @@ std::size_t Index(int i) {
     return static_cast<std::size_t>(i);
 }
 
+// A number's text as the script had it, written so that it reads back as
+// one token: a quoted one (a blank, nothing) in its quotes again.
+std::string KeptToken(const std::string& text) {
+    return IsBareToken(text) ? text : TokenOf(text);
+}
+
 // The text of a number field: the script's own while the value equals the
 // one read from it (its kept text, or the point form the script had), else
 // the writer's form.
@@ -22,7 +28,7 @@ std::string FloatText(f32 value, const f32* read, const NumberTexts* numbers, in
                       bool localeForm, char separator) {
     if (read != nullptr && *read == value) {
         if (const std::string* text = numbers ? FindNumberText(*numbers, field) : nullptr) {
-            return *text;
+            return KeptToken(*text);
         }
         return FloatToPointText(value);
     }
@@ -39,7 +45,7 @@ void AppendWhole(std::string& line, i16 value, const i16* read, const NumberText
                  int field) {
     if (read != nullptr && *read == value && numbers != nullptr && !numbers->empty()) {
         if (const std::string* text = FindNumberText(*numbers, field)) {
-            line += *text;
+            line += KeptToken(*text);
             return;
         }
     }

@@ -264,6 +264,11 @@ struct ScriptLayout {
     // include it cannot read): what follows that place, and lines a save
     // adds behind it, it would not read as the forms show them.
     bool CompilerStops = false;
+    // The quoted tokens that run across a line end, from their opening
+    // quote to behind their closing one, in the order read: a line a save
+    // adds never goes between their quotes, where the compiler would read
+    // it as part of a name.
+    std::vector<TextSpan> QuotesAcrossLines;
 
     SettingsRead Settings;
     // The $origin in force at the end of the script, for sequences a save

@@ -112,6 +112,15 @@ TokenStatus ScriptTokens::Next(bool crossLine) {
                 ++f.Line;
             }
             f.Pos = end < s.size() ? end + 1 : end;
+            if (f.Line > token_.Line) {
+                ScriptToken across;
+                across.Quoted = true;
+                across.Source = token_.Source;
+                across.Line = token_.Line;
+                across.Begin = token_.Begin;
+                across.End = f.Pos;
+                acrossLines_.push_back(std::move(across));
+            }
         } else {
             const std::size_t size = s.size();
             const char* const data = s.data();

@@ -99,6 +99,10 @@ public:
     const std::vector<ScriptInclude>& Includes() const { return includes_; }
     // The sources being read, from the script to the innermost include.
     std::vector<int> OpenSources() const;
+    // The quoted tokens read so far whose bytes hold a line end, in the
+    // order read: what stands between their quotes is one token to the
+    // compiler, whatever lines it spans.
+    const std::vector<ScriptToken>& QuotesAcrossLines() const { return acrossLines_; }
 
 private:
     struct Frame {
@@ -117,6 +121,7 @@ private:
     std::vector<std::string> sources_;
     std::vector<std::shared_ptr<const std::string>> texts_;
     std::vector<ScriptInclude> includes_;
+    std::vector<ScriptToken> acrossLines_;
     FileLoader load_;
     ScriptToken token_;
     bool held_ = false;

@@ -130,6 +130,7 @@ enum Msg : int {
     MSG_FINDING_INCLUDE_NOT_A_SCRIPT,
     MSG_FINDING_MORE_THAN_TEN_TEXTURES,
     MSG_FINDING_COMPILER_REFUSES,
+    MSG_FINDING_QUOTE_ACROSS_LINES,
     MSG_FINDING_PLACE,
     MSG_FINDINGS_SAME_MODEL,
     MSG_FINDINGS_MODEL_ONE,
@@ -421,6 +422,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_FINDING_COMPILER_REFUSES, "MSG_FINDING_COMPILER_REFUSES",
      "The model compiler refuses the script at this line and builds no model; the line is "
      "kept as it stands"},
+    {MSG_FINDING_QUOTE_ACROSS_LINES, "MSG_FINDING_QUOTE_ACROSS_LINES",
+     "A quote opened on this line closes on a later line: the compiler reads the lines "
+     "between as one name, and a save adds no line between them"},
     {MSG_FINDING_PLACE, "MSG_FINDING_PLACE", "%1, line %2: %3"},
     {MSG_FINDINGS_SAME_MODEL, "MSG_FINDINGS_SAME_MODEL",
      "A save of this script changes nothing the compiler reads, but for what you change."},
