@@ -141,7 +141,7 @@ private:
     std::optional<std::string> Open(const PlanFile& file, bool activityLike) {
         const Found found = Locate(file.Path);
         if (found.How == Found::Missing) {
-            if (!missing_.insert(file.Path).second) {
+            if (!notRead_.insert(file.Path).second) {
                 return std::nullopt; // said at its first use
             }
             if (activityLike) {
@@ -159,7 +159,7 @@ private:
         std::string text;
         OpenProblem problem;
         if (!ReadWholeFile(found.Path, text, &problem)) {
-            if (!missing_.insert(file.Path).second) {
+            if (!notRead_.insert(file.Path).second) {
                 return std::nullopt; // said at its first use
             }
             // Why, where the open says (a folder, a pipe, too large, denied).
@@ -716,7 +716,8 @@ private:
     std::vector<ModelTexture> textures_;
     bool allPartsRead_ = true;
     long skinBytes_ = 0;
-    std::set<std::string> missing_;
+    // Files found missing or not readable: each is said once, at its first use.
+    std::set<std::string> notRead_;
     std::vector<std::string> otherCase_;
     std::vector<std::string> notPowerOfTwo_;
 };
