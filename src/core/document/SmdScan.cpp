@@ -261,15 +261,15 @@ public:
     // matches no known name in upper case. A new line is not yet known:
     // KeepLast() adds it.
     bool IsNew(std::string_view line) {
-        // A mesh names the texture of each triangle, mostly the one of the
-        // triangle before and always as first written, so the last known
-        // line and the known lines as written settle most without a change
-        // of case.
-        if (line == last_) {
+        // A mesh names the texture of each triangle, mostly one of the few
+        // names of the triangles just before and always as first written, so
+        // the names last met and the known lines as written settle most
+        // without a change of case.
+        if (std::find(recent_.begin(), recent_.end(), line) != recent_.end()) {
             return false;
         }
-        if (written_.find(line) != written_.end()) {
-            last_.assign(line);
+        if (const auto it = written_.find(line); it != written_.end()) {
+            Meet(*it);
             return false;
         }
         if (line.find('.') == std::string_view::npos) {
@@ -280,8 +280,7 @@ public:
             return false;
         }
         if (known_.contains(upper_)) {
-            written_.emplace(line);
-            last_.assign(line);
+            Meet(*written_.emplace(line).first);
             return false;
         }
         tested_ = line;
@@ -291,7 +290,7 @@ public:
     // Counts the line last found new as known.
     void KeepLast() {
         known_.insert(upper_);
-        written_.emplace(tested_);
+        Meet(*written_.emplace(tested_).first);
     }
 
 private:
@@ -303,11 +302,21 @@ private:
         }
     };
 
+    // Puts a known line as written among the recent ones, in place of the
+    // one met longest ago.
+    void Meet(std::string_view written) {
+        recent_[nextRecent_] = written;
+        nextRecent_ = (nextRecent_ + 1) % recent_.size();
+    }
+
     std::unordered_set<std::string> known_;                           // upper case
     std::unordered_set<std::string, Hash, std::equal_to<>> written_; // as written
     std::string upper_;         // of the line last tested
     std::string_view tested_;   // the line last found new, while its block lasts
-    std::string last_;          // the last line found known
+    // Known lines as written met last, kept in written_'s nodes. An empty
+    // view matches no line a scan hands on, since every such line holds a byte.
+    std::array<std::string_view, 8> recent_{};
+    std::size_t nextRecent_ = 0;
 };
 
 } // namespace
