@@ -234,20 +234,38 @@ TEST(QcReader, UnusableFilesEndTheLoadWithAMessage) {
     EXPECT_EQ(w.Doc->Gamma, DefaultGamma);
 }
 
-// A texture group reads words to the brace that closes it; one whose
-// braces never close it (one too many, or none) runs to the end of the
-// script, and a line a save adds behind it would be a word of the block.
-TEST(QcReader, ATextureGroupThatRunsToTheEndIsWhereTheCompilerStops) {
-    const std::vector<std::pair<std::string, bool>> rows{
-        {"$texturegroup skins\n{\n{ a.bmp }\n}\n", false},
-        {"$texturegroup skins\n}\n{ a.bmp }\n", true},
-        {"$texturegroup skins\n", true},
+// A texture group reads words to the brace that closes it, a body group to
+// the first closing brace; one whose braces never close it (one too many, or
+// none) runs to the end of the script, and a line a save adds behind it would
+// be a word of the block. The compiler reads past the end and crashes (it
+// builds no model), so the load names the line that opens the block as the
+// one it refuses.
+TEST(QcReader, ABlockThatRunsToTheEndIsRefusedWhereItOpens) {
+    struct Row {
+        std::string block;
+        bool runsToEnd;
     };
-    for (const auto& [group, stops] : rows) {
+    const std::vector<Row> rows{
+        {"$texturegroup skins\n{\n{ a.bmp }\n}\n", false},
+        {"$texturegroup skins\n}\n{ a.bmp }\n$gamma 2\n", true},
+        {"$texturegroup skins\n", true},
+        {"$bodygroup arms\n{\nstudio \"head\"\n}\n", false},
+        {"$bodygroup arms\n{\nstudio \"head\"\n$gamma 2\n", true},
+    };
+    for (const Row& row : rows) {
         Model l;
-        ASSERT_EQ(l.Load(l.Paths() + "$body head head\n" + group), ReadOutcome::Loaded) << group;
-        ASSERT_TRUE(l.Doc->Layout) << group;
-        EXPECT_EQ(l.Doc->Layout->CompilerStops, stops) << group;
+        const std::string head = l.Paths() + "$body head head\n";
+        ASSERT_EQ(l.Load(head + row.block), ReadOutcome::Loaded) << row.block;
+        ASSERT_TRUE(l.Doc->Layout) << row.block;
+        EXPECT_EQ(l.Doc->Layout->CompilerStops, row.runsToEnd) << row.block;
+        const auto named = std::find_if(l.Findings.begin(), l.Findings.end(), [](const LoadFinding& f) {
+            return f.Kind == FindingKind::CompilerRefuses;
+        });
+        ASSERT_EQ(named != l.Findings.end(), row.runsToEnd) << row.block;
+        if (row.runsToEnd) {
+            EXPECT_EQ(named->Line, std::count(head.begin(), head.end(), '\n') + 1) << row.block;
+            EXPECT_EQ(named->Text, row.block.substr(0, row.block.find('\n'))) << row.block;
+        }
     }
 }
 

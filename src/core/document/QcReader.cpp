@@ -893,8 +893,10 @@ private:
         partsFull_ = false;
         for (;;) {
             if (!cursor_->NextCross()) {
-                stops_ = true;
-                return; // the script ends in the block: the compiler drops the group
+                // The script ends in the block: the compiler reads past the
+                // end and crashes, and builds no model.
+                Refuse();
+                return;
             }
             const std::string_view t = cursor_->Text();
             if (!t.empty() && t.front() == '}') {
@@ -976,8 +978,9 @@ private:
         for (;;) {
             if (!cursor_->NextCross()) {
                 // The block runs to the end of the script (its braces never
-                // closed it): a line a save adds behind it is a word of the block.
-                stops_ = true;
+                // closed it): the compiler reads past the end and crashes, and
+                // a line a save adds behind it would be a word of the block.
+                Refuse();
                 break;
             }
             const std::string_view t = cursor_->Text();
