@@ -56,19 +56,25 @@ constexpr std::array<std::string_view, 15> MotionWords = {
     "X", "Y", "Z", "XR", "YR", "ZR", "LX", "LY", "LZ", "AX", "AY", "AZ", "AXR", "AYR", "AZR",
 };
 
-} // namespace
-
-double CompilerFloat(std::string_view token) {
+// The C library's conversions pass over leading blanks and one sign: Token
+// without them, and whether the sign was a minus.
+std::string_view Unsigned(std::string_view token, bool& negative) {
     std::size_t i = 0;
     while (i < token.size() && IsSpace(token[i])) {
         ++i;
     }
-    bool negative = false;
+    negative = i < token.size() && token[i] == '-';
     if (i < token.size() && (token[i] == '+' || token[i] == '-')) {
-        negative = token[i] == '-';
         ++i;
     }
-    const std::string_view rest = token.substr(i);
+    return token.substr(i);
+}
+
+} // namespace
+
+double CompilerFloat(std::string_view token) {
+    bool negative = false;
+    const std::string_view rest = Unsigned(token, negative);
     // A sign of its own again ("--1") is no number.
     if (rest.empty() || rest.front() == '+' || rest.front() == '-') {
         return 0.0;
@@ -96,18 +102,11 @@ double CompilerFloat(std::string_view token) {
 }
 
 long long CompilerWhole(std::string_view token) {
-    std::size_t i = 0;
-    while (i < token.size() && IsSpace(token[i])) {
-        ++i;
-    }
     bool negative = false;
-    if (i < token.size() && (token[i] == '+' || token[i] == '-')) {
-        negative = token[i] == '-';
-        ++i;
-    }
+    const std::string_view digits = Unsigned(token, negative);
     long long value = 0;
-    for (; i < token.size() && token[i] >= '0' && token[i] <= '9'; ++i) {
-        value = value * 10 + (token[i] - '0');
+    for (std::size_t i = 0; i < digits.size() && digits[i] >= '0' && digits[i] <= '9'; ++i) {
+        value = value * 10 + (digits[i] - '0');
         if (value > static_cast<long long>(INT_MAX) + 1) {
             value = static_cast<long long>(INT_MAX) + 1;
         }

@@ -741,17 +741,32 @@ private:
 
     // --- attachments and controllers ---------------------------------------
 
+    // The next words of the directive's line, as read and as written; false
+    // where the line ends first, or at the first word Accept(index, word)
+    // turns down, where the compiler passes over the rest of the directive.
+    template <std::size_t Count, class Accept>
+    bool WordsOnLine(std::array<std::string, Count>& words, std::array<std::string, Count>& raws,
+                     Accept&& accept) {
+        for (std::size_t i = 0; i < Count; ++i) {
+            if (!cursor_->NextOnLine()) {
+                return false;
+            }
+            words[i] = cursor_->Text();
+            raws[i] = cursor_->Raw();
+            if (!accept(i, words[i])) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     // An attachment fills the slot of its number when that is free; the
     // model keeps them in the script's order, which the save keeps too.
     void Attachment() {
         std::array<std::string, 5> words;
         std::array<std::string, 5> raws;
-        for (std::size_t i = 0; i < words.size(); ++i) {
-            if (!cursor_->NextOnLine()) {
-                return;
-            }
-            words[i] = cursor_->Text();
-            raws[i] = cursor_->Raw();
+        if (!WordsOnLine(words, raws, [](std::size_t, std::string_view) { return true; })) {
+            return;
         }
         for (int i = 0; i < 2 && cursor_->Available(); ++i) {
             cursor_->NextOnLine(); // two more the compiler reads and forgets
@@ -789,15 +804,11 @@ private:
     void Controller() {
         std::array<std::string, 5> words;
         std::array<std::string, 5> raws;
-        for (std::size_t i = 0; i < words.size(); ++i) {
-            if (!cursor_->NextOnLine()) {
-                return;
-            }
-            words[i] = cursor_->Text();
-            raws[i] = cursor_->Raw();
-            if (i == 2 && !IsMotionWord(words[2])) {
-                return; // the compiler passes over a controller of an unknown type
-            }
+        // The compiler passes over a controller of an unknown type.
+        if (!WordsOnLine(words, raws, [](std::size_t i, std::string_view word) {
+                return i != 2 || IsMotionWord(word);
+            })) {
+            return;
         }
         if (EqualNoCase(words[0], "mouth")) {
             return;
