@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -279,10 +280,14 @@ bool QtServices::StartProgram(const QString& program, const QStringList& argumen
 QString DataFolderOf(const QString& executableFolder) {
     const QDir beside(executableFolder);
     QString folder = beside.absolutePath();
-    const QStringList languageFiles =
-        beside.entryList({QStringLiteral("*.lng")}, QDir::Files | QDir::Readable);
+    // Compared by hand: a name filter would build a pattern matcher for one look.
+    bool languageFiles = false;
+    for (QDirIterator it(folder, QDir::Files | QDir::Readable); !languageFiles && it.hasNext();) {
+        languageFiles =
+            it.nextFileInfo().fileName().endsWith(QLatin1String(".lng"), Qt::CaseInsensitive);
+    }
     const QDir installed(beside.filePath(QStringLiteral("../share/quarle")));
-    if (languageFiles.isEmpty() && installed.exists()) {
+    if (!languageFiles && installed.exists()) {
         folder = installed.canonicalPath();
     }
     folder = QDir::toNativeSeparators(folder);
@@ -294,7 +299,10 @@ QString DataFolderOf(const QString& executableFolder) {
 }
 
 QString QtServices::ProgramFolder() {
-    return DataFolderOf(QCoreApplication::applicationDirPath());
+    if (programFolder_.isEmpty()) {
+        programFolder_ = DataFolderOf(QCoreApplication::applicationDirPath());
+    }
+    return programFolder_;
 }
 
 double QtServices::Rnd() {

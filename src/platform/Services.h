@@ -131,6 +131,7 @@ private:
                                            const QString& initialDir);
 
     QPointer<QWidget> dialogParent_;
+    QString programFolder_; // looked up once: the program does not move while it runs
     QRandomGenerator random_;
     std::unique_ptr<QProgressDialog> progress_;
     bool busy_ = false;
