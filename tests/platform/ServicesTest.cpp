@@ -65,7 +65,12 @@ TEST(Services, DataFolderBesideTheProgramOrInstalled) {
     const QDir dir(root.path());
     ASSERT_TRUE(dir.mkpath("portable") && dir.mkpath("usr/bin") && dir.mkpath("usr/share/quarle") &&
                 dir.mkpath("bare"));
-    for (const char* file : {"portable/english.lng", "usr/share/quarle/english.lng"}) {
+    // Beside an installed layout: a folder named like a language file is
+    // none, and the case of a language file's name does not count.
+    ASSERT_TRUE(dir.mkpath("opt/bin/english.lng") && dir.mkpath("opt/share/quarle") &&
+                dir.mkpath("upper/bin") && dir.mkpath("upper/share/quarle"));
+    for (const char* file :
+         {"portable/english.lng", "usr/share/quarle/english.lng", "upper/bin/DEUTSCH.LNG"}) {
         QFile lng(dir.filePath(file));
         ASSERT_TRUE(lng.open(QIODevice::WriteOnly));
     }
@@ -75,6 +80,8 @@ TEST(Services, DataFolderBesideTheProgramOrInstalled) {
     EXPECT_EQ(data("portable"), QDir(dir.filePath("portable")).absolutePath());
     EXPECT_EQ(data("usr/bin"), QDir(dir.filePath("usr/share/quarle")).canonicalPath());
     EXPECT_EQ(data("bare"), QDir(dir.filePath("bare")).absolutePath());
+    EXPECT_EQ(data("opt/bin"), QDir(dir.filePath("opt/share/quarle")).canonicalPath());
+    EXPECT_EQ(data("upper/bin"), QDir(dir.filePath("upper/bin")).absolutePath());
     // The build folder holds its language files beside the executable.
     QtServices services;
     const QString folder = services.ProgramFolder();
