@@ -100,6 +100,23 @@ TEST(QcInclude, IncludesStayIncludesUntilTheUserChangesWhatTheyHold) {
                                         "$sequence idle walk fps 10\n");
 }
 
+// An include that stands where a directive wants its next word gives that
+// word, as the compiler reads it: a group named so is still the group its
+// sequences belong to, and a save leaves its line as it stands, with no
+// group line of its own added.
+TEST(QcInclude, AnIncludeCanGiveTheNameOfASequenceGroup) {
+    Model l;
+    l.Dir.Write("name.qci", "extras\n$hbox 0 \"b\" 0 0 0 1 1 1\n");
+    const std::string script = l.Paths() + "$sequence a walk\n$sequencegroup $include \"name.qci\"\n"
+                                           "$sequence b walk\n";
+    ASSERT_EQ(l.Load(script), ReadOutcome::Loaded);
+    EXPECT_EQ(l.Doc->Anims[1][0].Name, "b");
+    EXPECT_EQ(l.Written(), script);
+    AnimRec& added = l.Doc->Anims[1][1];
+    added.Name = added.SmdFile = "c";
+    EXPECT_EQ(l.Written(), script + "$sequence \"c\" \"c\" fps 30 \n");
+}
+
 // An include the compiler cannot read stays its line, and the load says
 // why: a file that is not there (asked for first), one that includes itself
 // or nests too deep, one that is no script, a folder or a pipe (named, and

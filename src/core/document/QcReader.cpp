@@ -1086,7 +1086,11 @@ private:
         ++sequenceGroup_;
         sequenceSlot_ = -1;
         if (sequenceGroup_ <= limits::LastSequenceGroup) {
-            Record(PieceKind::SequenceGroup, sequenceGroup_);
+            // The group's place in the script, even where an include gives
+            // its name: its line holds no record, so the piece holds only the
+            // words before the include, and the group's sequences follow it.
+            directives_.push_back(
+                {PieceKind::SequenceGroup, sequenceGroup_, cursor_->DirectiveSpan()});
         }
     }
 
