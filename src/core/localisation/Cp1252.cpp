@@ -23,13 +23,20 @@ void AppendUtf8(std::string& out, char32_t cp) {
 std::string Cp1252ToUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 8);
-    for (char c : bytes) {
-        const auto b = static_cast<unsigned char>(c);
-        if (b < 0x80) {
-            out += c;
-        } else {
-            AppendUtf8(out, Cp1252CodePoint(b));
+    // Runs of ASCII are copied whole: a language file is mostly ASCII, and
+    // the start reads one of 50 KB before the window shows.
+    std::size_t i = 0;
+    while (i < bytes.size()) {
+        std::size_t ascii = i;
+        while (ascii < bytes.size() && static_cast<unsigned char>(bytes[ascii]) < 0x80) {
+            ++ascii;
         }
+        out.append(bytes.substr(i, ascii - i));
+        if (ascii < bytes.size()) {
+            AppendUtf8(out, Cp1252CodePoint(static_cast<unsigned char>(bytes[ascii])));
+            ++ascii;
+        }
+        i = ascii;
     }
     return out;
 }

@@ -174,10 +174,6 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
         if (!ReadGlobalStrings(lines, state.IdsTexts, host)) {
             return;
         }
-        if (QObject* tab = platform::FindControl(form, QStringLiteral("TabSmd"))) {
-            platform::SetTabCaption(tab, 1,
-                                    QString::fromStdString(state.IdsTexts[IDS_ANIMATIONFILES]));
-        }
     } else {
         read = ReadLanguage(state, services, state.Settings.LanguageFile);
         if (!read.Lines) {
@@ -191,6 +187,10 @@ void ApplyLanguage(AppState& state, platform::Services& services, QWidget* form)
     keys.reserve(static_cast<std::size_t>(controls.size()));
     for (const platform::ControlInfo& control : controls) {
         keys.push_back(FormControl{control.Name.toStdString(), control.Index});
+        if (isMain && control.Index == -1 && control.Name == QLatin1String("TabSmd")) {
+            platform::SetTabCaption(control.Object, 1,
+                                    QString::fromStdString(state.IdsTexts[IDS_ANIMATIONFILES]));
+        }
     }
     FormWriter writer(form, controls);
     ApplySection(lines, form->objectName().toStdString(), keys, state.Settings.RecentFiles, writer);

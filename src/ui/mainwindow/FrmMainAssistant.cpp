@@ -165,8 +165,7 @@ void FrmMain::ShowWizard(int x, int y, const QString& text) {
     platform::MoveTwips(TxtWizSayShadow, sayLeft + 45, sayTop + 45);
     SetWizardAnim(side + 2);
     SetBusyWizard();
-    FrmWizSay->setVisible(true);
-    TxtWizSayShadow->setVisible(true);
+    ShowSpeechBox();
 }
 
 void FrmMain::RefreshWizard() {
@@ -278,8 +277,7 @@ void FrmMain::ShowText() {
     if (!MnuWizardsWizAn->isChecked()) {
         return;
     }
-    FrmWizSay->setVisible(true);
-    TxtWizSayShadow->setVisible(true);
+    ShowSpeechBox();
     SetWizardAnim(0);
     SetIdleWizard();
 }

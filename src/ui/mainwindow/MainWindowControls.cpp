@@ -412,9 +412,6 @@ void MainWindowControls::BuildAssistant(QMainWindow& window) {
     TxtWizSay->setReadOnly(true);
     TxtWizSay->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     SetGeometryTwips(TxtWizSay, 120, 195, 3015, 750);
-    QFont small = window.font();
-    small.setPixelSize(10);
-    TxtWizSay->setFont(small);
     CmdWizBack = Control(new QPushButton(QStringLiteral("Zur\u00fcck"), FrmWizSay),
                          QStringLiteral("CmdWizBack"));
     SetGeometryTwips(CmdWizBack, 1080, 1050, 975, 225);
@@ -423,9 +420,6 @@ void MainWindowControls::BuildAssistant(QMainWindow& window) {
     SetGeometryTwips(CmdNext, 2160, 1050, 975, 225);
     CmdEnd = Control(new QPushButton(QStringLiteral("Ende"), FrmWizSay), QStringLiteral("CmdEnd"));
     SetGeometryTwips(CmdEnd, 120, 1050, 855, 225);
-    for (QPushButton* b : {CmdWizBack, CmdNext, CmdEnd}) {
-        b->setFont(small);
-    }
 
     // The mascot sits on top of everything else.
     PicWiz = Control(new QLabel(form), QStringLiteral("PicWiz"));
@@ -436,6 +430,22 @@ void MainWindowControls::BuildAssistant(QMainWindow& window) {
     TmrAnim->setInterval(500);
     TmrPlayAnim = Control(new QTimer(&window), QStringLiteral("TmrPlayAnim"));
     TmrPlayAnim->setInterval(200);
+}
+
+void MainWindowControls::ShowSpeechBox() {
+    // The box's small type is a font of its own, and loading it costs the
+    // start a font match: it is set when the box first shows.
+    if (!speechFontSet_) {
+        QFont small = FrmWizSay->font();
+        small.setPixelSize(10);
+        const std::array<QWidget*, 4> speech{TxtWizSay, CmdWizBack, CmdNext, CmdEnd};
+        for (QWidget* w : speech) {
+            w->setFont(small);
+        }
+        speechFontSet_ = true;
+    }
+    FrmWizSay->setVisible(true);
+    TxtWizSayShadow->setVisible(true);
 }
 
 void MainWindowControls::BuildMenus(QMainWindow& window) {

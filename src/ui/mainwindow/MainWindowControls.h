@@ -39,6 +39,8 @@ struct MainWindowControls {
     // The top-level controls, at their designed places plus the room a
     // larger window gives (in twips).
     void PlaceControls(int extraWidth, int extraHeight);
+    // Shows the mascot's speech box and its shadow.
+    void ShowSpeechBox();
 
     QPushButton* CmdLocalise = nullptr;
     QPushButton* CmdModeleinst = nullptr;
@@ -137,6 +139,8 @@ private:
     void BuildControls(QMainWindow& window);
     void BuildAssistant(QMainWindow& window);
     void BuildMenus(QMainWindow& window);
+
+    bool speechFontSet_ = false;
 };
 
 } // namespace quarle::ui

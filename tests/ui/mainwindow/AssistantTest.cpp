@@ -144,6 +144,9 @@ TEST_F(Assistant, PlacesTheMascotAndSpeechBoxBesideTheTarget) {
         EXPECT_TRUE(form->FrmWizSay->isVisible());
         EXPECT_TRUE(form->TxtWizSayShadow->isVisible());
         EXPECT_EQ(form->TxtWizSay->toPlainText(), QStringLiteral("Tipp"));
+        // The box's small type comes with its first showing.
+        EXPECT_EQ(form->TxtWizSay->font().pixelSize(), 10) << row.where;
+        EXPECT_EQ(form->CmdNext->font().pixelSize(), 10) << row.where;
         EXPECT_EQ(form->TmrAnimTag, "BUSY");
         EXPECT_EQ(form->TmrAnim->interval(), 10000);
     }
