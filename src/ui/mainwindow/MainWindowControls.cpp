@@ -435,14 +435,14 @@ void MainWindowControls::BuildAssistant(QMainWindow& window) {
 void MainWindowControls::ShowSpeechBox() {
     // The box's small type is a font of its own, and loading it costs the
     // start a font match: it is set when the box first shows.
-    if (!speechFontSet_) {
+    constexpr int SpeechPixels = 10;
+    if (TxtWizSay->font().pixelSize() != SpeechPixels) {
         QFont small = FrmWizSay->font();
-        small.setPixelSize(10);
+        small.setPixelSize(SpeechPixels);
         const std::array<QWidget*, 4> speech{TxtWizSay, CmdWizBack, CmdNext, CmdEnd};
         for (QWidget* w : speech) {
             w->setFont(small);
         }
-        speechFontSet_ = true;
     }
     FrmWizSay->setVisible(true);
     TxtWizSayShadow->setVisible(true);

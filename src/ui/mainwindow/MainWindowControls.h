@@ -139,8 +139,6 @@ private:
     void BuildControls(QMainWindow& window);
     void BuildAssistant(QMainWindow& window);
     void BuildMenus(QMainWindow& window);
-
-    bool speechFontSet_ = false;
 };
 
 } // namespace quarle::ui
