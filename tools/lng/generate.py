@@ -719,6 +719,7 @@ GERMAN_MESSAGES = {
     "MSG_CHECK_SMD_FRAME_RANGE": "„%1“, Zeile %2: Frame %3 liegt außerhalb von 0 bis 2047: Der Compiler schreibt ihn hinter seine Tabellen, was ihn abstürzen lassen oder die Animation verderben kann.",
     "MSG_CHECK_SMD_NO_FRAME": "„%1“: Der Compiler findet darin keinen Frame von %2 bis %3 und stürzt ab.",
     "MSG_CHECK_SMD_NODES_AGAIN": "„%1“, Zeile %2: Eine Leerzeile hinter dem Ende der Knochenliste lässt den Compiler noch einmal Knochen lesen, und er behält nur den ersten.",
+    "MSG_CHECK_SMD_NODES_TWICE": "„%1“, Zeile %2: Ein zweiter Block mit Knochen; der Compiler nimmt dessen Knochen anstelle derer des ersten Blocks.",
     "MSG_CHECK_SMD_SKIPPED": "„%1“, Zeile %2: Der Compiler kennt „%3“ nicht und überspringt jede Zeile bis zur nächsten, die mit end beginnt, darunter einen Block.",
     "MSG_CHECK_SMD_REPEATED": "(Die Leerzeile %1 ließ den Compiler den Block davor noch einmal lesen.)",
     "MSG_CHECK_PARENT_CLASH": "„%1“: Der Knochen „%2“ hat den Elternknochen „%3“, vorher hatte er „%4“; einen Knochen, dessen Elternknochen wechselt, lehnt der Compiler ab.",

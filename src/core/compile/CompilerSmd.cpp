@@ -548,6 +548,11 @@ AnimationSmd ReadAnimationSmd(std::string_view text, const SmdReadOptions& optio
     out.Poses.assign(static_cast<std::size_t>(std::clamp(out.NumBones, 0, MaxSourceBones)),
                      std::vector<BonePose>());
     for (const auto& [bone, timed] : poses) {
+        // A nodes block behind the skeleton can leave fewer bones than its
+        // poses name; the compiler goes on with the new count.
+        if (static_cast<std::size_t>(bone) >= out.Poses.size()) {
+            continue;
+        }
         std::vector<BonePose>& track = out.Poses[static_cast<std::size_t>(bone)];
         if (track.empty()) {
             track.resize(frames);

@@ -75,7 +75,7 @@ enum class SmdFindingKind {
     // The compiler reads on.
     NoSkeleton,        // an animation without a skeleton: its bones stay unset (fatal when
                        // the model has one of them)
-    NodesReadAgain,    // a blank line behind the nodes' end: one bone is kept
+    NodesReadAgain,    // a second nodes block, or a blank line behind the first's end
     SkippedToEnd,      // an animation's unknown word skipped lines that held a block; Detail: the word
 };
 

@@ -237,7 +237,8 @@ private:
                 continue; // the sequence decides, with the model's bones
 
             case SmdFindingKind::NodesReadAgain:
-                text = Text(MSG_CHECK_SMD_NODES_AGAIN, {shown, line});
+                text = Text(f.RepeatLine > 0 ? MSG_CHECK_SMD_NODES_AGAIN : MSG_CHECK_SMD_NODES_TWICE,
+                            {shown, line});
                 break;
             case SmdFindingKind::SkippedToEnd:
                 text = Text(MSG_CHECK_SMD_SKIPPED, {shown, line, compile::Shown(f.Detail)});

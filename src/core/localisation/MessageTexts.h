@@ -219,6 +219,7 @@ enum Msg : int {
     MSG_CHECK_SMD_FRAME_RANGE,
     MSG_CHECK_SMD_NO_FRAME,
     MSG_CHECK_SMD_NODES_AGAIN,
+    MSG_CHECK_SMD_NODES_TWICE,
     MSG_CHECK_SMD_SKIPPED,
     MSG_CHECK_SMD_REPEATED,
     MSG_CHECK_PARENT_CLASH,
@@ -587,6 +588,9 @@ inline constexpr std::array<MessageEntry, MsgCount> MessageTable{{
     {MSG_CHECK_SMD_NODES_AGAIN, "MSG_CHECK_SMD_NODES_AGAIN",
      "\"%1\", line %2: a blank line behind the end of the nodes makes the compiler read nodes "
      "once more, and it keeps only the first bone."},
+    {MSG_CHECK_SMD_NODES_TWICE, "MSG_CHECK_SMD_NODES_TWICE",
+     "\"%1\", line %2: a second block of nodes; the compiler takes its bones in place of the "
+     "first block's."},
     {MSG_CHECK_SMD_SKIPPED, "MSG_CHECK_SMD_SKIPPED",
      "\"%1\", line %2: the compiler does not know \"%3\" and skips every line up to the next "
      "that begins with end, a block among them."},

@@ -248,6 +248,8 @@ TEST(ModelFileChecks, EachRuleOnASmallModel) {
         {"an animation without a skeleton on bones the model lacks",
          [](TempDir& t) { t.Write("walk.smd", "version 1\n" + Nodes(2, {}, {{0, "x"}, {1, "y"}})); }, E,
          "walk.smd"},
+        {"an animation whose nodes come again, fewer, behind its skeleton",
+         [](TempDir& t) { t.Write("walk.smd", Animation() + Nodes(1)); }, W, "line 14: a second block"},
         {"an animation without nodes or skeleton",
          [](TempDir& t) { t.Write("walk.smd", "version 1\n"); }, None},
         {"a frame past the compiler's table",
